@@ -1,0 +1,46 @@
+#include "commands/commands.h"
+#include "json_output.h"
+#include "output_file.h"
+#include "progress.h"
+
+namespace zentor_cli {
+
+namespace {
+
+void SayResult(const CommonOptions& common, const std::string& input, const std::string& output, std::uint32_t bytes) {
+    if (common.json) {
+        rapidjson::StringBuffer json;
+        JsonWriter writer(json);
+        writer.StartObject();
+        WriteMember(writer, "input", input);
+        WriteMember(writer, "output", output);
+        writer.Key("bytes");
+        writer.Uint(bytes);
+        writer.EndObject();
+        PrintLine(json);
+    } else if (!common.quiet) {
+        std::printf("%s (%u bytes)\n", output.c_str(), static_cast<unsigned>(bytes));
+    }
+}
+
+}  // namespace
+
+void RunConvert(Library& library, const CommonOptions& common, const ConvertOptions& options) {
+    const bool toStandardOutput = options.output == "-";
+    const std::string output = options.output.empty() ? DefaultOutputName(options.input) : options.output;
+    if (!toStandardOutput) CheckOutputPath(library, output, options.force);
+    std::uint32_t bytes = 0;
+    {
+        const Progress progress("converting " + options.input, common.quiet);
+        Stream stream(library, options.input);
+        bytes = stream->Size();
+        if (toStandardOutput) {
+            WriteToStandardOutput(library, stream);
+        } else {
+            SaveWhole(library, stream, options.input, output);
+        }
+    }
+    if (!toStandardOutput) SayResult(common, options.input, output, bytes);
+}
+
+}  // namespace zentor_cli

@@ -1,0 +1,68 @@
+// The library as the command uses it: through its exports.
+#pragma once
+
+#include <cstdint>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "zentor/zentor.h"
+
+namespace zentor_cli {
+
+// A failure that the library reported: "error 25: File Format Not Supported."
+class LibraryFailure : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+struct Format {
+    std::string extension;
+    std::string displayName;
+};
+
+// The manager, for as long as a command runs.
+class Library {
+public:
+    explicit Library(const std::string& locale);
+    ~Library();
+    Library(const Library&) = delete;
+    Library& operator=(const Library&) = delete;
+
+    IZentor& manager() { return *manager_; }
+
+    // Throws the latest report unless `result` is success.
+    void Check(ZT_Result result) const;
+    // Throws a failure of the library's own that the command has found first.
+    [[noreturn]] void Fail(std::uint32_t code, const char* key);
+
+    std::vector<Format> Formats();
+
+private:
+    static void AddFormat(void* list, const char* extension, const char* displayName);
+    static void TakeMessage(void* library, const char* text, std::uint64_t length);
+    static void TakeReport(void* library, std::uint32_t code, const char* message, std::int64_t extra1,
+                           std::int64_t extra2);
+
+    ZT_HostSuite suite_{};
+    IZentor* manager_ = nullptr;
+    std::string report_;
+    std::string message_;
+};
+
+// A converted document.
+class Stream {
+public:
+    Stream(Library& library, const std::string& inputPath);
+    ~Stream() { library_.manager().ReleaseStream(&stream_); }
+    Stream(const Stream&) = delete;
+    Stream& operator=(const Stream&) = delete;
+
+    IVkjsonStream* operator->() { return stream_; }
+
+private:
+    Library& library_;
+    IVkjsonStream* stream_ = nullptr;
+};
+
+}  // namespace zentor_cli

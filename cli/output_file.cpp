@@ -1,0 +1,77 @@
+#include "output_file.h"
+
+#include <cstdio>
+#include <random>
+#include <vector>
+
+#include "util/console.h"
+#include "util/os_file.h"
+
+namespace zentor_cli {
+
+namespace os = zentor::os;
+
+namespace {
+
+constexpr std::uint32_t kPieceSize = 0x100000;
+
+std::string FolderOf(const std::string& path) {
+    const std::size_t slash = path.find_last_of("/\\");
+    return slash == std::string::npos ? std::string() : path.substr(0, slash + 1);
+}
+
+os::PathKind KindOf(const std::string& path) {
+    os::PathKind kind = os::PathKind::kNone;
+    os::GetPathKind(path, kind);
+    return kind;
+}
+
+std::string NameBeside(const std::string& path) {
+    std::random_device random;
+    return FolderOf(path) + "zentor-" + std::to_string(random()) + ".part";
+}
+
+}  // namespace
+
+std::string DefaultOutputName(const std::string& inputPath) {
+    const std::string name = inputPath.substr(FolderOf(inputPath).size());
+    return name.substr(0, name.rfind('.')) + ".vkjson";
+}
+
+void CheckOutputPath(Library& library, const std::string& path, bool force) {
+    const std::string folder = FolderOf(path);
+    if (!folder.empty() && KindOf(folder) != os::PathKind::kFolder) {
+        library.Fail(58, "$$$/ZTError/DirectoryDoesNotExists=VKJSON output directory does not exists.");
+    }
+    if (KindOf(path) == os::PathKind::kFolder) throw LibraryFailure(path + " is a folder");
+    if (KindOf(path) != os::PathKind::kNone && !force) {
+        throw LibraryFailure(path + " exists already; --force replaces it");
+    }
+}
+
+void SaveWhole(Library& library, Stream& stream, const std::string& inputPath, const std::string& path) {
+    bool isInput = false;
+    os::IsSameFile(inputPath, path, isInput);
+    if (isInput) {
+        library.Check(stream->SaveTo(path.c_str()));
+        return;
+    }
+    const std::string part = NameBeside(path);
+    library.Check(stream->SaveTo(part.c_str()));
+    if (os::ReplaceFileBy(part, path) == os::Status::kOk) return;
+    os::DeleteFileAt(part);
+    throw LibraryFailure(path + " cannot be replaced");
+}
+
+void WriteToStandardOutput(Library& library, Stream& stream) {
+    os::SetBinaryOutput();
+    std::vector<char> piece(kPieceSize);
+    while (stream->Remaining() != 0) {
+        const std::uint32_t got = stream->Read(piece.data(), &kPieceSize);
+        if (got == 0) library.Check(ZT_FILE_READ);
+        if (std::fwrite(piece.data(), 1, got, stdout) != got) throw LibraryFailure("standard output cannot be written");
+    }
+    if (std::fflush(stdout) != 0) throw LibraryFailure("standard output cannot be written");
+}
+
+}  // namespace zentor_cli

@@ -1,0 +1,34 @@
+#include "progress.h"
+
+#include <chrono>
+#include <cstdio>
+
+#include "util/console.h"
+
+namespace zentor_cli {
+
+Progress::Progress(std::string what, bool quiet) : what_(std::move(what)) {
+    if (!quiet && zentor::os::IsErrorTerminal()) thread_ = std::thread(&Progress::Show, this);
+}
+
+Progress::~Progress() {
+    if (!thread_.joinable()) return;
+    {
+        const std::lock_guard lock(mutex_);
+        isDone_ = true;
+    }
+    done_.notify_one();
+    thread_.join();
+}
+
+void Progress::Show() {
+    std::unique_lock lock(mutex_);
+    int seconds = 0;
+    while (!done_.wait_for(lock, std::chrono::seconds(1), [this] { return isDone_; })) {
+        std::fprintf(stderr, "\r%s ... %d s", what_.c_str(), ++seconds);
+        std::fflush(stderr);
+    }
+    if (seconds != 0) std::fputs("\r\033[K", stderr);
+}
+
+}  // namespace zentor_cli

@@ -1,0 +1,15 @@
+# Warnings are errors in our own code, for all targets that call zentor_compile_options.
+set(ZENTOR_SANITIZE "" CACHE STRING "Sanitizers for all targets, e.g. address,undefined")
+
+if(ZENTOR_SANITIZE)
+  add_compile_options(-fsanitize=${ZENTOR_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=${ZENTOR_SANITIZE})
+endif()
+
+function(zentor_compile_options target)
+  target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wold-style-cast
+    -Woverloaded-virtual -Werror)
+  if(WIN32)
+    target_compile_definitions(${target} PRIVATE UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0601)
+  endif()
+endfunction()

@@ -1,0 +1,282 @@
+// Zentor: turns recorded sensor and motion data into vkjson documents and reads vkjson documents back.
+//
+// This header is all that a host needs. It includes nothing but <stdint.h>, and what it declares can be called from any
+// C++ compiler for the platform: the interfaces are flat tables of functions, without base classes, overloads, data or
+// virtual destructors, and nothing is ever thrown across them.
+//
+// Strings are zero-terminated UTF-8. Lengths count bytes, without the terminating zero.
+//
+// Errors. A failing function reports through the host suite's `reportError` and keeps code, message and details for
+// GetLastException_1 on the same thread. Operations that return ZT_Result return the code too; 0 is success. After a
+// failure out pointers are null, nothing was changed, and the library is as usable as before.
+//
+// Ownership. The host owns nothing that it receives. A manager goes back with DestroyZentor_1, a file handler with
+// IZentor::CloseFile, a stream with IZentor::ReleaseStream; each nulls the host's pointer.
+//
+// Threads. Every exported function and every operation of IZentor may be called from any thread. A stream or a file
+// handler is used by one thread at a time. The library starts no threads; callbacks run on the calling thread.
+#ifndef ZENTOR_ZENTOR_H
+#define ZENTOR_ZENTOR_H
+
+#include <stdint.h>
+
+#include "zentor/error_codes.h"
+
+namespace ZT_PLUGIN {
+struct ISharedObject;
+}
+
+// Records of the typed queries, for hosts built with the library's own toolchain.
+struct ZT_GroupChildren;
+struct ZT_GroupChildInfo;
+struct ZT_StaticDataInfo;
+struct ZT_DynamicDataInfo;
+struct DynamicDataSampleSet;
+struct ZT_FileInfo;
+struct ZT_VideoSyncTimeList;
+
+// An error code; ZT_OK (0) is success.
+typedef uint32_t ZT_Result;
+
+// A time in seconds: value / scale. A scale of 0 is refused with code 1.
+struct ZT_Time {
+    int32_t value;
+    uint32_t scale;
+};
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Host suite: the host's callbacks.
+//
+// The library keeps the first suite that it is given, for the life of the process; the table must stay where it is.
+// Every entry may be null: the library then skips the call. Texts and arrays handed to a callback live until it
+// returns. `handle` and the contexts are the host's own values, handed back untouched.
+
+// Hands over lists of data paths (slot 0).
+struct ZT_DataPathCallbacks {
+    // Once for each item of each path, in order. `index` is -1 for the root item; `childCount` is the number of paths
+    // in the whole list; `last` is 1 for the last item of a path, else 0.
+    void (*addPathItem)(void* handle, const char* matchName, int64_t index, uint64_t childCount, uint8_t last);
+};
+
+// Hands over what a node is (slot 1).
+struct ZT_NodeInfoCallbacks {
+    // `nodeType`: 0 group, 1 dynamic, 2 static.
+    void (*setNodeInfo)(void* handle, uint32_t nodeType, const char* displayName, uint64_t displayNameLength,
+                        const char* matchName, uint64_t matchNameLength);
+};
+
+// Hands over a static node (slot 2): its names, its type through ZT_DataTypeCallbacks, then one of the values.
+struct ZT_StaticDataCallbacks {
+    void (*setNames)(void* handle, const char* displayName, uint64_t displayNameLength, const char* matchName,
+                     uint64_t matchNameLength);
+    void (*setNumber)(void* handle, double value);
+    void (*setString)(void* handle, const char* text, uint64_t length);
+    void (*setBoolean)(void* handle, uint8_t value);  // 0 or 1
+    void (*setNumberArray)(void* handle, const double* values, uint64_t count);
+};
+
+// Hands over a dynamic node (slot 3), followed by its type through ZT_DataTypeCallbacks.
+struct ZT_DynamicDataCallbacks {
+    void (*setNames)(void* handle, const char* displayName, uint64_t displayNameLength, const char* matchName,
+                     uint64_t matchNameLength);
+    // `interpolation`: 1 linear, 2 hold. `maxInterSampleDuration` is empty unless `hasExpectedFrequency` is 1.
+    void (*setSampleInfo)(void* handle, const char* sampleSetId, uint64_t sampleSetIdLength, uint32_t interpolation,
+                          uint8_t hasExpectedFrequency, uint64_t sampleCount, const char* maxInterSampleDuration,
+                          uint64_t maxInterSampleDurationLength);
+};
+
+// Hands over samples (slot 4), one call each, in the order asked for. `time` is a time string of the document's form.
+struct ZT_SampleCallbacks {
+    void (*addNumber)(void* handle, const char* time, uint64_t timeLength, double value);
+    void (*addNumberArray)(void* handle, const char* time, uint64_t timeLength, const double* values, uint64_t count);
+    void (*addString)(void* handle, const char* time, uint64_t timeLength, const char* text, uint64_t length);
+};
+
+// Hands over file information (slot 5).
+struct ZT_FileInfoCallbacks {
+    void (*setFileInfo)(void* handle, uint32_t first, uint32_t second, const char* version, uint64_t versionLength,
+                        const char* creator, uint64_t creatorLength);
+};
+
+// Hands over video-sync entries (slot 6), one call each: a frame number or a time string.
+struct ZT_VideoSyncCallbacks {
+    void (*addFrame)(void* handle, const char* fileName, uint64_t fileNameLength, uint32_t frameNumber);
+    void (*addTime)(void* handle, const char* fileName, uint64_t fileNameLength, const char* time, uint64_t timeLength);
+};
+
+// Hands over the type of a static or dynamic node (slot 7): the type word, then the properties that the type has.
+struct ZT_DataTypeCallbacks {
+    void (*setType)(void* handle, const char* type, uint64_t length);  // as in the document, e.g. "numberString"
+    // Digit counts are -1 when the document has none.
+    void (*setPattern)(void* handle, uint8_t isSigned, int64_t digitsInteger, int64_t digitsDecimal);
+    // Once for a number, once for each element of an array; `index` counts from 0.
+    void (*setRange)(void* handle, uint64_t index, double occurringMin, double occurringMax, double legalMin,
+                     double legalMax);
+    // Lengths are -1 when the document has none.
+    void (*setStringProperties)(void* handle, int64_t maxLength, int64_t maxDigitsInLength, uint8_t isEventMarker);
+    void (*setArrayProperties)(void* handle, int64_t arraySize, uint8_t isPoint);
+    void (*addArrayDisplayName)(void* handle, uint64_t index, const char* text, uint64_t length);
+};
+
+struct ZT_HostSuite {
+    const ZT_DataPathCallbacks* dataPaths;       // slot 0
+    const ZT_NodeInfoCallbacks* nodeInfo;        // slot 1
+    const ZT_StaticDataCallbacks* staticData;    // slot 2
+    const ZT_DynamicDataCallbacks* dynamicData;  // slot 3
+    const ZT_SampleCallbacks* samples;           // slot 4
+    const ZT_FileInfoCallbacks* fileInfo;        // slot 5
+    const ZT_VideoSyncCallbacks* videoSync;      // slot 6
+    const ZT_DataTypeCallbacks* dataTypes;       // slot 7
+    // slot 8: one supported format. `extension` has no dot and is in lower case.
+    void (*addFormat)(void* listContext, const char* extension, const char* displayName);
+    const void* reserved;  // slot 9: must be null
+    // slot 10: the text that GetLocalizedErrorMsg_1 formed. `length` in bytes.
+    void (*localizedMessage)(void* hostContext, const char* text, uint64_t length);
+    // slot 11: a failure. `extra1` and `extra2` are details, -1 when there is none: the byte offset of a fault in a
+    // document, a system error number of a file operation, or what a plug-in gave.
+    void (*reportError)(void* errorContext, uint32_t code, const char* message, int64_t extra1, int64_t extra2);
+};
+
+// The library's own functions for objects that it shares with plug-ins; CreateZentor_1 hands out their table. A pointer
+// that is no live object of the library is ignored (null from `getInternal`).
+struct ZT_LibraryCallbacks {
+    void (*acquire)(ZT_PLUGIN::ISharedObject* object);
+    void (*release)(ZT_PLUGIN::ISharedObject* object);
+    void* (*getInternal)(ZT_PLUGIN::ISharedObject* object);
+};
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Interfaces. The order of the functions is the order of the slots and never changes.
+
+// The vkjson document that a conversion made, or the file itself when the input was a vkjson document.
+struct IVkjsonStream {
+    // slot 0: fills the first *count bytes of `buffer` with zero, reads the next bytes of the document into it, at most
+    // *count, and returns how many were read: less than asked for at the end, 0 after it and after a failure.
+    // *count stays as it is. Codes 1 (null argument), 11.
+    virtual uint32_t Read(void* buffer, const uint32_t* count) noexcept = 0;
+    // slot 1: copies the whole document to the file `path`, creating it or replacing its content; the position of Read
+    // does not change. Saving a document onto itself does nothing. On failure a file that was there before is left
+    // empty, and a new one is removed. Codes 2, 3, 4 (not a file), 7 (cannot be created, or is the stream's input),
+    // 11, 34 (disk full), 55.
+    virtual ZT_Result SaveTo(const char* path) noexcept = 0;
+    // slot 2: the document's path; lives until the stream is released.
+    virtual const char* DocumentPath() noexcept = 0;
+    // slot 3: the length of the document in bytes.
+    virtual uint32_t Size() noexcept = 0;
+    // slot 4: how many bytes Read has not handed out yet.
+    virtual uint32_t Remaining() noexcept = 0;
+    // slot 5: sets the file position back to the first byte. Remaining is left as it is, so after a full read there is
+    // still nothing to read; after a partial read, as many bytes as remained. Code 10.
+    virtual ZT_Result Rewind() noexcept = 0;
+    // slot 6: for the library. A host releases a stream with IZentor::ReleaseStream; a call by a host does nothing.
+    virtual void DeletingDestructor(uint32_t flags) noexcept = 0;
+    // slots 7 to 10: the shared-object operations. They count; the stream lives until IZentor::ReleaseStream.
+    virtual void Acquire() noexcept = 0;
+    virtual void Release() noexcept = 0;
+    virtual void* GetInternal() noexcept = 0;
+    virtual void DestroyShared(uint32_t flags) noexcept = 0;
+
+protected:
+    ~IVkjsonStream() = default;
+};
+
+// An open document. Slots 0 to 8 fill records and are for hosts of the library's own toolchain; slots 10 to 18 hand the
+// same results to the host suite, piece by piece, with `handle` as their first argument, and are for every host.
+// A data path is a string such as `[0]["data1"]`: an index or a quoted match name for each level of the outline.
+struct ISensorFileHandler {
+    virtual ZT_Result GetRootChildren(ZT_GroupChildren* children) noexcept = 0;                         // slot 0
+    virtual ZT_Result GetGroupChildren(const char* dataPath, ZT_GroupChildren* children) noexcept = 0;  // slot 1
+    virtual ZT_Result GetGroupChildInfo(const char* dataPath, ZT_GroupChildInfo* info) noexcept = 0;    // slot 2
+    virtual ZT_Result GetStaticDataInfo(const char* dataPath, ZT_StaticDataInfo* info) noexcept = 0;    // slot 3
+    virtual ZT_Result GetDynamicDataInfo(const char* dataPath, ZT_DynamicDataInfo* info) noexcept = 0;  // slot 4
+    virtual ZT_Result GetDynamicSamples(const char* dataPath, ZT_Time start, ZT_Time end,
+                                        DynamicDataSampleSet* samples) noexcept = 0;  // slot 5
+    virtual ZT_Result GetDynamicSample(const char* dataPath, ZT_Time time,
+                                       DynamicDataSampleSet* samples) noexcept = 0;               // slot 6
+    virtual ZT_Result GetFileInfo(ZT_FileInfo* info) noexcept = 0;                                // slot 7
+    virtual ZT_Result GetVideoSyncTimeList(ZT_VideoSyncTimeList* list) noexcept = 0;              // slot 8
+    virtual void DeletingDestructor(uint32_t flags) noexcept = 0;                                 // slot 9
+    virtual ZT_Result GetRootChildrenClient(void* handle) noexcept = 0;                           // slot 10
+    virtual ZT_Result GetGroupChildrenClient(const char* dataPath, void* handle) noexcept = 0;    // slot 11
+    virtual ZT_Result GetGroupChildInfoClient(const char* dataPath, void* handle) noexcept = 0;   // slot 12
+    virtual ZT_Result GetStaticDataInfoClient(const char* dataPath, void* handle) noexcept = 0;   // slot 13
+    virtual ZT_Result GetDynamicDataInfoClient(const char* dataPath, void* handle) noexcept = 0;  // slot 14
+    virtual ZT_Result GetDynamicSamplesClient(const char* dataPath, ZT_Time start, ZT_Time end,
+                                              void* handle) noexcept = 0;                                     // slot 15
+    virtual ZT_Result GetDynamicSampleClient(const char* dataPath, ZT_Time time, void* handle) noexcept = 0;  // slot 16
+    virtual ZT_Result GetFileInfoClient(void* handle) noexcept = 0;                                           // slot 17
+    virtual ZT_Result GetVideoSyncTimeListClient(void* handle) noexcept = 0;                                  // slot 18
+
+protected:
+    ~ISensorFileHandler() = default;
+};
+
+// The manager: one for the process, made by CreateZentor_1.
+struct IZentor {
+    // slot 0: opens a document, or converts a supported file and opens the result. With an output path (null or empty:
+    // none) the document is kept there. *handler is null after a failure.
+    // This version cannot read documents: after the checks of its arguments it fails with code 21.
+    // Codes 1, 2, 3, 4, 21.
+    virtual ZT_Result OpenFile(ISensorFileHandler** handler, const char* inputPath,
+                               const char* outputPath) noexcept = 0;
+    // slot 1: closes a handler that OpenFile returned. Codes 1, 26, 27.
+    virtual ZT_Result CloseFile(ISensorFileHandler** handler) noexcept = 0;
+    // slot 2: converts a supported file into a document in the folder for temporary files; a vkjson document is taken
+    // as it is. `validate` not 0: the document is opened once, and its first fault fails the call (in this version
+    // always, with code 21). *stream is null after a failure. The temporary document goes with the stream.
+    // Codes 1, 2, 3, 4, 11 (document of 4 GiB or more), 13, 21, 25, 1506 and the codes of the writer (1000 + code).
+    virtual ZT_Result ConvertFile(IVkjsonStream** stream, const char* inputPath, uint8_t validate) noexcept = 0;
+    // slot 3: releases a stream that ConvertFile returned and deletes its temporary document. Codes 1, 56, 57.
+    virtual ZT_Result ReleaseStream(IVkjsonStream** stream) noexcept = 0;
+    // slot 4: for the library. A host lets go of the manager with DestroyZentor_1; a call by a host does nothing.
+    virtual void DeletingDestructor(uint32_t flags) noexcept = 0;
+    // slots 5 to 8: the shared-object operations. They count; the manager lives until DestroyZentor_1.
+    virtual void Acquire() noexcept = 0;
+    virtual void Release() noexcept = 0;
+    virtual void* GetInternal() noexcept = 0;
+    virtual void DestroyShared(uint32_t flags) noexcept = 0;
+
+protected:
+    ~IZentor() = default;
+};
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Exported functions: these five and no others.
+
+#if defined(_WIN32)
+#define ZT_EXPORTED
+#else
+#define ZT_EXPORTED __attribute__((visibility("default")))
+#endif
+
+extern "C" {
+
+// Hands out the manager through *zentor; calls are counted, and each needs one DestroyZentor_1. `hostTable1` and
+// `hostTable2` are for plug-ins and may be null. The first call after loading or after the last DestroyZentor_1 sets
+// the locale of messages (null: "en_US"). `errorContext` of the latest call goes with the reports of all operations.
+// `suite` is kept if none is kept yet. `libraryCallbacks` may be null. Code 1 when `zentor` is null.
+ZT_EXPORTED void CreateZentor_1(IZentor** zentor, const void* hostTable1, const void* hostTable2, const char* locale,
+                                void* errorContext, const ZT_HostSuite* suite,
+                                const ZT_LibraryCallbacks** libraryCallbacks);
+
+// Gives a manager back and nulls *zentor. The last one destroys the manager with all its streams and handlers and
+// deletes their temporary documents. Code 1 for a null or foreign pointer.
+ZT_EXPORTED void DestroyZentor_1(IZentor** zentor, void* errorContext);
+
+// Calls the suite's `addFormat` once for each supported format, by ascending extension. `suite` is kept if none is yet.
+ZT_EXPORTED void GetSupportedFormats_1(void* listContext, void* errorContext, const ZT_HostSuite* suite);
+
+// Forms the message of `key` with up to four parameters (null: empty) and hands it to the suite's `localizedMessage`.
+ZT_EXPORTED void GetLocalizedErrorMsg_1(const char* key, const char* parameter1, const char* parameter2,
+                                        const char* parameter3, const char* parameter4, void* hostContext);
+
+// Hands the calling thread's last failure to `callback`: code 0 and "Unknown exception" when there was none since the
+// record was cleared. `clear` not 0 clears it. Cannot fail.
+ZT_EXPORTED void GetLastException_1(void* context,
+                                    void (*callback)(void* context, uint32_t code, const char* message, int64_t extra1,
+                                                     int64_t extra2),
+                                    uint8_t clear);
+
+}  // extern "C"
+
+#endif

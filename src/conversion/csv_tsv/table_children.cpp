@@ -1,0 +1,127 @@
+#include "conversion/csv_tsv/table_children.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstring>
+
+#include "conversion/native_frame.h"
+
+namespace zentor {
+
+using ZT_PLUGIN::Child;
+using ZT_PLUGIN::ChildSource;
+using ZT_PLUGIN::StaticKind;
+
+namespace {
+
+// Names are cut to this many bytes.
+constexpr std::size_t kLongestName = 1023;
+
+// A fixed text followed by a number that changes.
+class NumberedName {
+public:
+    explicit NumberedName(std::string_view prefix) : prefixLength_(std::min(prefix.size(), kLongestName)) {
+        std::memcpy(bytes_, prefix.data(), prefixLength_);
+    }
+
+    std::string_view With(std::uint64_t number) {
+        char* const end = std::to_chars(bytes_ + prefixLength_, std::end(bytes_), number).ptr;
+        return {bytes_, std::min(static_cast<std::size_t>(end - bytes_), kLongestName)};
+    }
+
+private:
+    static constexpr std::size_t kMostDigits = 20;
+
+    std::size_t prefixLength_;
+    char bytes_[kLongestName + kMostDigits];
+};
+
+// Numbers all nodes of one document in the order in which they are written.
+struct MatchNames {
+    NumberedName name{"data"};
+    std::uint64_t next = 0;
+
+    std::string_view Take() { return name.With(next++); }
+};
+
+std::string CellNamePrefix(std::string_view header) {
+    std::string prefix(header.substr(0, kLongestName));
+    prefix += ' ';
+    return prefix;
+}
+
+// The cells of one column, from the first row to the last.
+class ColumnCells final : public ChildSource {
+public:
+    ColumnCells(TableIndex& table, std::string_view header, bool isNumeric, MatchNames& matchNames)
+        : table_(table), displayName_(CellNamePrefix(header)), isNumeric_(isNumeric), matchNames_(matchNames) {}
+
+    bool Next(Child& child) override {
+        if (row_ == table_.rows.Count()) return false;
+        child.group = nullptr;
+        child.node.matchName = matchNames_.Take();
+        child.node.displayName = displayName_.With(row_);
+        const std::size_t at = table_.rows.Get(row_);
+        const std::size_t end = isNumeric_ ? ReadNumber(child, at) : ReadText(child, at);
+        // A row that has no more cells stays at the end of its line: its missing cells are empty ones.
+        const bool hasMore = end < table_.text.size() && table_.text[end] == table_.delimiter;
+        table_.rows.Set(row_, hasMore ? end + 1 : end);
+        ++row_;
+        return true;
+    }
+
+private:
+    std::size_t ReadNumber(Child& child, std::size_t at) {
+        child.node.kind = StaticKind::kNumber;
+        const std::size_t end = ParseNumericCell(table_.text, at, table_.delimiter, child.node.number);
+        if (end != std::string_view::npos) return end;
+        child.node.number = 0;  // an empty cell
+        return at;
+    }
+
+    std::size_t ReadText(Child& child, std::size_t at) {
+        child.node.kind = StaticKind::kString;
+        const std::size_t end = EndOfCell(table_.text, at, table_.delimiter);
+        child.node.text = table_.text.substr(at, end - at);
+        return end;
+    }
+
+    TableIndex& table_;
+    NumberedName displayName_;
+    bool isNumeric_;
+    MatchNames& matchNames_;
+    std::size_t row_ = 0;
+};
+
+class TableColumns final : public ChildSource {
+public:
+    TableColumns(const ZT_ConverterHandlerBase& converter, TableIndex& table)
+        : converter_(converter), table_(table), headers_(table.header) {}
+
+    bool Next(Child& child) override {
+        if (column_ == table_.columnCount) return false;
+        const std::string_view header = headers_.substr(0, headers_.find(table_.delimiter));
+        headers_.remove_prefix(std::min(header.size() + 1, headers_.size()));
+        const auto group = NativeCreateGroup(&converter_, matchNames_.Take(), header);
+        group->SetChildSource(
+            std::make_unique<ColumnCells>(table_, header, table_.isNumericColumn[column_], matchNames_));
+        child.group = group;
+        ++column_;
+        return true;
+    }
+
+private:
+    const ZT_ConverterHandlerBase& converter_;
+    TableIndex& table_;
+    std::string_view headers_;
+    std::size_t column_ = 0;
+    MatchNames matchNames_;
+};
+
+}  // namespace
+
+std::unique_ptr<ChildSource> MakeTableChildren(const ZT_ConverterHandlerBase& converter, TableIndex& table) {
+    return std::make_unique<TableColumns>(converter, table);
+}
+
+}  // namespace zentor

@@ -1,0 +1,32 @@
+// Comma- and tab-separated tables.
+#pragma once
+
+#include "conversion/converter.h"
+
+namespace zentor {
+
+// Turns a delimited table into static data: one group for each column, one node for each cell.
+class TableConverter : public ZT_ConverterHandlerBase {
+public:
+    bool Convert() override;
+
+protected:
+    TableConverter(ConversionInfo info, char delimiter, const char* identifier)
+        : ZT_ConverterHandlerBase(std::move(info)), delimiter_(delimiter), identifier_(identifier) {}
+
+private:
+    char delimiter_;
+    const char* identifier_;
+};
+
+class CSVConverter final : public TableConverter {
+public:
+    explicit CSVConverter(ConversionInfo info) : TableConverter(std::move(info), ',', "com.orvane.sensor.csv") {}
+};
+
+class TSVConverter final : public TableConverter {
+public:
+    explicit TSVConverter(ConversionInfo info) : TableConverter(std::move(info), '\t', "com.orvane.sensor.tsv") {}
+};
+
+}  // namespace zentor

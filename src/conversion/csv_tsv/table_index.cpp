@@ -1,0 +1,124 @@
+#include "conversion/csv_tsv/table_index.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "util/number_text.h"
+
+namespace zentor {
+
+namespace {
+
+constexpr std::size_t kNone = std::string_view::npos;
+
+bool IsLineEnd(char c) { return c == '\n' || c == '\r'; }
+
+// The white space that a decimal conversion skips and that does not end a line.
+bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\v' || c == '\f'; }
+
+// Where the line after the one that ends at `end` begins.
+std::size_t StartOfNextLine(std::string_view text, std::size_t end) {
+    if (end == text.size()) return end;
+    const bool isLineFeed = text[end] == '\n';
+    ++end;
+    if (isLineFeed && end < text.size() && text[end] == '\r') ++end;
+    return end;
+}
+
+std::size_t EndOfLine(std::string_view text, std::size_t from) {
+    return static_cast<std::size_t>(
+        std::find_if(text.begin() + static_cast<std::ptrdiff_t>(from), text.end(), IsLineEnd) - text.begin());
+}
+
+// No fewer than the lines of the text; ends of lines are not told apart here.
+std::size_t CountLinesAtMost(std::string_view text) {
+    return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n') +
+                                    std::count(text.begin(), text.end(), '\r')) +
+           1;
+}
+
+std::size_t CountCells(std::string_view line, char delimiter) {
+    if (line.empty()) return 0;
+    return static_cast<std::size_t>(std::count(line.begin(), line.end(), delimiter)) + 1;
+}
+
+// Checks the cells of one row and clears the marks of columns that hold text; returns where the line ends.
+std::size_t ScanRow(TableIndex& table, std::size_t from) {
+    std::size_t at = from;
+    for (std::size_t column = 0;; ++column) {
+        std::size_t end = kNone;
+        if (column < table.columnCount && table.isNumericColumn[column]) {
+            double value;
+            end = ParseNumericCell(table.text, at, table.delimiter, value);
+        }
+        if (end == kNone) {
+            end = EndOfCell(table.text, at, table.delimiter);
+            if (end != at && column < table.columnCount) table.isNumericColumn[column] = false;
+        }
+        if (end == table.text.size() || table.text[end] != table.delimiter) return end;
+        at = end + 1;
+    }
+}
+
+}  // namespace
+
+RowPositions::RowPositions(std::size_t rows, std::size_t textSize)
+    : isWide_(textSize > std::numeric_limits<std::uint32_t>::max()) {
+    if (isWide_) {
+        wide_.reserve(rows);
+    } else {
+        narrow_.reserve(rows);
+    }
+}
+
+void RowPositions::Add(std::size_t position) {
+    if (isWide_) {
+        wide_.push_back(position);
+    } else {
+        narrow_.push_back(static_cast<std::uint32_t>(position));
+    }
+}
+
+void RowPositions::Set(std::size_t row, std::size_t position) {
+    if (isWide_) {
+        wide_[row] = position;
+    } else {
+        narrow_[row] = static_cast<std::uint32_t>(position);
+    }
+}
+
+TableIndex::TableIndex(std::string_view tableText, char cellDelimiter)
+    : text(tableText),
+      delimiter(cellDelimiter),
+      header(tableText.substr(0, EndOfLine(tableText, 0))),
+      columnCount(CountCells(header, cellDelimiter)),
+      isNumericColumn(columnCount, true),
+      rows(columnCount == 0 ? 0 : CountLinesAtMost(tableText), tableText.size()) {
+    if (columnCount == 0) return;
+    for (std::size_t at = StartOfNextLine(text, header.size()); at < text.size();) {
+        std::size_t end = at;
+        if (!IsLineEnd(text[at])) {
+            rows.Add(at);
+            end = ScanRow(*this, at);
+        }
+        at = StartOfNextLine(text, end);
+    }
+}
+
+std::size_t EndOfCell(std::string_view text, std::size_t from, char delimiter) {
+    std::size_t at = from;
+    while (at < text.size() && text[at] != delimiter && !IsLineEnd(text[at])) ++at;
+    return at;
+}
+
+std::size_t ParseNumericCell(std::string_view text, std::size_t from, char delimiter, double& value) {
+    std::size_t at = from;
+    while (at < text.size() && IsBlank(text[at]) && text[at] != delimiter) ++at;
+    const char* const textEnd = text.data() + text.size();
+    const char* const stop = ParseNumber(text.data() + at, textEnd, value);
+    if (stop == nullptr || !IsWritable(value)) return kNone;
+    const bool isWholeCell = stop == textEnd || *stop == delimiter || IsLineEnd(*stop);
+    return isWholeCell ? static_cast<std::size_t>(stop - text.data()) : kNone;
+}
+
+}  // namespace zentor

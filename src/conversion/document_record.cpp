@@ -1,0 +1,40 @@
+#include "conversion/document_record.h"
+
+#include <charconv>
+#include <random>
+
+#include "errors/raise.h"
+#include "util/file_io.h"
+
+namespace zentor {
+
+namespace {
+
+constexpr int kAttempts = 100;
+
+std::string UniqueName() {
+    std::random_device random;
+    const std::uint64_t number = (std::uint64_t{random()} << 32) | random();
+    char digits[16];
+    const char* const end = std::to_chars(digits, std::end(digits), number, 16).ptr;
+    return "ZTT" + std::string(static_cast<const char*>(digits), end) + ".vkjson";
+}
+
+}  // namespace
+
+DocumentRecord::~DocumentRecord() {
+    if (isTemporary) DeleteQuietly(documentPath);
+}
+
+std::shared_ptr<DocumentRecord> CreateTemporaryDocument(const std::string& folder) {
+    auto record = std::make_shared<DocumentRecord>();
+    for (int attempt = 0; attempt < kAttempts; ++attempt) {
+        record->documentPath = folder + "/" + UniqueName();
+        if (!File_IO::Create(record->documentPath, {.exclusive = true, .ownerOnly = true})) continue;
+        record->isTemporary = true;
+        return record;
+    }
+    Raise(kTempFile, Quoted("File_IO::GetTempFile"));
+}
+
+}  // namespace zentor

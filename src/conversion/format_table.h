@@ -1,0 +1,26 @@
+// The formats that the library reads by itself.
+#pragma once
+
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "conversion/converter.h"
+
+namespace zentor {
+
+struct NativeFormat {
+    std::string_view extension;  // lower case, without a dot
+    const char* displayName;
+    // Makes the converter; null for documents, which are read as they are.
+    std::unique_ptr<ZT_ConverterHandlerBase> (*makeConverter)(ConversionInfo info);
+};
+
+// All formats, by ascending extension.
+std::span<const NativeFormat> NativeFormats();
+
+// The format of an extension in lower case that has a converter, or null.
+const NativeFormat* FindConvertibleFormat(std::string_view extension);
+
+}  // namespace zentor

@@ -1,0 +1,95 @@
+#include "conversion/native_frame.h"
+
+#include <charconv>
+
+#include "errors/exception.h"
+
+namespace zentor {
+
+using namespace ZT_PLUGIN;
+
+namespace {
+
+std::uint64_t StreamIdOf(std::string_view streamKey) {
+    std::uint64_t id = 0;
+    std::from_chars(streamKey.data(), streamKey.data() + streamKey.size(), id);
+    return id;
+}
+
+// Makes a node of one kind for the converter's document, with `value` as last argument of its constructor, if any.
+template <class Node, class... Arguments>
+Owner<Node> CreateNode(const ZT_ConverterHandlerBase* converter, const Arguments&... arguments) {
+    if (converter == nullptr) Raise(kInvalidPointer, Quoted("Native converter"));
+    try {
+        return MakeOwner(new Node(StreamIdOf(converter->Info().streamKey), arguments...));
+    } catch (const ZT_PluginException& failure) {
+        Raise({failure.code(), kConverterFailure, failure.extra1(), failure.extra2()});
+    }
+}
+
+}  // namespace
+
+Owner<VkjsonRootImpl> NativeCreateRoot(const ZT_ConverterHandlerBase* converter, std::string_view streamKey) {
+    if (converter == nullptr) Raise(kInvalidPointer, Quoted("Native converter"));
+    return MakeOwner(new VkjsonRootImpl(StreamIdOf(streamKey)));
+}
+
+Owner<VkjsonGroupImpl> NativeCreateGroup(const ZT_ConverterHandlerBase* converter, std::string_view matchName,
+                                         std::string_view displayName) {
+    return CreateNode<VkjsonGroupImpl>(converter, matchName, displayName);
+}
+
+Owner<VkjsonStaticDataNumImpl> NativeCreateStaticNum(const ZT_ConverterHandlerBase* converter,
+                                                     std::string_view matchName, std::string_view displayName,
+                                                     double value, const NumberProperties& properties) {
+    auto node = CreateNode<VkjsonStaticDataNumImpl>(converter, matchName, displayName, value);
+    const NumberPattern& pattern = properties.pattern;
+    const MinMax& range = properties.legalRange;
+    CallModel(
+        [&](auto* error) { node->SetPattern(pattern.digitsInteger, pattern.digitsDecimal, pattern.isSigned, error); });
+    CallModel([&](auto* error) { node->SetRange(range.minimum, range.maximum, value, error); });
+    return node;
+}
+
+Owner<VkjsonStaticDataNumArrImpl> NativeCreateStaticNumArr(const ZT_ConverterHandlerBase* converter,
+                                                           std::string_view matchName, std::string_view displayName,
+                                                           std::span<const double> values,
+                                                           const NumberArrayProperties& properties) {
+    auto node = CreateNode<VkjsonStaticDataNumArrImpl>(converter, matchName, displayName);
+    const NumberPattern& pattern = properties.pattern;
+    std::vector<double> minima;
+    std::vector<double> maxima;
+    for (const MinMax& range : properties.legalRanges) {
+        minima.push_back(range.minimum);
+        maxima.push_back(range.maximum);
+    }
+    CallModel([&](auto* error) { node->SetValues(values.data(), values.size(), error); });
+    CallModel(
+        [&](auto* error) { node->SetPattern(pattern.digitsInteger, pattern.digitsDecimal, pattern.isSigned, error); });
+    if (!minima.empty()) {
+        CallModel([&](auto* error) { node->SetRanges(minima.data(), maxima.data(), minima.size(), error); });
+    }
+    CallModel([&](auto* error) {
+        node->SetDisplayNames(properties.displayNames.data(), properties.displayNames.size(), error);
+    });
+    CallModel([&](auto* error) { node->SetIsPoint(properties.isPoint, error); });
+    return node;
+}
+
+Owner<VkjsonStaticDataStringImpl> NativeCreateStaticString(const ZT_ConverterHandlerBase* converter,
+                                                           std::string_view matchName, std::string_view displayName,
+                                                           std::string_view value, const StringProperties& properties) {
+    auto node = CreateNode<VkjsonStaticDataStringImpl>(converter, matchName, displayName, value);
+    CallModel([&](auto* error) {
+        node->SetStringProperties(properties.maxLength, properties.maxDigitsInLength, properties.isEventMarker, error);
+    });
+    return node;
+}
+
+Owner<VkjsonStaticDataBoolImpl> NativeCreateStaticBool(const ZT_ConverterHandlerBase* converter,
+                                                       std::string_view matchName, std::string_view displayName,
+                                                       bool value) {
+    return CreateNode<VkjsonStaticDataBoolImpl>(converter, matchName, displayName, value);
+}
+
+}  // namespace zentor

@@ -1,0 +1,57 @@
+// The native converter frame: how built-in converters make nodes.
+//
+// A failure of a model operation comes out as ZT_Exception with that code and the text of an internal converter
+// failure, and the new node is released. A null converter fails with code 1.
+#pragma once
+
+#include <span>
+#include <string_view>
+
+#include "conversion/converter.h"
+#include "errors/raise.h"
+#include "model/root.h"
+
+namespace zentor {
+
+// Runs `call`, which gets the error record of one model operation.
+template <class Call>
+void CallModel(Call&& call) {
+    ZT_ErrorRecord error{0, 0, -1, -1};
+    call(&error);
+    if (error.code != 0) Raise({error.code, kConverterFailure, error.extra1, error.extra2});
+}
+
+// How a converter describes a number: what it does not know stays unknown and is taken from the value.
+struct NumberProperties {
+    ZT_PLUGIN::NumberPattern pattern;
+    ZT_PLUGIN::MinMax legalRange;
+};
+
+struct NumberArrayProperties {
+    ZT_PLUGIN::NumberPattern pattern;
+    std::vector<ZT_PLUGIN::MinMax> legalRanges;  // one for each element, or none
+    std::vector<const char*> displayNames;       // one for each element, or none
+    bool isPoint = false;
+};
+
+// The root of the document that the stream with this key writes.
+ZT_PLUGIN::Owner<ZT_PLUGIN::VkjsonRootImpl> NativeCreateRoot(const ZT_ConverterHandlerBase* converter,
+                                                             std::string_view streamKey);
+ZT_PLUGIN::Owner<ZT_PLUGIN::VkjsonGroupImpl> NativeCreateGroup(const ZT_ConverterHandlerBase* converter,
+                                                               std::string_view matchName,
+                                                               std::string_view displayName);
+ZT_PLUGIN::Owner<ZT_PLUGIN::VkjsonStaticDataNumImpl> NativeCreateStaticNum(const ZT_ConverterHandlerBase* converter,
+                                                                           std::string_view matchName,
+                                                                           std::string_view displayName, double value,
+                                                                           const NumberProperties& properties);
+ZT_PLUGIN::Owner<ZT_PLUGIN::VkjsonStaticDataNumArrImpl> NativeCreateStaticNumArr(
+    const ZT_ConverterHandlerBase* converter, std::string_view matchName, std::string_view displayName,
+    std::span<const double> values, const NumberArrayProperties& properties);
+ZT_PLUGIN::Owner<ZT_PLUGIN::VkjsonStaticDataStringImpl> NativeCreateStaticString(
+    const ZT_ConverterHandlerBase* converter, std::string_view matchName, std::string_view displayName,
+    std::string_view value, const ZT_PLUGIN::StringProperties& properties);
+ZT_PLUGIN::Owner<ZT_PLUGIN::VkjsonStaticDataBoolImpl> NativeCreateStaticBool(const ZT_ConverterHandlerBase* converter,
+                                                                             std::string_view matchName,
+                                                                             std::string_view displayName, bool value);
+
+}  // namespace zentor

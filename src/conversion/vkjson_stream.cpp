@@ -1,0 +1,92 @@
+#include "conversion/vkjson_stream.h"
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+#include <vector>
+
+#include "conversion/input_checks.h"
+#include "errors/host_boundary.h"
+#include "errors/raise.h"
+
+namespace zentor {
+
+namespace {
+
+constexpr std::size_t kCopyPiece = 65536;
+
+std::uint32_t StreamLength(FileHandle file) {
+    const std::uint64_t length = File_IO::Length(file);
+    if (length > std::numeric_limits<std::uint32_t>::max()) Raise(kLengthFailure, Quoted("File_IO::Length"));
+    return static_cast<std::uint32_t>(length);
+}
+
+void CopyContent(const std::string& from, const std::string& to) {
+    const FileCloser source(File_IO::Open(from, true, Access::kRead));
+    FileCloser target(File_IO::Open(to, false, Access::kReadWrite));
+    std::vector<char> piece(kCopyPiece);
+    while (const std::uint64_t got = File_IO::Read(source.get(), piece.data(), piece.size())) {
+        File_IO::Write(target.get(), piece.data(), got);
+    }
+    File_IO::Close(target.release());
+}
+
+// Leaves what was there before the copy failed: an empty file, or none.
+void UndoCopy(const std::string& path, bool existed) noexcept {
+    if (!existed) {
+        DeleteQuietly(path);
+    } else {
+        os::CreateEmptyFile(path, {});
+    }
+}
+
+}  // namespace
+
+VkjsonStreamImpl::VkjsonStreamImpl(std::shared_ptr<DocumentRecord> record, std::string inputPath)
+    : record_(std::move(record)),
+      inputPath_(std::move(inputPath)),
+      document_(File_IO::Open(record_->documentPath, true, Access::kRead)),
+      size_(StreamLength(document_.get())),
+      remaining_(size_) {}
+
+std::uint32_t VkjsonStreamImpl::Read(void* buffer, const std::uint32_t* count) noexcept {
+    std::uint32_t got = 0;
+    RunAtBoundary(ErrorContext(), [&] {
+        if (buffer == nullptr || count == nullptr) Raise(kInvalidPointer, Quoted("GetVKJSONStream"));
+        std::memset(buffer, 0, *count);
+        auto* next = static_cast<char*>(buffer);
+        // The file layer takes less than 2 GiB at a time.
+        for (std::uint32_t wanted = std::min(remaining_, *count); wanted != 0;) {
+            const std::uint32_t piece = std::min<std::uint32_t>(wanted, 0x40000000);
+            const auto done = static_cast<std::uint32_t>(File_IO::Read(document_.get(), next, piece));
+            if (done == 0) break;
+            next += done;
+            got += done;
+            wanted -= done;
+            remaining_ -= done;
+        }
+    });
+    return got;
+}
+
+ZT_Result VkjsonStreamImpl::SaveTo(const char* path) noexcept {
+    return RunAtBoundary(ErrorContext(), [&] {
+        CheckInputFilePath(path);
+        const std::string target = File_IO::AbsolutePath(path);
+        if (File_IO::IsSameFile(target, record_->documentPath)) return;
+        if (File_IO::IsSameFile(target, inputPath_)) Raise(kCreateFile, Quoted("File_IO::Create"));
+        const bool existed = !File_IO::Create(target);
+        try {
+            CopyContent(record_->documentPath, target);
+        } catch (...) {
+            UndoCopy(target, existed);
+            throw;
+        }
+    });
+}
+
+ZT_Result VkjsonStreamImpl::Rewind() noexcept {
+    return RunAtBoundary(ErrorContext(), [&] { File_IO::Seek(document_.get(), 0, 0); });
+}
+
+}  // namespace zentor

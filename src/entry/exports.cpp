@@ -1,0 +1,111 @@
+// The exported functions and the manager's life.
+#include <memory>
+#include <mutex>
+
+#include "conversion/format_table.h"
+#include "entry/zentor_impl.h"
+#include "errors/host_boundary.h"
+#include "errors/last_exception.h"
+#include "errors/message.h"
+#include "errors/raise.h"
+#include "model/live_objects.h"
+
+namespace zentor {
+
+namespace {
+
+std::mutex managerMutex;
+std::unique_ptr<ZentorImpl> manager;
+std::uint64_t instanceCount = 0;
+
+IZentor* AcquireManager() {
+    const std::lock_guard lock(managerMutex);
+    if (!manager) manager = std::make_unique<ZentorImpl>();
+    ++instanceCount;
+    return manager.get();
+}
+
+void ReleaseManager(const IZentor* released) {
+    std::unique_ptr<ZentorImpl> last;  // goes outside the lock: it closes and deletes files
+    const std::lock_guard lock(managerMutex);
+    if (released == nullptr || released != manager.get()) Raise(kInvalidPointer, Quoted("IZentor"));
+    if (--instanceCount == 0) last = std::move(manager);
+}
+
+void AcquireShared(ZT_PLUGIN::ISharedObject* object) {
+    if (auto* live = ZT_PLUGIN::FindLiveObject(object)) live->Acquire();
+}
+
+void ReleaseShared(ZT_PLUGIN::ISharedObject* object) {
+    if (auto* live = ZT_PLUGIN::FindLiveObject(object)) live->Release();
+}
+
+void* GetInternalOfShared(ZT_PLUGIN::ISharedObject* object) {
+    auto* live = ZT_PLUGIN::FindLiveObject(object);
+    return live == nullptr ? nullptr : live->GetInternal();
+}
+
+constexpr ZT_LibraryCallbacks kLibraryCallbacks{&AcquireShared, &ReleaseShared, &GetInternalOfShared};
+
+}  // namespace
+
+}  // namespace zentor
+
+using namespace zentor;
+
+// The tables for plug-ins and the locale have no use yet: there is no plug-in host, and messages are in English.
+void CreateZentor_1(IZentor** zentor, const void* /*hostTable1*/, const void* /*hostTable2*/, const char* /*locale*/,
+                    void* errorContext, const ZT_HostSuite* suite, const ZT_LibraryCallbacks** libraryCallbacks) {
+    RunAtBoundary(errorContext, [&] {
+        OfferHostSuite(suite);
+        if (zentor == nullptr) Raise(kInvalidPointer, Quoted("IZentor"));
+        *zentor = nullptr;
+        *zentor = AcquireManager();
+        SetErrorContext(errorContext);
+        if (libraryCallbacks != nullptr) *libraryCallbacks = &kLibraryCallbacks;
+    });
+}
+
+void DestroyZentor_1(IZentor** zentor, void* errorContext) {
+    RunAtBoundary(errorContext, [&] {
+        if (zentor == nullptr || *zentor == nullptr) Raise(kInvalidPointer, Quoted("IZentor"));
+        ReleaseManager(*zentor);
+        *zentor = nullptr;
+    });
+}
+
+void GetSupportedFormats_1(void* listContext, void* errorContext, const ZT_HostSuite* suite) {
+    RunAtBoundary(errorContext, [&] {
+        OfferHostSuite(suite);
+        const ZT_HostSuite* host = HostSuite();
+        if (host == nullptr || host->addFormat == nullptr) return;
+        for (const NativeFormat& format : NativeFormats()) {
+            host->addFormat(listContext, std::string(format.extension).c_str(), format.displayName);
+        }
+    });
+}
+
+void GetLocalizedErrorMsg_1(const char* key, const char* parameter1, const char* parameter2, const char* parameter3,
+                            const char* parameter4, void* hostContext) {
+    RunAtBoundary(ErrorContext(), [&] {
+        const auto text = [](const char* parameter) { return ZT_ErrorParam(parameter == nullptr ? "" : parameter); };
+        const std::string message = FormMessage(
+            key == nullptr ? "" : key, {text(parameter1), text(parameter2), text(parameter3), text(parameter4)});
+        const ZT_HostSuite* host = HostSuite();
+        if (host == nullptr || host->localizedMessage == nullptr) return;
+        host->localizedMessage(hostContext, message.c_str(), message.size());
+    });
+}
+
+void GetLastException_1(void* context,
+                        void (*callback)(void* context, uint32_t code, const char* message, int64_t extra1,
+                                         int64_t extra2),
+                        uint8_t clear) {
+    // Taken out while the callback runs, which may call the library again.
+    LastException last = TakeLastException();
+    if (callback != nullptr) {
+        const char* message = last.message.empty() ? kUnknownExceptionText : last.message.c_str();
+        callback(context, last.code, message, last.extra1, last.extra2);
+    }
+    if (clear == 0) SetLastException(std::move(last));
+}

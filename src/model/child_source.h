@@ -1,0 +1,27 @@
+// Where the children of a group come from while the document is written.
+#pragma once
+
+#include "model/node_values.h"
+#include "model/shared_object_impl.h"
+
+namespace ZT_PLUGIN {
+
+class IVkjsonGroup_I;
+
+// One child: a static node, or a group when `group` is set.
+struct Child {
+    StaticNodeView node;
+    Owner<IVkjsonGroup_I> group;
+};
+
+// Gives the children of one group, one at a time, in order. A converter whose input holds very many nodes makes each of
+// them only when it is asked for, so that memory follows the input and not the number of nodes. What a child borrows
+// lives until the next call.
+class ChildSource {
+public:
+    virtual ~ChildSource() = default;
+    // False after the last child.
+    virtual bool Next(Child& child) = 0;
+};
+
+}  // namespace ZT_PLUGIN

@@ -1,0 +1,107 @@
+#include "model/group.h"
+
+#include "model/client_boundary.h"
+#include "model/root.h"
+
+namespace ZT_PLUGIN {
+
+// Walks the attached children of a group, which must outlive it.
+class AttachedChildren final : public ChildSource {
+public:
+    explicit AttachedChildren(const VkjsonGroupImpl& group) : group_(group) {}
+
+    bool Next(Child& child) override {
+        if (next_ == group_.order_.size()) return false;
+        const auto [kind, index] = group_.order_[next_++];
+        if (kind == VkjsonGroupImpl::ChildKind::kGroup) {
+            child.group = group_.groupChildren_[index];
+        } else {
+            child.group = nullptr;
+            child.node = group_.staticChildren_[index]->View();
+        }
+        return true;
+    }
+
+private:
+    const VkjsonGroupImpl& group_;
+    std::size_t next_ = 0;
+};
+
+VkjsonGroupImpl::VkjsonGroupImpl(std::uint64_t streamId, std::string_view matchName, std::string_view displayName)
+    : VkjsonNodeImpl(streamId, matchName, displayName) {
+    Publish(static_cast<ISharedObject*>(this));
+    Publish(static_cast<IVkjsonGroup_v1*>(this));
+}
+
+VkjsonGroupImpl::~VkjsonGroupImpl() {
+    for (const auto& child : groupChildren_) child->parent_ = nullptr;
+}
+
+std::unique_ptr<ChildSource> VkjsonGroupImpl::TakeChildren() {
+    if (source_) return std::move(source_);
+    return std::make_unique<AttachedChildren>(*this);
+}
+
+// Whether this group is `group` or lies below it.
+bool VkjsonGroupImpl::IsWithin(const VkjsonGroupImpl& group) const {
+    const VkjsonGroupImpl* at = this;
+    while (at != nullptr && at != &group) at = at->parent_;
+    return at != nullptr;
+}
+
+void VkjsonGroupImpl::AttachStatic(const void* address, ZT_ErrorRecord* error) noexcept {
+    RunForClient(error, [&] {
+        if (address == nullptr) throw ZT_PluginException(ZT_INVALID_STATIC_NODE);
+        auto* child = FindLive<VkjsonStaticDataImpl>(address);
+        if (child == nullptr) throw ZT_PluginException(ZT_FOREIGN_OBJECT);
+        if (child->IsAttached() || child->StreamId() != StreamId()) throw ZT_PluginException(ZT_INVALID_STATIC_NODE);
+        order_.reserve(order_.size() + 1);
+        staticChildren_.push_back(MakeOwner(child));
+        order_.emplace_back(ChildKind::kStatic, staticChildren_.size() - 1);
+        child->MarkAttached();
+    });
+}
+
+void VkjsonGroupImpl::AttachGroup(const void* address, ZT_ErrorRecord* error) noexcept {
+    RunForClient(error, [&] {
+        if (address == nullptr) throw ZT_PluginException(ZT_INVALID_GROUP);
+        auto* child = FindLive<VkjsonGroupImpl>(address);
+        if (child == nullptr) throw ZT_PluginException(ZT_FOREIGN_OBJECT);
+        const bool isRoot = dynamic_cast<VkjsonRootImpl*>(child) != nullptr;
+        if (isRoot || child->IsAttached() || child->StreamId() != StreamId() || IsWithin(*child)) {
+            throw ZT_PluginException(ZT_INVALID_GROUP);
+        }
+        order_.reserve(order_.size() + 1);
+        groupChildren_.push_back(MakeOwner(child));
+        order_.emplace_back(ChildKind::kGroup, groupChildren_.size() - 1);
+        child->MarkAttached();
+        child->parent_ = this;
+    });
+}
+
+void VkjsonGroupImpl::AddStaticDataShared(ISharedObject* child, ZT_ErrorRecord* error) noexcept {
+    AttachStatic(child, error);
+}
+
+void VkjsonGroupImpl::AddStaticData(IVkjsonStaticData_v1* child, ZT_ErrorRecord* error) noexcept {
+    AttachStatic(child, error);
+}
+
+void VkjsonGroupImpl::AddGroupShared(ISharedObject* child, ZT_ErrorRecord* error) noexcept {
+    AttachGroup(child, error);
+}
+
+void VkjsonGroupImpl::AddGroup(IVkjsonGroup_v1* child, ZT_ErrorRecord* error) noexcept { AttachGroup(child, error); }
+
+// No object can be a dynamic node yet, so whatever is not null is foreign.
+void VkjsonGroupImpl::AddDynamicDataShared(ISharedObject* child, ZT_ErrorRecord* error) noexcept {
+    RunForClient(error,
+                 [&] { throw ZT_PluginException(child == nullptr ? ZT_INVALID_DYNAMIC_NODE : ZT_FOREIGN_OBJECT); });
+}
+
+void VkjsonGroupImpl::AddDynamicData(IVkjsonDynamicData_v1* child, ZT_ErrorRecord* error) noexcept {
+    RunForClient(error,
+                 [&] { throw ZT_PluginException(child == nullptr ? ZT_INVALID_DYNAMIC_NODE : ZT_FOREIGN_OBJECT); });
+}
+
+}  // namespace ZT_PLUGIN

@@ -1,0 +1,35 @@
+#include "model/live_objects.h"
+
+#include <mutex>
+#include <unordered_map>
+
+namespace ZT_PLUGIN {
+
+namespace {
+
+std::mutex registryMutex;
+
+std::unordered_map<const void*, SharedObjectImpl*>& Registry() {
+    static std::unordered_map<const void*, SharedObjectImpl*> registry;
+    return registry;
+}
+
+}  // namespace
+
+void AddLiveObject(const void* address, SharedObjectImpl* object) {
+    const std::lock_guard lock(registryMutex);
+    Registry()[address] = object;
+}
+
+void RemoveLiveObject(const void* address) noexcept {
+    const std::lock_guard lock(registryMutex);
+    Registry().erase(address);
+}
+
+SharedObjectImpl* FindLiveObject(const void* address) noexcept {
+    const std::lock_guard lock(registryMutex);
+    const auto found = Registry().find(address);
+    return found == Registry().end() ? nullptr : found->second;
+}
+
+}  // namespace ZT_PLUGIN

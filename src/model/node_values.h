@@ -1,0 +1,63 @@
+// Values and properties of nodes, as the writer takes them.
+#pragma once
+
+#include <cstdint>
+#include <limits>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "model/include/nodes.h"
+
+namespace ZT_PLUGIN {
+
+// A range about which nothing is known: minimum above maximum.
+inline constexpr double kUnknownMinimum = std::numeric_limits<double>::max();
+inline constexpr double kUnknownMaximum = -std::numeric_limits<double>::max();
+
+struct NumberPattern {
+    std::uint64_t digitsInteger = kUnsetCount;
+    std::uint64_t digitsDecimal = kUnsetCount;
+    bool isSigned = false;
+
+    bool IsKnown() const { return digitsInteger != kUnsetCount; }
+};
+
+struct MinMax {
+    double minimum = kUnknownMinimum;
+    double maximum = kUnknownMaximum;
+
+    bool IsKnown() const { return minimum != kUnknownMinimum || maximum != kUnknownMaximum; }
+};
+
+struct StringProperties {
+    std::uint64_t maxLength = 0;
+    std::uint64_t maxDigitsInLength = 0;
+    bool isEventMarker = false;
+};
+
+struct NumberArray {
+    std::vector<double> values;
+    std::vector<MinMax> legalRanges;  // one for each element, or none
+    std::vector<std::string> displayNames;
+    NumberPattern pattern;
+    bool isPoint = false;
+};
+
+enum class StaticKind { kNumber = 0, kString = 1, kNumberArray = 2, kBoolean = 3 };
+
+// A static node while it is written. The texts and the array are borrowed.
+struct StaticNodeView {
+    StaticKind kind = StaticKind::kNumber;
+    std::string_view matchName;
+    std::string_view displayName;
+    double number = 0;                   // kNumber
+    NumberPattern pattern;               // kNumber; unset: the digits of the number
+    MinMax legalRange;                   // kNumber; unknown: the number
+    std::string_view text;               // kString
+    StringProperties stringProperties;   // kString
+    bool boolean = false;                // kBoolean
+    const NumberArray* array = nullptr;  // kNumberArray
+};
+
+}  // namespace ZT_PLUGIN

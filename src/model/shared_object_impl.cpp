@@ -1,0 +1,42 @@
+#include "model/shared_object_impl.h"
+
+namespace ZT_PLUGIN {
+
+namespace {
+
+// Subtracts 1 unless the counter is 0; false when it is.
+bool TakeOne(std::atomic<std::uint64_t>& counter) {
+    std::uint64_t value = counter.load();
+    while (value != 0) {
+        if (counter.compare_exchange_weak(value, value - 1)) return true;
+    }
+    return false;
+}
+
+}  // namespace
+
+void SharedObjectImpl::AddClientReference() noexcept {
+    handedOver_.fetch_add(1);
+    refCount_.fetch_add(1);
+    lifetime_.fetch_add(1);
+}
+
+void SharedObjectImpl::Acquire() noexcept {
+    if (TakeOne(handedOver_)) return;
+    refCount_.fetch_add(1);
+    lifetime_.fetch_add(1);
+}
+
+void SharedObjectImpl::Release() noexcept {
+    if (TakeOne(refCount_)) {
+        RemoveOwner();
+    } else if (lifetime_.load() == 0) {
+        OnUnreferenced();
+    }
+}
+
+void SharedObjectImpl::RemoveOwner() noexcept {
+    if (lifetime_.fetch_sub(1) == 1) OnUnreferenced();
+}
+
+}  // namespace ZT_PLUGIN

@@ -1,0 +1,18 @@
+// What a command-line program needs of the platform.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace zentor::os {
+
+// The program's arguments without its name, as UTF-8.
+std::vector<std::string> Arguments(int argc, char** argv);
+
+// Whether standard error is a terminal.
+bool IsErrorTerminal();
+
+// Lets bytes go to standard output as they are.
+void SetBinaryOutput();
+
+}  // namespace zentor::os

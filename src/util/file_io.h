@@ -1,0 +1,93 @@
+// File_IO: the library's only road to the file system, apart from mappings. Every failure is a ZT_Exception whose first
+// parameter is the name of the operation, in double quotes; codes stand with the operations. Nothing is retried.
+//
+// Paths are UTF-8; every operation that takes one can fail with 12 when it is no valid text for the system.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "util/os_file.h"
+
+namespace zentor {
+
+using FileHandle = os::FileHandle;
+using os::Access;
+using os::CreateOptions;
+using os::PathKind;
+inline constexpr FileHandle kNoFile = os::kNoFile;
+
+class File_IO {
+public:
+    // Creates a regular file, or empties the one that is there. True when the file is new; false, with nothing changed,
+    // when `exclusive` is asked for and something is there. Codes 4 (there is something other than a file), 7.
+    static bool Create(const std::string& path, CreateOptions options = {});
+    // `share`: others may read and write meanwhile (always so on POSIX). Codes 13 (access denied or in use), 6.
+    static FileHandle Open(const std::string& path, bool share, Access access);
+    static void Close(FileHandle file);           // code 8
+    static void Delete(const std::string& path);  // code 9, also when there is no such file
+    static PathKind GetFileMode(const std::string& path);
+
+    // `mode`: 0 from the start, 1 from the current position, 2 from the end. Returns the new position.
+    // Code 10 with the offset as first detail.
+    static std::uint64_t Seek(FileHandle file, std::int64_t offset, std::uint32_t mode);
+    // Returns how much was read; less than `count` is no error. Code 11, also for 2 GiB or more.
+    static std::uint64_t Read(FileHandle file, void* buffer, std::uint64_t count);
+    // Writes everything or fails: 34 when the disk is full, else 55, also for 2 GiB or more.
+    static void Write(FileHandle file, const void* buffer, std::uint64_t count);
+    static void SetEOF(FileHandle file, std::uint64_t length);  // cuts or extends the file; code 10
+    static std::uint64_t Length(FileHandle file);               // code 11
+
+    static os::Folder* OpenFolder(const std::string& path);  // code 16
+    // The next entry of an open folder; false after the last one. Code 16.
+    static bool ReadFolder(os::Folder* folder, std::string& name, PathKind& kind);
+    static void CloseFolder(os::Folder* folder);  // code 17; null is ignored
+
+    // The folder for temporary files, without a slash at the end. Code 14.
+    static std::string TempFolder();
+    // Creates an empty file in it and sets `path`. True on success. Codes 14, 15.
+    static bool GetTempFile(std::string& path);
+
+    // Codes 21 (a file is at the new path already), 22.
+    static void Rename(const std::string& from, const std::string& to);
+    // Exchanges the contents of two files by renaming, through a free name beside `a`; a failure on the way restores
+    // both names. Code 15 and those of Rename.
+    static void SwapData(const std::string& a, const std::string& b);
+
+    // Whether both paths name one existing file, whatever the spelling and through links.
+    static bool IsSameFile(const std::string& a, const std::string& b);
+    static std::string AbsolutePath(const std::string& path);
+};
+
+// Closes the file at the end of its scope, without failing.
+class FileCloser {
+public:
+    explicit FileCloser(FileHandle file) : file_(file) {}
+    ~FileCloser() { Close(); }
+    FileCloser(const FileCloser&) = delete;
+    FileCloser& operator=(const FileCloser&) = delete;
+
+    FileHandle get() const { return file_; }
+    FileHandle release() {
+        const FileHandle file = file_;
+        file_ = kNoFile;
+        return file;
+    }
+
+private:
+    void Close() noexcept {
+        if (file_ != kNoFile) os::CloseFile(file_);
+    }
+
+    FileHandle file_;
+};
+
+// Deletes a file if it is there; never fails. For cleaning up after another failure.
+void DeleteQuietly(const std::string& path) noexcept;
+
+// For tests: asked before every operation on files (with its name, "File_IO::Write"); what it returns other than kOk
+// happens in place of the operation. Null: nothing is asked. Deletions that clean up and closes of FileCloser are not.
+using FileFaultHook = os::Status (*)(const char* operation);
+void SetFileFaultHook(FileFaultHook hook) noexcept;
+
+}  // namespace zentor

@@ -1,0 +1,69 @@
+// The platform's file operations, without messages or exceptions: one implementation each in win32/ and posix/.
+//
+// Paths are UTF-8. A relative path counts from the current folder; on Windows paths may have either slash and any
+// length, and are looked up in their wide, prefixed form.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+namespace zentor::os {
+
+// A system file handle; all ones: none.
+using FileHandle = std::uint64_t;
+inline constexpr FileHandle kNoFile = ~FileHandle{0};
+
+struct Folder;  // an open folder listing
+
+enum class Status {
+    kOk,
+    kBadPath,   // the path is not valid text for the system
+    kNotFound,  // no such file or folder
+    kExists,    // something is there already
+    kDenied,    // access denied, or the file is in use
+    kDiskFull,
+    kFailed,  // anything else
+};
+
+enum class PathKind { kNone, kFile, kFolder, kOther };
+enum class Access { kRead, kReadWrite, kAppend };
+enum class SeekMode : std::uint32_t { kStart = 0, kCurrent = 1, kEnd = 2 };
+
+struct CreateOptions {
+    bool exclusive = false;  // fail with kExists rather than empty a file that is there
+    bool ownerOnly = false;  // on systems with permission bits, nobody else may read the new file
+};
+
+Status GetPathKind(const std::string& path, PathKind& kind);
+Status AbsolutePath(const std::string& path, std::string& absolute);
+// Whether both paths name the same existing file, links resolved; false when either does not exist.
+Status IsSameFile(const std::string& a, const std::string& b, bool& same);
+
+// Creates or empties a regular file and closes it again.
+Status CreateEmptyFile(const std::string& path, CreateOptions options);
+Status OpenFile(const std::string& path, bool share, Access access, FileHandle& file);
+Status CloseFile(FileHandle file);
+Status DeleteFileAt(const std::string& path);
+Status MoveFileTo(const std::string& from, const std::string& to);
+// The same, over a file that is there.
+Status ReplaceFileBy(const std::string& from, const std::string& to);
+
+Status SeekFile(FileHandle file, std::int64_t offset, SeekMode mode, std::uint64_t& position);
+// Counts are below 2 GiB. `done` may be less than `count`; on a read, 0 is the end of the file.
+Status ReadFromFile(FileHandle file, void* buffer, std::size_t count, std::size_t& done);
+Status WriteToFile(FileHandle file, const void* buffer, std::size_t count, std::size_t& done);
+// Cuts or extends an open file at its position.
+Status EndFileHere(FileHandle file);
+Status GetFileLength(FileHandle file, std::uint64_t& length);
+
+Status TempFolder(std::string& path);
+// Creates an empty file with a name of its own, beginning with "ZTT", in the folder for temporary files.
+Status CreateTempFile(const std::string& folder, std::string& path);
+
+// Lists a folder: NextEntry gives one name at a time, without "." and "..", and kNotFound at the end.
+Status OpenFolder(const std::string& path, Folder*& folder);
+Status NextEntry(Folder* folder, std::string& name, PathKind& kind);
+Status CloseFolder(Folder* folder);
+
+}  // namespace zentor::os

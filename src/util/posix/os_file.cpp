@@ -1,0 +1,189 @@
+#include "util/os_file.h"
+
+#include <dirent.h>
+#include <errno.h>
+#include <fcntl.h>
+#include <stdlib.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <memory>
+
+namespace zentor::os {
+
+struct Folder {
+    DIR* stream;
+    std::string path;
+};
+
+namespace {
+
+Status FromErrno() {
+    switch (errno) {
+        case ENOENT:
+        case ENOTDIR:
+            return Status::kNotFound;
+        case EEXIST:
+            return Status::kExists;
+        case EACCES:
+        case EPERM:
+        case EROFS:
+        case ETXTBSY:
+            return Status::kDenied;
+        case ENOSPC:
+        case EDQUOT:
+            return Status::kDiskFull;
+        default:
+            return Status::kFailed;
+    }
+}
+
+Status Check(bool succeeded) { return succeeded ? Status::kOk : FromErrno(); }
+
+int Descriptor(FileHandle file) { return static_cast<int>(file); }
+
+PathKind KindOf(mode_t mode) {
+    if (S_ISREG(mode)) return PathKind::kFile;
+    return S_ISDIR(mode) ? PathKind::kFolder : PathKind::kOther;
+}
+
+// Opens without waiting for a pipe's other end, and takes nothing but regular files.
+int OpenRegular(const std::string& path, int flags, mode_t mode) {
+    const int descriptor = open(path.c_str(), flags | O_CLOEXEC | O_NONBLOCK, mode);
+    struct stat info;
+    if (descriptor >= 0 && (fstat(descriptor, &info) != 0 || !S_ISREG(info.st_mode))) {
+        close(descriptor);
+        errno = EINVAL;
+        return -1;
+    }
+    return descriptor;
+}
+
+}  // namespace
+
+Status GetPathKind(const std::string& path, PathKind& kind) {
+    struct stat info;
+    kind = PathKind::kNone;
+    if (stat(path.c_str(), &info) == 0) kind = KindOf(info.st_mode);
+    return Status::kOk;
+}
+
+Status AbsolutePath(const std::string& path, std::string& absolute) {
+    absolute = path;
+    if (path.starts_with('/')) return Status::kOk;
+    const std::unique_ptr<char, decltype(&free)> current(getcwd(nullptr, 0), &free);
+    if (!current) return Status::kBadPath;
+    absolute = std::string(current.get()) + "/" + path;
+    return Status::kOk;
+}
+
+Status IsSameFile(const std::string& a, const std::string& b, bool& same) {
+    struct stat first;
+    struct stat second;
+    same = stat(a.c_str(), &first) == 0 && stat(b.c_str(), &second) == 0 && first.st_dev == second.st_dev &&
+           first.st_ino == second.st_ino;
+    return Status::kOk;
+}
+
+Status CreateEmptyFile(const std::string& path, CreateOptions options) {
+    const int flags = O_RDWR | O_CREAT | (options.exclusive ? O_EXCL : O_TRUNC);
+    const int descriptor = OpenRegular(path, flags, options.ownerOnly ? 0600 : 0666);
+    if (descriptor < 0) return FromErrno();
+    return Check(close(descriptor) == 0);
+}
+
+Status OpenFile(const std::string& path, bool, Access access, FileHandle& file) {
+    constexpr int kFlags[] = {O_RDONLY, O_RDWR, O_RDWR | O_APPEND};
+    const int descriptor = OpenRegular(path, kFlags[static_cast<int>(access)], 0);
+    file = descriptor < 0 ? kNoFile : static_cast<FileHandle>(descriptor);
+    return Check(descriptor >= 0);
+}
+
+Status CloseFile(FileHandle file) { return Check(close(Descriptor(file)) == 0); }
+
+Status DeleteFileAt(const std::string& path) { return Check(unlink(path.c_str()) == 0); }
+
+Status MoveFileTo(const std::string& from, const std::string& to) {
+    return Check(rename(from.c_str(), to.c_str()) == 0);
+}
+
+Status ReplaceFileBy(const std::string& from, const std::string& to) { return MoveFileTo(from, to); }
+
+Status SeekFile(FileHandle file, std::int64_t offset, SeekMode mode, std::uint64_t& position) {
+    constexpr int kOrigins[] = {SEEK_SET, SEEK_CUR, SEEK_END};
+    const off_t reached = lseek(Descriptor(file), offset, kOrigins[static_cast<int>(mode)]);
+    position = static_cast<std::uint64_t>(reached);
+    return Check(reached >= 0);
+}
+
+Status ReadFromFile(FileHandle file, void* buffer, std::size_t count, std::size_t& done) {
+    ssize_t got = 0;
+    do {
+        got = read(Descriptor(file), buffer, count);
+    } while (got < 0 && errno == EINTR);
+    done = got < 0 ? 0 : static_cast<std::size_t>(got);
+    return Check(got >= 0);
+}
+
+Status WriteToFile(FileHandle file, const void* buffer, std::size_t count, std::size_t& done) {
+    // A write may stop early without being finished: only the next call tells why.
+    for (done = 0; done < count;) {
+        const ssize_t put = write(Descriptor(file), static_cast<const char*>(buffer) + done, count - done);
+        if (put < 0 && errno != EINTR) return FromErrno();
+        if (put > 0) done += static_cast<std::size_t>(put);
+    }
+    return Status::kOk;
+}
+
+Status EndFileHere(FileHandle file) {
+    const off_t here = lseek(Descriptor(file), 0, SEEK_CUR);
+    return Check(here >= 0 && ftruncate(Descriptor(file), here) == 0);
+}
+
+Status GetFileLength(FileHandle file, std::uint64_t& length) {
+    struct stat info;
+    const bool known = fstat(Descriptor(file), &info) == 0;
+    length = known ? static_cast<std::uint64_t>(info.st_size) : 0;
+    return Check(known);
+}
+
+Status TempFolder(std::string& path) {
+    const char* chosen = getenv("TMPDIR");
+    path = chosen != nullptr && *chosen == '/' ? chosen : "/tmp";
+    PathKind kind;
+    GetPathKind(path, kind);
+    return kind == PathKind::kFolder ? Status::kOk : Status::kNotFound;
+}
+
+Status CreateTempFile(const std::string& folder, std::string& path) {
+    path = folder + "/ZTTXXXXXX";
+    const int descriptor = mkostemp(path.data(), O_CLOEXEC);
+    if (descriptor < 0) return FromErrno();
+    return Check(close(descriptor) == 0);
+}
+
+Status OpenFolder(const std::string& path, Folder*& folder) {
+    folder = nullptr;
+    auto opened = std::make_unique<Folder>(Folder{nullptr, path});
+    opened->stream = opendir(path.c_str());
+    if (opened->stream == nullptr) return FromErrno();
+    folder = opened.release();
+    return Status::kOk;
+}
+
+Status NextEntry(Folder* folder, std::string& name, PathKind& kind) {
+    do {
+        errno = 0;
+        const dirent* entry = readdir(folder->stream);
+        if (entry == nullptr) return errno == 0 ? Status::kNotFound : FromErrno();
+        name = entry->d_name;
+    } while (name == "." || name == "..");
+    return GetPathKind(folder->path + "/" + name, kind);
+}
+
+Status CloseFolder(Folder* folder) {
+    const std::unique_ptr<Folder> owned(folder);
+    return Check(closedir(folder->stream) == 0);
+}
+
+}  // namespace zentor::os

@@ -1,0 +1,210 @@
+#include "util/os_file.h"
+
+#include <windows.h>
+
+#include <memory>
+
+#include "util/win32/wide_path.h"
+
+namespace zentor::os {
+
+struct Folder {
+    HANDLE search;
+    WIN32_FIND_DATAW current;
+    bool pending;  // `current` has not been handed out yet
+};
+
+namespace {
+
+Status FromLastError() {
+    switch (GetLastError()) {
+        case ERROR_FILE_NOT_FOUND:
+        case ERROR_PATH_NOT_FOUND:
+        case ERROR_NO_MORE_FILES:
+            return Status::kNotFound;
+        case ERROR_FILE_EXISTS:
+        case ERROR_ALREADY_EXISTS:
+            return Status::kExists;
+        case ERROR_ACCESS_DENIED:
+        case ERROR_SHARING_VIOLATION:
+        case ERROR_LOCK_VIOLATION:
+        case ERROR_WRITE_PROTECT:
+            return Status::kDenied;
+        case ERROR_DISK_FULL:
+        case ERROR_HANDLE_DISK_FULL:
+            return Status::kDiskFull;
+        default:
+            return Status::kFailed;
+    }
+}
+
+Status Check(bool succeeded) { return succeeded ? Status::kOk : FromLastError(); }
+
+HANDLE Handle(FileHandle file) { return reinterpret_cast<HANDLE>(file); }
+
+PathKind KindOf(DWORD attributes) {
+    if (attributes & FILE_ATTRIBUTE_DIRECTORY) return PathKind::kFolder;
+    return attributes & FILE_ATTRIBUTE_DEVICE ? PathKind::kOther : PathKind::kFile;
+}
+
+bool FileIdentity(const std::string& path, BY_HANDLE_FILE_INFORMATION& info) {
+    std::wstring wide;
+    if (!WidePath(path, wide)) return false;
+    const HANDLE file = CreateFileW(wide.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                    OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) return false;
+    const bool known = GetFileInformationByHandle(file, &info) != 0;
+    CloseHandle(file);
+    return known;
+}
+
+Status Move(const std::string& from, const std::string& to, DWORD flags) {
+    std::wstring wideFrom;
+    std::wstring wideTo;
+    if (!WidePath(from, wideFrom) || !WidePath(to, wideTo)) return Status::kBadPath;
+    return Check(MoveFileExW(wideFrom.c_str(), wideTo.c_str(), flags) != 0);
+}
+
+constexpr DWORD kFileAttributes = FILE_ATTRIBUTE_NORMAL | FILE_FLAG_RANDOM_ACCESS;
+
+}  // namespace
+
+Status GetPathKind(const std::string& path, PathKind& kind) {
+    kind = PathKind::kNone;
+    std::wstring wide;
+    if (!WidePath(path, wide)) return Status::kBadPath;
+    const DWORD attributes = GetFileAttributesW(wide.c_str());
+    if (attributes != INVALID_FILE_ATTRIBUTES) kind = KindOf(attributes);
+    return Status::kOk;
+}
+
+Status AbsolutePath(const std::string& path, std::string& absolute) {
+    std::wstring full;
+    return FullPath(path, full) && ToUtf8(full, absolute) ? Status::kOk : Status::kBadPath;
+}
+
+Status IsSameFile(const std::string& a, const std::string& b, bool& same) {
+    BY_HANDLE_FILE_INFORMATION first;
+    BY_HANDLE_FILE_INFORMATION second;
+    same = FileIdentity(a, first) && FileIdentity(b, second) &&
+           first.dwVolumeSerialNumber == second.dwVolumeSerialNumber && first.nFileIndexHigh == second.nFileIndexHigh &&
+           first.nFileIndexLow == second.nFileIndexLow;
+    return Status::kOk;
+}
+
+Status CreateEmptyFile(const std::string& path, CreateOptions options) {
+    std::wstring wide;
+    if (!WidePath(path, wide)) return Status::kBadPath;
+    const HANDLE file = CreateFileW(wide.c_str(), GENERIC_READ | FILE_APPEND_DATA, 0, nullptr,
+                                    options.exclusive ? CREATE_NEW : CREATE_ALWAYS, kFileAttributes, nullptr);
+    if (file == INVALID_HANDLE_VALUE) return FromLastError();
+    return Check(CloseHandle(file) != 0);
+}
+
+Status OpenFile(const std::string& path, bool share, Access access, FileHandle& file) {
+    constexpr DWORD kAccess[] = {GENERIC_READ, GENERIC_READ | GENERIC_WRITE, GENERIC_READ | FILE_APPEND_DATA};
+    file = kNoFile;
+    std::wstring wide;
+    if (!WidePath(path, wide)) return Status::kBadPath;
+    const HANDLE opened =
+        CreateFileW(wide.c_str(), kAccess[static_cast<int>(access)], share ? FILE_SHARE_READ | FILE_SHARE_WRITE : 0,
+                    nullptr, OPEN_EXISTING, kFileAttributes, nullptr);
+    if (opened == INVALID_HANDLE_VALUE) return FromLastError();
+    file = reinterpret_cast<FileHandle>(opened);
+    return Status::kOk;
+}
+
+Status CloseFile(FileHandle file) { return Check(CloseHandle(Handle(file)) != 0); }
+
+Status DeleteFileAt(const std::string& path) {
+    std::wstring wide;
+    if (!WidePath(path, wide)) return Status::kBadPath;
+    return Check(DeleteFileW(wide.c_str()) != 0);
+}
+
+Status MoveFileTo(const std::string& from, const std::string& to) { return Move(from, to, 0); }
+
+Status ReplaceFileBy(const std::string& from, const std::string& to) {
+    return Move(from, to, MOVEFILE_REPLACE_EXISTING);
+}
+
+Status SeekFile(FileHandle file, std::int64_t offset, SeekMode mode, std::uint64_t& position) {
+    constexpr DWORD kOrigins[] = {FILE_BEGIN, FILE_CURRENT, FILE_END};
+    LARGE_INTEGER distance;
+    LARGE_INTEGER reached;
+    distance.QuadPart = offset;
+    reached.QuadPart = 0;
+    const bool moved = SetFilePointerEx(Handle(file), distance, &reached, kOrigins[static_cast<int>(mode)]) != 0;
+    position = static_cast<std::uint64_t>(reached.QuadPart);
+    return Check(moved);
+}
+
+Status ReadFromFile(FileHandle file, void* buffer, std::size_t count, std::size_t& done) {
+    DWORD got = 0;
+    const bool succeeded = ReadFile(Handle(file), buffer, static_cast<DWORD>(count), &got, nullptr) != 0;
+    done = got;
+    return Check(succeeded);
+}
+
+Status WriteToFile(FileHandle file, const void* buffer, std::size_t count, std::size_t& done) {
+    DWORD put = 0;
+    const bool succeeded = WriteFile(Handle(file), buffer, static_cast<DWORD>(count), &put, nullptr) != 0;
+    done = put;
+    if (succeeded && put < count) return Status::kDiskFull;
+    return Check(succeeded);
+}
+
+Status EndFileHere(FileHandle file) { return Check(SetEndOfFile(Handle(file)) != 0); }
+
+Status GetFileLength(FileHandle file, std::uint64_t& length) {
+    LARGE_INTEGER size;
+    const bool known = GetFileSizeEx(Handle(file), &size) != 0;
+    length = known ? static_cast<std::uint64_t>(size.QuadPart) : 0;
+    return Check(known);
+}
+
+Status TempFolder(std::string& path) {
+    wchar_t folder[MAX_PATH];
+    const DWORD length = GetTempPathW(MAX_PATH, folder);
+    if (length == 0 || length >= MAX_PATH) return Status::kNotFound;
+    return ToUtf8(std::wstring_view(folder, length), path) ? Status::kOk : Status::kBadPath;
+}
+
+Status CreateTempFile(const std::string& folder, std::string& path) {
+    std::wstring wide;
+    wchar_t name[MAX_PATH];
+    if (!ToWide(folder, wide)) return Status::kBadPath;
+    if (GetTempFileNameW(wide.c_str(), L"ZTT", 0, name) == 0) return FromLastError();
+    return ToUtf8(name, path) ? Status::kOk : Status::kBadPath;
+}
+
+Status OpenFolder(const std::string& path, Folder*& folder) {
+    folder = nullptr;
+    std::wstring wide;
+    if (!WidePath(path, wide)) return Status::kBadPath;
+    if (!wide.ends_with(L'\\')) wide += L'\\';
+    wide += L'*';
+    auto opened = std::make_unique<Folder>();
+    opened->pending = true;
+    opened->search = FindFirstFileW(wide.c_str(), &opened->current);
+    if (opened->search == INVALID_HANDLE_VALUE) return FromLastError();
+    folder = opened.release();
+    return Status::kOk;
+}
+
+Status NextEntry(Folder* folder, std::string& name, PathKind& kind) {
+    do {
+        if (!folder->pending && FindNextFileW(folder->search, &folder->current) == 0) return FromLastError();
+        folder->pending = false;
+        if (!ToUtf8(folder->current.cFileName, name)) return Status::kBadPath;
+    } while (name == "." || name == "..");
+    kind = KindOf(folder->current.dwFileAttributes);
+    return Status::kOk;
+}
+
+Status CloseFolder(Folder* folder) {
+    const std::unique_ptr<Folder> owned(folder);
+    return Check(FindClose(folder->search) != 0);
+}
+
+}  // namespace zentor::os

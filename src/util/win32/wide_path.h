@@ -1,0 +1,18 @@
+// UTF-8 paths in the form that the wide Windows functions take.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace zentor::os {
+
+// Strict conversions; false when the text is not valid Unicode.
+bool ToWide(std::string_view text, std::wstring& wide);
+bool ToUtf8(std::wstring_view wide, std::string& text);
+
+// The absolute, prefixed form of a path; false when the path is empty or cannot be converted.
+bool WidePath(const std::string& path, std::wstring& wide);
+// The absolute form without a prefix.
+bool FullPath(const std::string& path, std::wstring& full);
+
+}  // namespace zentor::os

@@ -1,0 +1,36 @@
+// The file that a document is written to.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "util/file_io.h"
+
+namespace zentor {
+
+// Creates the file with the first write and keeps it open until Close. Every failure closes the file, deletes it and
+// comes out as a ZT_PluginException: the code of the file operation + 1000, 1034 for want of memory or disk, 1023.
+class DocumentFile {
+public:
+    explicit DocumentFile(std::string path) : path_(std::move(path)) {}
+    // A file that was not closed is not a document: it is deleted.
+    ~DocumentFile();
+    DocumentFile(const DocumentFile&) = delete;
+    DocumentFile& operator=(const DocumentFile&) = delete;
+
+    void Write(const char* bytes, std::size_t count);
+    // Cuts the file; writing goes on from there.
+    void CutTo(std::uint64_t length);
+    void Close();
+    // Gives the document up.
+    void Abandon() noexcept;
+
+private:
+    template <class Step>
+    void Guarded(Step&& step);
+
+    std::string path_;
+    FileHandle file_ = kNoFile;
+};
+
+}  // namespace zentor

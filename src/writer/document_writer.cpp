@@ -1,0 +1,185 @@
+#include "writer/document_writer.h"
+
+#include <vector>
+
+#include "model/client_boundary.h"
+#include "writer/node_text.h"
+
+namespace zentor {
+
+using ZT_PLUGIN::Child;
+using ZT_PLUGIN::ChildSource;
+using ZT_PLUGIN::IVkjsonGroup_I;
+using ZT_PLUGIN::IVkjsonRoot_I;
+using ZT_PLUGIN::NoTimeInfo;
+using ZT_PLUGIN::Owner;
+using ZT_PLUGIN::TimecodeInfo;
+using ZT_PLUGIN::UtcInfo;
+using ZT_PLUGIN::VideoSyncEntry;
+
+namespace {
+
+constexpr std::string_view kVersionMember = "{\"version\":\"vkjson2.0.0\"";
+
+bool HasTimeInfo(const IVkjsonRoot_I& root) { return boost::get<NoTimeInfo>(&root.Time()) == nullptr; }
+
+class TimeInfoText : public boost::static_visitor<> {
+public:
+    explicit TimeInfoText(TextBuffer& text) : text_(text) {}
+
+    void operator()(const NoTimeInfo&) const {}
+    void operator()(const TimecodeInfo& info) const {
+        text_.Append("\"useTimecodeB\":true,\"timecodeInfo\":{\"frameRate\":{\"value\":");
+        text_.AppendNumber(info.frameRateValue);
+        text_.Append(",\"scale\":");
+        text_.AppendNumber(info.frameRateScale);
+        text_.Append("},\"dropFrame\":");
+        text_.AppendBoolean(info.dropFrame);
+        text_.Append('}');
+    }
+    void operator()(const UtcInfo& info) const {
+        text_.Append("\"useTimecodeB\":false,\"utcInfo\":{\"precisionLength\":");
+        text_.AppendNumber(info.precisionLength);
+        text_.Append(",\"isGMT\":");
+        text_.AppendBoolean(info.isGmt);
+        text_.Append('}');
+    }
+
+private:
+    TextBuffer& text_;
+};
+
+void AppendVideoSyncEntry(TextBuffer& text, const VideoSyncEntry& entry) {
+    text.Append("{\"fileName\":");
+    text.AppendQuoted(entry.fileName);
+    if (const auto* frame = boost::get<std::uint32_t>(&entry.at)) {
+        text.Append(",\"frameNumber\":");
+        text.AppendNumber(*frame);
+    } else {
+        text.Append(",\"timeString\":");
+        text.AppendQuoted(boost::get<std::string>(entry.at));
+    }
+    text.Append('}');
+}
+
+// Writes a tree of nodes without recursion, so that no depth of nesting can exhaust the stack.
+class OutlineWalk {
+public:
+    explicit OutlineWalk(TextBuffer& text) : text_(text) {}
+
+    void Write(IVkjsonGroup_I& top) {
+        levels_.push_back({nullptr, top.TakeChildren(), true});
+        Child child;
+        while (!levels_.empty()) {
+            if (levels_.back().children->Next(child)) {
+                WriteChild(child);
+            } else {
+                levels_.pop_back();
+                if (!levels_.empty()) text_.Append("]}");
+            }
+        }
+    }
+
+private:
+    struct Level {
+        Owner<IVkjsonGroup_I> group;  // keeps the group of `children`; none at the top
+        std::unique_ptr<ChildSource> children;
+        bool first;
+    };
+
+    void WriteChild(Child& child) {
+        if (!levels_.back().first) text_.Append(',');
+        levels_.back().first = false;
+        if (!child.group) {
+            AppendStaticNode(text_, child.node);
+            return;
+        }
+        AppendNodeStart(text_, "dataGroup", child.group->MatchName(), child.group->DisplayName());
+        text_.Append(",\"children\":[");
+        auto children = child.group->TakeChildren();
+        levels_.push_back({std::move(child.group), std::move(children), true});
+    }
+
+    TextBuffer& text_;
+    std::vector<Level> levels_;
+};
+
+}  // namespace
+
+// Runs one phase; whatever goes wrong, the document is given up for good.
+template <class Step>
+void DocumentWriter::Guarded(Step&& step) {
+    try {
+        ZT_PLUGIN::TranslateFailures(step);
+    } catch (...) {
+        state_ = State::kFailed;
+        file_.Abandon();
+        throw;
+    }
+}
+
+void DocumentWriter::WriteHeader(const IVkjsonRoot_I& root) {
+    if (headerWritten_ || state_ != State::kOpen) return;
+    Guarded([&] {
+        AppendHeader(root);
+        text_.Flush();
+    });
+}
+
+bool DocumentWriter::Finish(IVkjsonRoot_I& root) {
+    if (state_ != State::kOpen) return false;
+    Guarded([&] {
+        if (headerWritten_ && HasTimeInfo(root)) {
+            // The header promises samples, and none came.
+            file_.CutTo(kVersionMember.size());
+            text_.Append(",\"dynamicSamplesPresentB\":false");
+        } else if (!headerWritten_) {
+            text_.Append(kVersionMember);
+            text_.Append(",\"dynamicSamplesPresentB\":false");
+            headerWritten_ = true;
+        }
+        if (!root.Creator().empty()) {
+            text_.Append(",\"creator\":");
+            text_.AppendQuoted(root.Creator());
+        }
+        AppendOutline(root);
+        text_.Append('}');
+        text_.Flush();
+        file_.Close();
+    });
+    state_ = State::kFinished;
+    return true;
+}
+
+void DocumentWriter::AppendHeader(const IVkjsonRoot_I& root) {
+    text_.Append(kVersionMember);
+    if (HasTimeInfo(root)) {
+        text_.Append(",\"dynamicSamplesPresentB\":true");
+        AppendTimeInfo(root);
+    } else {
+        text_.Append(",\"dynamicSamplesPresentB\":false");
+    }
+    headerWritten_ = true;
+}
+
+void DocumentWriter::AppendTimeInfo(const IVkjsonRoot_I& root) {
+    text_.Append(",\"dynamicDataInfo\":{");
+    boost::apply_visitor(TimeInfoText(text_), root.Time());
+    if (!root.VideoSync().empty()) {
+        text_.Append(",\"videoSyncTimeList\":[");
+        for (const VideoSyncEntry& entry : root.VideoSync()) {
+            if (&entry != &root.VideoSync().front()) text_.Append(',');
+            AppendVideoSyncEntry(text_, entry);
+        }
+        text_.Append(']');
+    }
+    text_.Append('}');
+}
+
+void DocumentWriter::AppendOutline(IVkjsonRoot_I& root) {
+    text_.Append(",\"dataOutline\":[");
+    OutlineWalk(text_).Write(root);
+    text_.Append(']');
+}
+
+}  // namespace zentor

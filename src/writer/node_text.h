@@ -1,0 +1,16 @@
+// The text of nodes and of their property objects.
+#pragma once
+
+#include "model/node_values.h"
+#include "writer/text_buffer.h"
+
+namespace zentor {
+
+// {"objectType":"...","matchName":"...","displayName":"..." : the members that every node begins with.
+void AppendNodeStart(TextBuffer& text, std::string_view objectType, std::string_view matchName,
+                     std::string_view displayName);
+
+// A whole static node.
+void AppendStaticNode(TextBuffer& text, const ZT_PLUGIN::StaticNodeView& node);
+
+}  // namespace zentor
