@@ -51,10 +51,12 @@ struct StaticNodeView {
     StaticKind kind = StaticKind::kNumber;
     std::string_view matchName;
     std::string_view displayName;
-    double number = 0;                   // kNumber
-    NumberPattern pattern;               // kNumber; unset: the digits of the number
-    MinMax legalRange;                   // kNumber; unknown: the number
-    std::string_view text;               // kString
+    double number = 0;  // kNumber, unless its text is given
+    std::string_view
+        numberText;         // kNumber: what zentor::FormatNumber gives, where the source has it (at most 32 bytes)
+    NumberPattern pattern;  // kNumber; unset: the digits of the number
+    MinMax legalRange;      // kNumber; unknown: the number
+    std::string_view text;  // kString
     StringProperties stringProperties;   // kString
     bool boolean = false;                // kBoolean
     const NumberArray* array = nullptr;  // kNumberArray

@@ -3,6 +3,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstring>
+#include <iterator>
 #include <system_error>
 
 namespace zentor {
@@ -43,13 +44,59 @@ NumberText FormatNumber(double value) {
     return text;
 }
 
-DigitCounts CountDigits(std::string_view number) {
-    DigitCounts counts{0, 0, number.starts_with('-')};
-    const std::string_view mantissa = number.substr(counts.isNegative ? 1 : 0, number.find('e') - counts.isNegative);
-    const std::size_t point = mantissa.find('.');
-    counts.integer = point == std::string_view::npos ? mantissa.size() : point;
-    counts.decimal = point == std::string_view::npos ? 0 : mantissa.size() - point - 1;
-    return counts;
+namespace {
+
+constexpr int kExactDigits = 15;  // every decimal of so many digits survives the way through double
+constexpr int kSmallestExponent = -4;
+constexpr int kLargestExponent = kExactDigits - 1;
+
+// For numbers with k + kSmallestExponent as decimal exponent: the first power of two from which on neighbouring doubles
+// are farther apart than one unit of the 16th digit. Below it, half the distance of doubles is less than half a unit,
+// so that rounding to 16 digits gives the decimal back.
+constexpr double kCoarseFrom[] = {
+    0x1p-11, 0x1p-7, 0x1p-4, 0x1p-1, 0x1p3,  0x1p6,  0x1p9,  0x1p13, 0x1p16, 0x1p19,
+    0x1p23,  0x1p26, 0x1p29, 0x1p33, 0x1p36, 0x1p39, 0x1p43, 0x1p46, 0x1p49,
+};
+static_assert(std::size(kCoarseFrom) == kLargestExponent - kSmallestExponent + 1);
+
+constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,
+                                   1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19};
+static_assert(std::size(kPowersOfTen) == kExactDigits - kSmallestExponent + 1);
+
+}  // namespace
+
+PlainDecimal ScanPlainDecimal(const char* from, const char* end) {
+    const PlainDecimal unknown{{}, nullptr};
+    const char* at = from;
+    if (at != end && *at == '-') ++at;
+    const char* const start = at;
+    std::uint64_t digits = 0;  // all digits as one whole number
+    int significant = 0;
+    const auto takeDigit = [&] {
+        digits = digits * 10 + static_cast<std::uint64_t>(*at++ - '0');
+        significant += digits != 0 ? 1 : 0;
+    };
+    while (at != end && IsDigit(*at) && significant <= kExactDigits) takeDigit();
+    if (at == start || (*start == '0' && at - start > 1)) return unknown;
+    const char* last = at;  // after the last digit that is written
+    int fraction = 0;
+    if (at != end && *at == '.') {
+        ++at;
+        const char* const point = at;
+        while (at != end && IsDigit(*at) && significant <= kExactDigits && at - point <= kExactDigits) {
+            takeDigit();
+            if (at[-1] != '0') last = at;
+        }
+        fraction = static_cast<int>(at - point);
+    }
+    if (significant > kExactDigits || (at != end && (IsDigit(*at) || *at == 'e' || *at == 'E'))) return unknown;
+    if (significant != 0) {
+        const int exponent = significant - fraction - 1;
+        if (exponent < kSmallestExponent) return unknown;
+        const double limit = kCoarseFrom[exponent - kSmallestExponent] * kPowersOfTen[fraction];  // exact
+        if (static_cast<double>(digits) >= limit) return unknown;
+    }
+    return {{from, static_cast<std::size_t>(last - from)}, at};
 }
 
 bool IsWritable(double value) { return std::abs(value) < kUnwritable; }

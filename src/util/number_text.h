@@ -1,14 +1,17 @@
 // Numbers as the document format writes them, and as tables hold them. Locale-free.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
 namespace zentor {
 
-// The text of one number.
+// The text of one number. The unused bytes may be copied along, but mean nothing.
 struct NumberText {
-    char bytes[32];
+    static constexpr std::size_t kRoom = 32;
+
+    char bytes[kRoom];
     std::uint32_t length;
 
     std::string_view view() const { return {bytes, length}; }
@@ -24,10 +27,29 @@ struct DigitCounts {
     bool isNegative;
 };
 
-DigitCounts CountDigits(std::string_view number);
+inline DigitCounts CountDigits(std::string_view number) {
+    const bool isNegative = number.starts_with('-');
+    const std::size_t first = isNegative ? 1 : 0;
+    std::size_t point = first;
+    while (point < number.size() && number[point] != '.' && number[point] != 'e') ++point;
+    std::size_t end = point;
+    while (end < number.size() && number[end] != 'e') ++end;
+    return {point - first, end == point ? 0 : end - point - 1, isNegative};
+}
 
 // Whether the 16-digit text of `value` is again a finite number; false for infinities and not-a-number.
 bool IsWritable(double value);
+
+// A number as it stands in a text, when that already is the text that FormatNumber would give for it.
+struct PlainDecimal {
+    std::string_view canonical;  // within the text; empty when the number has to be parsed and formatted
+    const char* end;             // where the number ends
+};
+
+// Looks at the number at the beginning of [from, end) without parsing it. A decimal number of at most 15 significant
+// digits without an exponent keeps its digits through double and back to 16 digits, unless it lies in the upper part of
+// its decade, where doubles stand farther apart than numbers of 16 digits.
+PlainDecimal ScanPlainDecimal(const char* from, const char* end);
 
 // Reads a decimal number at the beginning of [from, end): an optional sign, digits with an optional point, an optional
 // exponent. Returns the position after it, or null when there is none or its value is out of range (an overflow, or an

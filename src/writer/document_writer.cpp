@@ -33,16 +33,12 @@ public:
         text_.AppendNumber(info.frameRateValue);
         text_.Append(",\"scale\":");
         text_.AppendNumber(info.frameRateScale);
-        text_.Append("},\"dropFrame\":");
-        text_.AppendBoolean(info.dropFrame);
-        text_.Append('}');
+        text_.Append(info.dropFrame ? "},\"dropFrame\":true}" : "},\"dropFrame\":false}");
     }
     void operator()(const UtcInfo& info) const {
         text_.Append("\"useTimecodeB\":false,\"utcInfo\":{\"precisionLength\":");
         text_.AppendNumber(info.precisionLength);
-        text_.Append(",\"isGMT\":");
-        text_.AppendBoolean(info.isGmt);
-        text_.Append('}');
+        text_.Append(info.isGmt ? ",\"isGMT\":true}" : ",\"isGMT\":false}");
     }
 
 private:
@@ -94,8 +90,7 @@ private:
             AppendStaticNode(text_, child.node);
             return;
         }
-        AppendNodeStart(text_, "dataGroup", child.group->MatchName(), child.group->DisplayName());
-        text_.Append(",\"children\":[");
+        AppendGroupStart(text_, child.group->MatchName(), child.group->DisplayName());
         auto children = child.group->TakeChildren();
         levels_.push_back({std::move(child.group), std::move(children), true});
     }

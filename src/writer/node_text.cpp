@@ -1,6 +1,7 @@
 #include "writer/node_text.h"
 
 #include <algorithm>
+#include <cstring>
 #include <utility>
 
 namespace zentor {
@@ -15,41 +16,46 @@ using ZT_PLUGIN::StringProperties;
 
 namespace {
 
-void AppendCount(TextBuffer& text, std::uint64_t count) { text.AppendNumber(static_cast<double>(count)); }
-
-void AppendPattern(TextBuffer& text, const NumberPattern& pattern) {
-    text.Append("\"pattern\":{\"isSigned\":");
-    text.AppendBoolean(pattern.isSigned);
-    if (pattern.digitsDecimal != kUnsetCount) {
-        text.Append(",\"digitsDecimal\":");
-        AppendCount(text, pattern.digitsDecimal);
-    }
-    if (pattern.digitsInteger != kUnsetCount) {
-        text.Append(",\"digitsInteger\":");
-        AppendCount(text, pattern.digitsInteger);
-    }
-    text.Append('}');
+// The names that every node has, from the first character of the match name on.
+void AppendNames(TextBuffer& text, std::string_view matchName, std::string_view displayName) {
+    text.Append(matchName);
+    text.Append("\",\"displayName\":\"");
+    text.Append(displayName);
 }
 
-void AppendMinMax(TextBuffer& text, std::string_view minimum, std::string_view maximum) {
-    text.Append("{\"min\":");
-    text.Append(minimum);
-    text.Append(",\"max\":");
-    text.Append(maximum);
-    text.Append('}');
+void PutPattern(TextRun& run, const NumberPattern& pattern) {
+    run.Put("\"pattern\":{\"isSigned\":");
+    run.PutBoolean(pattern.isSigned);
+    if (pattern.digitsDecimal != kUnsetCount) {
+        run.Put(",\"digitsDecimal\":");
+        run.PutCount(pattern.digitsDecimal);
+    }
+    if (pattern.digitsInteger != kUnsetCount) {
+        run.Put(",\"digitsInteger\":");
+        run.PutCount(pattern.digitsInteger);
+    }
+    run.Put('}');
+}
+
+void PutMinMax(TextRun& run, const NumberText& minimum, const NumberText& maximum) {
+    run.Put("{\"min\":");
+    run.Put(minimum);
+    run.Put(",\"max\":");
+    run.Put(maximum);
+    run.Put('}');
 }
 
 // The range of a fixed value: it occupies just that value; what is legal when nothing is known, too.
-void AppendRange(TextBuffer& text, std::string_view value, const MinMax& legal) {
-    text.Append("{\"occurring\":");
-    AppendMinMax(text, value, value);
-    text.Append(",\"legal\":");
+void PutRange(TextRun& run, const NumberText& value, const MinMax& legal) {
+    run.Put("{\"occurring\":");
+    PutMinMax(run, value, value);
+    run.Put(",\"legal\":");
     if (legal.IsKnown()) {
-        AppendMinMax(text, FormatNumber(legal.minimum).view(), FormatNumber(legal.maximum).view());
+        PutMinMax(run, FormatNumber(legal.minimum), FormatNumber(legal.maximum));
     } else {
-        AppendMinMax(text, value, value);
+        PutMinMax(run, value, value);
     }
-    text.Append('}');
+    run.Put('}');
 }
 
 NumberPattern PatternOf(std::string_view number) {
@@ -69,38 +75,44 @@ NumberPattern PatternOf(const NumberArray& array) {
     return widest;
 }
 
-void AppendNumber(TextBuffer& text, const StaticNodeView& node) {
-    const NumberText number = FormatNumber(node.number);
-    text.Append("\"number\",\"numberStringProperties\":{");
-    AppendPattern(text, node.pattern.IsKnown() ? node.pattern : PatternOf(number.view()));
-    text.Append(",\"range\":");
-    AppendRange(text, number.view(), node.legalRange);
-    text.Append("}},\"value\":");
-    text.Append(number);
+NumberText TextOf(const StaticNodeView& node) {
+    if (node.numberText.empty()) return FormatNumber(node.number);
+    NumberText text;
+    text.length = static_cast<std::uint32_t>(node.numberText.size());
+    std::memmove(text.bytes, node.numberText.data(), text.length);
+    return text;
 }
 
-void AppendString(TextBuffer& text, const StaticNodeView& node) {
-    const StringProperties& properties = node.stringProperties;
-    text.Append("\"string\",\"paddedStringProperties\":{");
+void PutNumber(TextRun& run, const StaticNodeView& node) {
+    const NumberText number = TextOf(node);
+    run.Put("\"number\",\"numberStringProperties\":{");
+    PutPattern(run, node.pattern.IsKnown() ? node.pattern : PatternOf(number.view()));
+    run.Put(",\"range\":");
+    PutRange(run, number, node.legalRange);
+    run.Put("}},\"value\":");
+    run.Put(number);
+}
+
+void PutStringType(TextRun& run, const StringProperties& properties) {
+    run.Put("\"string\",\"paddedStringProperties\":{");
     if (properties.maxDigitsInLength != kUnsetCount) {
-        text.Append("\"maxDigitsInStrLength\":");
-        AppendCount(text, properties.maxDigitsInLength);
-        text.Append(',');
+        run.Put("\"maxDigitsInStrLength\":");
+        run.PutCount(properties.maxDigitsInLength);
+        run.Put(',');
     }
     if (properties.maxLength != kUnsetCount) {
-        text.Append("\"maxLen\":");
-        AppendCount(text, properties.maxLength);
-        text.Append(',');
+        run.Put("\"maxLen\":");
+        run.PutCount(properties.maxLength);
+        run.Put(',');
     }
-    text.Append("\"eventMarkerB\":");
-    text.AppendBoolean(properties.isEventMarker);
-    text.Append("}},\"value\":");
-    text.AppendQuoted(node.text);
+    run.Put("\"eventMarkerB\":");
+    run.PutBoolean(properties.isEventMarker);
+    run.Put("}},\"value\":");
 }
 
-void AppendBoolean(TextBuffer& text, const StaticNodeView& node) {
-    text.Append("\"boolean\"},\"value\":");
-    text.AppendBoolean(node.boolean);
+void PutBoolean(TextRun& run, bool value) {
+    run.Put("\"boolean\"},\"value\":");
+    run.PutBoolean(value);
 }
 
 // Calls `append` for 0 to count - 1, with a comma before every one but the first.
@@ -114,18 +126,17 @@ void AppendList(TextBuffer& text, std::size_t count, AppendOne&& append) {
     text.Append(']');
 }
 
-void AppendNumberArray(TextBuffer& text, const StaticNodeView& node) {
-    const NumberArray& array = *node.array;
+void AppendNumberArray(TextBuffer& text, const NumberArray& array) {
     const std::size_t size = array.values.size();
     text.Append("\"numberArray\",\"numberArrayProperties\":{");
-    AppendPattern(text, array.pattern.IsKnown() ? array.pattern : PatternOf(array));
+    text.AppendRun([&](TextRun& run) { PutPattern(run, array.pattern.IsKnown() ? array.pattern : PatternOf(array)); });
     text.Append(",\"arrayRanges\":{\"ranges\":");
     AppendList(text, size, [&](std::size_t k) {
         const MinMax legal = array.legalRanges.empty() ? MinMax() : array.legalRanges[k];
-        AppendRange(text, FormatNumber(array.values[k]).view(), legal);
+        text.AppendRun([&](TextRun& run) { PutRange(run, FormatNumber(array.values[k]), legal); });
     });
     text.Append("},\"arraySize\":");
-    AppendCount(text, size);
+    text.AppendRun([size](TextRun& run) { run.PutCount(size); });
     text.Append(",\"arrayDisplayNames\":");
     AppendList(text, array.displayNames.size(), [&](std::size_t k) { text.AppendQuoted(array.displayNames[k]); });
     if (array.isPoint) text.Append(",\"isPoint\":true");
@@ -135,32 +146,39 @@ void AppendNumberArray(TextBuffer& text, const StaticNodeView& node) {
 
 }  // namespace
 
-void AppendNodeStart(TextBuffer& text, std::string_view objectType, std::string_view matchName,
-                     std::string_view displayName) {
-    text.Append("{\"objectType\":\"");
-    text.Append(objectType);
-    text.Append("\",\"matchName\":\"");
-    text.Append(matchName);
-    text.Append("\",\"displayName\":\"");
-    text.Append(displayName);
-    text.Append('"');
+void AppendGroupStart(TextBuffer& text, std::string_view matchName, std::string_view displayName) {
+    text.Append("{\"objectType\":\"dataGroup\",\"matchName\":\"");
+    AppendNames(text, matchName, displayName);
+    text.Append("\",\"children\":[");
 }
 
 void AppendStaticNode(TextBuffer& text, const StaticNodeView& node) {
-    AppendNodeStart(text, "dataStatic", node.matchName, node.displayName);
-    text.Append(",\"dataType\":{\"type\":");
+    text.Append("{\"objectType\":\"dataStatic\",\"matchName\":\"");
+    AppendNames(text, node.matchName, node.displayName);
+    constexpr auto kType = [](TextRun& run) { run.Put("\",\"dataType\":{\"type\":"); };
     switch (node.kind) {
         case StaticKind::kNumber:
-            AppendNumber(text, node);
+            text.AppendRun([&](TextRun& run) {
+                kType(run);
+                PutNumber(run, node);
+            });
             break;
         case StaticKind::kString:
-            AppendString(text, node);
+            text.AppendRun([&](TextRun& run) {
+                kType(run);
+                PutStringType(run, node.stringProperties);
+            });
+            text.AppendQuoted(node.text);
             break;
         case StaticKind::kNumberArray:
-            AppendNumberArray(text, node);
+            text.AppendRun(kType);
+            AppendNumberArray(text, *node.array);
             break;
         case StaticKind::kBoolean:
-            AppendBoolean(text, node);
+            text.AppendRun([&](TextRun& run) {
+                kType(run);
+                PutBoolean(run, node.boolean);
+            });
             break;
     }
     text.Append('}');

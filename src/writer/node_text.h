@@ -6,9 +6,8 @@
 
 namespace zentor {
 
-// {"objectType":"...","matchName":"...","displayName":"..." : the members that every node begins with.
-void AppendNodeStart(TextBuffer& text, std::string_view objectType, std::string_view matchName,
-                     std::string_view displayName);
+// A group up to and with the "[" before its children.
+void AppendGroupStart(TextBuffer& text, std::string_view matchName, std::string_view displayName);
 
 // A whole static node.
 void AppendStaticNode(TextBuffer& text, const ZT_PLUGIN::StaticNodeView& node);

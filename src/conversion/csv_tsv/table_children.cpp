@@ -73,10 +73,11 @@ public:
 private:
     std::size_t ReadNumber(Child& child, std::size_t at) {
         child.node.kind = StaticKind::kNumber;
-        const std::size_t end = ParseNumericCell(table_.text, at, table_.delimiter, child.node.number);
-        if (end != std::string_view::npos) return end;
-        child.node.number = 0;  // an empty cell
-        return at;
+        const NumericCell cell = ReadNumericCell(table_.text, at, table_.delimiter);
+        const bool isEmpty = cell.end == std::string_view::npos;
+        child.node.number = isEmpty ? 0 : cell.value;
+        child.node.numberText = isEmpty ? std::string_view() : cell.canonical;
+        return isEmpty ? at : cell.end;
     }
 
     std::size_t ReadText(Child& child, std::size_t at) {

@@ -48,8 +48,7 @@ std::size_t ScanRow(TableIndex& table, std::size_t from) {
     for (std::size_t column = 0;; ++column) {
         std::size_t end = kNone;
         if (column < table.columnCount && table.isNumericColumn[column]) {
-            double value;
-            end = ParseNumericCell(table.text, at, table.delimiter, value);
+            end = ReadNumericCell(table.text, at, table.delimiter).end;
         }
         if (end == kNone) {
             end = EndOfCell(table.text, at, table.delimiter);
@@ -111,14 +110,22 @@ std::size_t EndOfCell(std::string_view text, std::size_t from, char delimiter) {
     return at;
 }
 
-std::size_t ParseNumericCell(std::string_view text, std::size_t from, char delimiter, double& value) {
+NumericCell ReadNumericCell(std::string_view text, std::size_t from, char delimiter) {
     std::size_t at = from;
     while (at < text.size() && IsBlank(text[at]) && text[at] != delimiter) ++at;
+    const char* const start = text.data() + at;
     const char* const textEnd = text.data() + text.size();
-    const char* const stop = ParseNumber(text.data() + at, textEnd, value);
-    if (stop == nullptr || !IsWritable(value)) return kNone;
+    NumericCell cell{kNone, {}, 0};
+    const PlainDecimal plain = ScanPlainDecimal(start, textEnd);
+    cell.canonical = plain.canonical;
+    const char* stop = plain.end;
+    if (stop == nullptr) {
+        stop = ParseNumber(start, textEnd, cell.value);
+        if (stop == nullptr || !IsWritable(cell.value)) return cell;
+    }
     const bool isWholeCell = stop == textEnd || *stop == delimiter || IsLineEnd(*stop);
-    return isWholeCell ? static_cast<std::size_t>(stop - text.data()) : kNone;
+    if (isWholeCell) cell.end = static_cast<std::size_t>(stop - text.data());
+    return cell;
 }
 
 }  // namespace zentor

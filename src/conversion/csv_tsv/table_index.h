@@ -42,8 +42,13 @@ struct TableIndex {
 // Where the cell that begins at `from` ends: at a delimiter, at the end of its line, or of the text.
 std::size_t EndOfCell(std::string_view text, std::size_t from, char delimiter);
 
-// Reads a numeric cell that begins at `from`. Leading blanks, then a decimal number whose 16 digits are in the range of
-// a double, then the end of the cell. Returns where the cell ends, or npos when it is no number.
-std::size_t ParseNumericCell(std::string_view text, std::size_t from, char delimiter, double& value);
+// A cell that is a number: leading blanks, then a decimal number whose 16 digits are in the range of a double.
+struct NumericCell {
+    std::size_t end;             // where the cell ends; npos when it is no number
+    std::string_view canonical;  // the number's text in the document, when the cell holds it; else there is the value
+    double value;
+};
+
+NumericCell ReadNumericCell(std::string_view text, std::size_t from, char delimiter);
 
 }  // namespace zentor
