@@ -43,10 +43,9 @@ void CheckOutputPath(Library& library, const std::string& path, bool force) {
     if (!folder.empty() && KindOf(folder) != os::PathKind::kFolder) {
         library.Fail(58, "$$$/ZTError/DirectoryDoesNotExists=VKJSON output directory does not exists.");
     }
-    if (KindOf(path) == os::PathKind::kFolder) throw LibraryFailure(path + " is a folder");
-    if (KindOf(path) != os::PathKind::kNone && !force) {
-        throw LibraryFailure(path + " exists already; --force replaces it");
-    }
+    const os::PathKind kind = KindOf(path);
+    if (kind == os::PathKind::kFolder || kind == os::PathKind::kOther) throw LibraryFailure(path + " is not a file");
+    if (kind == os::PathKind::kFile && !force) throw LibraryFailure(path + " exists already; --force replaces it");
 }
 
 void SaveWhole(Library& library, Stream& stream, const std::string& inputPath, const std::string& path) {

@@ -69,7 +69,7 @@ cmp mine.vkjson expected || fail "--force"
 
 expect 1 "" 'zentor: error 4: File not exist at input path:"missing.csv".' convert missing.csv --no-validate
 expect 1 "" "zentor: error 58: VKJSON output directory does not exists." convert table.csv -o no/out.vkjson --no-validate
-expect 1 "" "zentor: folder is a folder" convert table.csv -o folder --force --no-validate
+expect 1 "" "zentor: folder is not a file" convert table.csv -o folder --force --no-validate
 expect 1 "" 'zentor: error 7: "File_IO::Create", Cannot create file.' convert table.csv -o table.csv --force --no-validate
 cmp table.csv take.2.csv || fail "an input was overwritten"
 expect 0 "~^table" "" convert table.vkjson -o table.vkjson --force --no-validate

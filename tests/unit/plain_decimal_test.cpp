@@ -1,0 +1,102 @@
+// Numbers that go into a document as they stand must be what parsing and formatting would have made of them.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdio>
+#include <random>
+#include <string>
+
+#include "util/number_text.h"
+
+namespace zentor {
+
+namespace {
+
+// What the way through double makes of a decimal.
+std::string Formatted(const std::string& decimal) {
+    double value = 0;
+    EXPECT_EQ(ParseNumber(decimal.data(), decimal.data() + decimal.size(), value), decimal.data() + decimal.size());
+    return std::string(FormatNumber(value).view());
+}
+
+std::string Scanned(const std::string& text) {
+    return std::string(ScanPlainDecimal(text.data(), text.data() + text.size()).canonical);
+}
+
+}  // namespace
+
+TEST(PlainDecimal, Cases) {
+    const struct {
+        const char* text;
+        const char* canonical;
+        std::size_t length;  // of the number, when it is taken
+    } cases[] = {
+        {"0", "0", 1},
+        {"-0", "-0", 2},
+        {"0.000", "0", 5},
+        {"-0.0", "-0", 4},
+        {"12,3", "12", 2},
+        {"12.50x", "12.5", 5},
+        {"12.", "12", 3},
+        {"-7.25", "-7.25", 5},
+        {"0.5", "", 0},
+        {"0.49", "0.49", 4},
+        {"0.0001", "0.0001", 6},
+        {"7.999", "7.999", 5},
+        {"8", "", 0},
+        {"63.5", "63.5", 4},
+        {"64", "", 0},
+        {"123456789012345", "123456789012345", 15},
+        {"1234567890123456", "", 0},
+        {"0.00001", "", 0},
+        {"007", "", 0},
+        {"+1", "", 0},
+        {".5", "", 0},
+        {"1e5", "", 0},
+        {"1.5E5", "", 0},
+        {"-", "", 0},
+        {"", "", 0},
+        {"x", "", 0},
+        {"0.00000000000000000000000000001", "", 0},
+        {"1.0000000000000000000000", "", 0},
+    };
+    for (const auto& c : cases) {
+        const std::string text = c.text;
+        const PlainDecimal plain = ScanPlainDecimal(text.data(), text.data() + text.size());
+        EXPECT_EQ(plain.canonical, c.canonical) << text;
+        EXPECT_EQ(plain.end, c.length == 0 ? nullptr : text.data() + c.length) << text;
+    }
+}
+
+TEST(PlainDecimal, IsWhatFormattingGives) {
+    std::mt19937_64 random(7);
+    int taken = 0;
+    for (int k = 0; k < 300000; ++k) {
+        std::string digits = std::to_string(random() % static_cast<std::uint64_t>(std::pow(10, 1 + k % 15)));
+        const std::size_t fraction = random() % (digits.size() + 5);
+        if (fraction >= digits.size()) digits.insert(0, fraction - digits.size() + 1, '0');
+        if (fraction != 0) digits.insert(digits.size() - fraction, ".");
+        const std::string text = (k % 3 == 0 ? "-" : "") + digits;
+        const std::string scanned = Scanned(text);
+        if (scanned.empty()) continue;
+        ++taken;
+        ASSERT_EQ(scanned, Formatted(text)) << text;
+    }
+    EXPECT_GT(taken, 150000);
+}
+
+// Around the limits, where doubles begin to be farther apart than numbers of 16 digits.
+TEST(PlainDecimal, AroundTheLimits) {
+    for (const double limit : {0x1p-11, 0x1p-7, 0x1p-4, 0x1p-1, 0x1p3, 0x1p6, 0x1p9, 0x1p13, 0x1p23, 0x1p33, 0x1p43}) {
+        for (int step = -3000; step <= 3000; ++step) {
+            char text[32];
+            std::snprintf(text, sizeof text, "%.15g", limit * (1 + step * 1e-14));
+            const std::string scanned = Scanned(text);
+            if (!scanned.empty()) {
+                ASSERT_EQ(scanned, Formatted(text)) << text;
+            }
+        }
+    }
+}
+
+}  // namespace zentor
