@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "model/include/nodes.h"
+#include "util/number_text.h"
 
 namespace ZT_PLUGIN {
 
@@ -51,14 +52,13 @@ struct StaticNodeView {
     StaticKind kind = StaticKind::kNumber;
     std::string_view matchName;
     std::string_view displayName;
-    double number = 0;  // kNumber, unless its text is given
-    std::string_view
-        numberText;         // kNumber: what zentor::FormatNumber gives, where the source has it (at most 32 bytes)
-    NumberPattern pattern;  // kNumber; unset: the digits of the number
-    MinMax legalRange;      // kNumber; unknown: the number
-    std::string_view text;  // kString
-    StringProperties stringProperties;   // kString
-    bool boolean = false;                // kBoolean
+    double number = 0;                  // kNumber, unless its text is given
+    zentor::NumberText numberText;      // kNumber: what FormatNumber gives, where the source has it already; else empty
+    NumberPattern pattern;              // kNumber; unset: the digits of the number
+    MinMax legalRange;                  // kNumber; unknown: the number
+    std::string_view text;              // kString
+    StringProperties stringProperties;  // kString
+    bool boolean = false;               // kBoolean
     const NumberArray* array = nullptr;  // kNumberArray
 };
 

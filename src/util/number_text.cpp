@@ -66,7 +66,7 @@ static_assert(std::size(kPowersOfTen) == kExactDigits - kSmallestExponent + 1);
 }  // namespace
 
 PlainDecimal ScanPlainDecimal(const char* from, const char* end) {
-    const PlainDecimal unknown{{}, nullptr};
+    constexpr PlainDecimal unknown{nullptr, nullptr};
     const char* at = from;
     if (at != end && *at == '-') ++at;
     const char* const start = at;
@@ -96,7 +96,7 @@ PlainDecimal ScanPlainDecimal(const char* from, const char* end) {
         const double limit = kCoarseFrom[exponent - kSmallestExponent] * kPowersOfTen[fraction];  // exact
         if (static_cast<double>(digits) >= limit) return unknown;
     }
-    return {{from, static_cast<std::size_t>(last - from)}, at};
+    return {last, at};
 }
 
 bool IsWritable(double value) { return std::abs(value) < kUnwritable; }

@@ -12,7 +12,7 @@ struct NumberText {
     static constexpr std::size_t kRoom = 32;
 
     char bytes[kRoom];
-    std::uint32_t length;
+    std::uint32_t length = 0;
 
     std::string_view view() const { return {bytes, length}; }
 };
@@ -40,10 +40,10 @@ inline DigitCounts CountDigits(std::string_view number) {
 // Whether the 16-digit text of `value` is again a finite number; false for infinities and not-a-number.
 bool IsWritable(double value);
 
-// A number as it stands in a text, when that already is the text that FormatNumber would give for it.
+// A number as it stands in a text. Both are null when it has to be parsed and formatted.
 struct PlainDecimal {
-    std::string_view canonical;  // within the text; empty when the number has to be parsed and formatted
-    const char* end;             // where the number ends
+    const char* canonicalEnd;  // up to here the text is what FormatNumber would give
+    const char* end;           // where the number ends, zeros and all
 };
 
 // Looks at the number at the beginning of [from, end) without parsing it. A decimal number of at most 15 significant

@@ -1,7 +1,6 @@
 #include "writer/node_text.h"
 
 #include <algorithm>
-#include <cstring>
 #include <utility>
 
 namespace zentor {
@@ -75,16 +74,8 @@ NumberPattern PatternOf(const NumberArray& array) {
     return widest;
 }
 
-NumberText TextOf(const StaticNodeView& node) {
-    if (node.numberText.empty()) return FormatNumber(node.number);
-    NumberText text;
-    text.length = static_cast<std::uint32_t>(node.numberText.size());
-    std::memmove(text.bytes, node.numberText.data(), text.length);
-    return text;
-}
-
 void PutNumber(TextRun& run, const StaticNodeView& node) {
-    const NumberText number = TextOf(node);
+    const NumberText number = node.numberText.length != 0 ? node.numberText : FormatNumber(node.number);
     run.Put("\"number\",\"numberStringProperties\":{");
     PutPattern(run, node.pattern.IsKnown() ? node.pattern : PatternOf(number.view()));
     run.Put(",\"range\":");

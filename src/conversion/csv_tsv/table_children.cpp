@@ -74,10 +74,24 @@ private:
     std::size_t ReadNumber(Child& child, std::size_t at) {
         child.node.kind = StaticKind::kNumber;
         const NumericCell cell = ReadNumericCell(table_.text, at, table_.delimiter);
-        const bool isEmpty = cell.end == std::string_view::npos;
-        child.node.number = isEmpty ? 0 : cell.value;
-        child.node.numberText = isEmpty ? std::string_view() : cell.canonical;
-        return isEmpty ? at : cell.end;
+        child.node.number = cell.value;
+        child.node.numberText.length = 0;
+        if (cell.end == std::string_view::npos) {  // an empty cell
+            child.node.number = 0;
+            return at;
+        }
+        if (cell.canonicalEnd != nullptr) TakeNumberText(child.node.numberText, cell);
+        return cell.end;
+    }
+
+    // Takes the whole room at once where the table goes on for as long.
+    void TakeNumberText(NumberText& text, const NumericCell& cell) const {
+        text.length = static_cast<std::uint32_t>(cell.canonicalEnd - cell.number);
+        if (table_.text.data() + table_.text.size() - cell.number >= std::ptrdiff_t{NumberText::kRoom}) {
+            std::memcpy(text.bytes, cell.number, NumberText::kRoom);
+        } else {
+            std::memcpy(text.bytes, cell.number, text.length);
+        }
     }
 
     std::size_t ReadText(Child& child, std::size_t at) {

@@ -115,9 +115,9 @@ NumericCell ReadNumericCell(std::string_view text, std::size_t from, char delimi
     while (at < text.size() && IsBlank(text[at]) && text[at] != delimiter) ++at;
     const char* const start = text.data() + at;
     const char* const textEnd = text.data() + text.size();
-    NumericCell cell{kNone, {}, 0};
+    NumericCell cell{kNone, start, nullptr, 0};
     const PlainDecimal plain = ScanPlainDecimal(start, textEnd);
-    cell.canonical = plain.canonical;
+    cell.canonicalEnd = plain.canonicalEnd;
     const char* stop = plain.end;
     if (stop == nullptr) {
         stop = ParseNumber(start, textEnd, cell.value);

@@ -44,8 +44,9 @@ std::size_t EndOfCell(std::string_view text, std::size_t from, char delimiter);
 
 // A cell that is a number: leading blanks, then a decimal number whose 16 digits are in the range of a double.
 struct NumericCell {
-    std::size_t end;             // where the cell ends; npos when it is no number
-    std::string_view canonical;  // the number's text in the document, when the cell holds it; else there is the value
+    std::size_t end;           // where the cell ends; npos when it is no number
+    const char* number;        // where the number begins
+    const char* canonicalEnd;  // up to here it is the text that goes into the document; null: take the value
     double value;
 };
 
