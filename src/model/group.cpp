@@ -33,8 +33,34 @@ VkjsonGroupImpl::VkjsonGroupImpl(std::uint64_t streamId, std::string_view matchN
     Publish(static_cast<IVkjsonGroup_v1*>(this));
 }
 
+namespace {
+
+template <class Item>
+bool HasRoomFor(std::vector<Item>& items, std::size_t more) noexcept {
+    try {
+        items.reserve(items.size() + more);
+        return true;
+    } catch (...) {
+        return false;
+    }
+}
+
+}  // namespace
+
 VkjsonGroupImpl::~VkjsonGroupImpl() {
-    for (const auto& child : groupChildren_) child->parent_ = nullptr;
+    // One after the other: a client may have nested groups deeper than the stack allows destructors to call each other.
+    std::vector<Owner<VkjsonGroupImpl>> going = std::move(groupChildren_);
+    while (!going.empty()) {
+        const Owner<VkjsonGroupImpl> child = std::move(going.back());
+        going.pop_back();
+        child->parent_ = nullptr;
+        if (!child->IsHeldOnce() || !HasRoomFor(going, child->groupChildren_.size())) continue;
+        for (auto& grandchild : child->groupChildren_) {
+            grandchild->parent_ = nullptr;
+            going.push_back(std::move(grandchild));
+        }
+        child->groupChildren_.clear();
+    }
 }
 
 std::unique_ptr<ChildSource> VkjsonGroupImpl::TakeChildren() {
@@ -44,6 +70,7 @@ std::unique_ptr<ChildSource> VkjsonGroupImpl::TakeChildren() {
 
 // Whether this group is `group` or lies below it.
 bool VkjsonGroupImpl::IsWithin(const VkjsonGroupImpl& group) const {
+    if (group.groupChildren_.empty()) return this == &group;
     const VkjsonGroupImpl* at = this;
     while (at != nullptr && at != &group) at = at->parent_;
     return at != nullptr;

@@ -29,6 +29,8 @@ void SharedObjectImpl::Acquire() noexcept {
 
 void SharedObjectImpl::Release() noexcept {
     if (TakeOne(refCount_)) {
+        // A client that gives back what it never took over has nothing left to take over.
+        if (handedOver_.load() > refCount_.load()) TakeOne(handedOver_);
         RemoveOwner();
     } else if (lifetime_.load() == 0) {
         OnUnreferenced();

@@ -31,6 +31,8 @@ public:
 
     void AddOwner() noexcept { lifetime_.fetch_add(1); }
     void RemoveOwner() noexcept;
+    // Whether one reference or handle is all that keeps the object.
+    bool IsHeldOnce() const noexcept { return lifetime_.load() == 1; }
 
 protected:
     SharedObjectImpl() = default;

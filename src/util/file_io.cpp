@@ -61,7 +61,9 @@ FileHandle File_IO::Open(const std::string& path, bool share, Access access) {
 
 void File_IO::Close(FileHandle file) {
     constexpr const char* kName = "File_IO::Close";
-    if (Try(kName, [&] { return os::CloseFile(file); }) != os::Status::kOk) Raise(kCloseFile, Quoted(kName));
+    // A close that fails has closed the file all the same, and so does one that is made to fail.
+    const os::Status closed = os::CloseFile(file);
+    if (Try(kName, [&] { return closed; }) != os::Status::kOk) Raise(kCloseFile, Quoted(kName));
 }
 
 void File_IO::Delete(const std::string& path) {

@@ -24,7 +24,7 @@ public:
     static bool Create(const std::string& path, CreateOptions options = {});
     // `share`: others may read and write meanwhile (always so on POSIX). Codes 13 (access denied or in use), 6.
     static FileHandle Open(const std::string& path, bool share, Access access);
-    static void Close(FileHandle file);           // code 8
+    static void Close(FileHandle file);           // code 8; the file is closed even then
     static void Delete(const std::string& path);  // code 9, also when there is no such file
     static PathKind GetFileMode(const std::string& path);
 

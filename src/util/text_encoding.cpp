@@ -20,7 +20,7 @@ std::size_t EncodeCodePoint(std::uint32_t codePoint, std::span<char> out) {
 
 Utf8Block ConvertRun(std::u16string_view units, std::span<char, kUtf8BlockSize> block) {
     Utf8Block done{0, 0};
-    while (done.unitsConsumed < units.size()) {
+    while (done.unitsConsumed < units.size() && done.bytesProduced < block.size()) {
         std::uint32_t codePoint = units[done.unitsConsumed];
         std::size_t unitCount = 1;
         if (IsLowSurrogate(codePoint)) Raise(kBadUtf16Low);

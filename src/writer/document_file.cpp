@@ -1,5 +1,7 @@
 #include "writer/document_file.h"
 
+#include <utility>
+
 #include "model/client_boundary.h"
 
 namespace zentor {
@@ -7,10 +9,8 @@ namespace zentor {
 DocumentFile::~DocumentFile() { Abandon(); }
 
 void DocumentFile::Abandon() noexcept {
-    if (file_ == kNoFile) return;
-    os::CloseFile(file_);
-    file_ = kNoFile;
-    DeleteQuietly(path_);
+    if (file_ != kNoFile) os::CloseFile(std::exchange(file_, kNoFile));
+    if (std::exchange(isUnfinished_, false)) DeleteQuietly(path_);
 }
 
 template <class Step>
@@ -27,6 +27,7 @@ void DocumentFile::Write(const char* bytes, std::size_t count) {
     Guarded([&] {
         if (file_ == kNoFile) {
             File_IO::Create(path_);
+            isUnfinished_ = true;
             file_ = File_IO::Open(path_, true, Access::kReadWrite);
         }
         File_IO::Write(file_, bytes, count);
@@ -39,8 +40,8 @@ void DocumentFile::CutTo(std::uint64_t length) {
 
 void DocumentFile::Close() {
     Guarded([&] {
-        File_IO::Close(file_);
-        file_ = kNoFile;
+        File_IO::Close(std::exchange(file_, kNoFile));
+        isUnfinished_ = false;
     });
 }
 

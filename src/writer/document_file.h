@@ -31,6 +31,7 @@ private:
 
     std::string path_;
     FileHandle file_ = kNoFile;
+    bool isUnfinished_ = false;  // the file is there and is no document yet
 };
 
 }  // namespace zentor

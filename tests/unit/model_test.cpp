@@ -1,0 +1,445 @@
+// Nodes: their lifetime, their factories, attaching, properties, and the tables that clients call them through.
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <tuple>
+
+#include "model/document_writer.h"
+#include "model/node_factories.h"
+#include "model/root.h"
+
+namespace zentor_test {
+
+using namespace ZT_PLUGIN;
+
+namespace {
+
+constexpr double kLargest = std::numeric_limits<double>::max();
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+
+// The code of one model operation, which gets the error record.
+template <class Call>
+std::uint32_t CodeOf(Call&& call) {
+    ZT_ErrorRecord error{0, 77, -1, -1};
+    call(&error);
+    return error.code;
+}
+
+// A client's pointer to a new node, with the one reference that it was handed over with.
+template <class Interface>
+class Handle {
+public:
+    template <class Factory, class... Arguments>
+    explicit Handle(Factory create, std::uint64_t streamId, const Arguments&... arguments) {
+        EXPECT_EQ(CodeOf([&](auto* error) { create(streamId, &node_, arguments..., 1, error); }), 0u);
+    }
+    ~Handle() { Release(); }
+    Handle(const Handle&) = delete;
+    Handle& operator=(const Handle&) = delete;
+
+    Interface* operator->() const { return node_; }
+    Interface* get() const { return node_; }
+    ISharedObject* Shared() const { return node_->GetSharedObject(); }
+    bool IsLive() const { return FindLiveObject(node_) != nullptr; }
+    void Release() {
+        if (held_) Shared()->Release();
+        held_ = false;
+    }
+
+private:
+    Interface* node_ = nullptr;
+    bool held_ = true;
+};
+
+struct Group : Handle<IVkjsonGroup_v1> {
+    explicit Group(std::uint64_t streamId = 1) : Handle(CreateGroup, streamId, "group", "Group") {}
+    std::size_t ChildCount() const {
+        const auto children = FindLive<VkjsonGroupImpl>(get())->TakeChildren();
+        std::size_t count = 0;
+        for (Child child; children->Next(child);) ++count;
+        return count;
+    }
+};
+struct Root : Handle<IVkjsonRoot_v1> {
+    explicit Root(std::uint64_t streamId = 1) : Handle(CreateRoot, streamId, "creator") {}
+};
+struct Number : Handle<IVkjsonStaticDataNum_v1> {
+    explicit Number(double value = 5, std::uint64_t streamId = 1)
+        : Handle(CreateStaticNum, streamId, "number", "Number", value) {}
+    StaticNodeView View() const { return FindLive<VkjsonStaticDataNumImpl>(get())->View(); }
+};
+struct Array : Handle<IVkjsonStaticDataNumArr_v1> {
+    Array() : Handle(CreateStaticNumArr, 1, "array", "Array") {}
+    const NumberArray& Values() const { return *FindLive<VkjsonStaticDataNumArrImpl>(get())->View().array; }
+};
+
+std::uint32_t AddStatic(const Group& group, const void* child) {
+    auto* node = static_cast<IVkjsonStaticData_v1*>(const_cast<void*>(child));
+    return CodeOf([&](auto* error) { group->AddStaticData(node, error); });
+}
+
+std::uint32_t AddGroup(const Group& group, const void* child) {
+    auto* node = static_cast<IVkjsonGroup_v1*>(const_cast<void*>(child));
+    return CodeOf([&](auto* error) { group->AddGroup(node, error); });
+}
+
+struct WriterState {
+    bool hasHeader = false;
+    int finished = 0;
+};
+
+class FakeWriter final : public IDocumentWriter {
+public:
+    explicit FakeWriter(WriterState& state) : state_(state) {}
+    void WriteHeader(const IVkjsonRoot_I&) override { state_.hasHeader = true; }
+    bool HasHeader() const override { return state_.hasHeader; }
+    bool Finish(IVkjsonRoot_I&) override { return ++state_.finished == 1; }
+
+private:
+    WriterState& state_;
+};
+
+// Calls the k-th function (from 0) of an object's table as a C client would.
+template <class Result, class... Arguments>
+Result CallSlot(void* object, std::size_t k, Arguments... arguments) {
+    void** const table = *static_cast<void***>(object);
+    return reinterpret_cast<Result (*)(void*, Arguments...)>(table[k])(object, arguments...);
+}
+
+template <class Interface, class Factory, class... Arguments>
+void ExpectFactoryRules(Factory create, const Arguments&... arguments) {
+    auto* const untouched = reinterpret_cast<Interface*>(&create);
+    for (const auto& [version, code] : {std::pair{0u, 2030u}, {2u, 2029u}, {0xFFFFFFFFu, 2029u}}) {
+        Interface* node = untouched;
+        EXPECT_EQ(CodeOf([&](auto* error) { create(1, &node, arguments..., version, error); }), code);
+        EXPECT_EQ(node, untouched);
+        create(1, &node, arguments..., version, nullptr);
+        EXPECT_EQ(node, untouched);
+    }
+    for (const std::uint32_t version : {0u, 1u, 2u}) {
+        Interface** const nowhere = nullptr;
+        EXPECT_EQ(CodeOf([&](auto* error) { create(1, nowhere, arguments..., version, error); }), 2027u);
+    }
+    const Handle<Interface> made(create, 1, arguments...);
+    EXPECT_TRUE(made.IsLive());
+    EXPECT_EQ(FindLiveObject(made.Shared()), FindLiveObject(made.get()));
+}
+
+}  // namespace
+
+TEST(SharedObject, GoesWithItsLastReference) {
+    // A(cquire), R(elease); the object goes with the last one and not before.
+    for (const std::string sequence : {"R", "AR", "AARR", "AARARR", "AAARRR"}) {
+        IVkjsonGroup_v1* group = nullptr;
+        CreateGroup(1, &group, "g", "g", 1, nullptr);
+        ISharedObject* const shared = group->GetSharedObject();
+        for (const char operation : sequence) {
+            ASSERT_NE(FindLiveObject(shared), nullptr) << sequence;
+            operation == 'A' ? shared->Acquire() : shared->Release();
+        }
+        EXPECT_EQ(FindLiveObject(shared), nullptr) << sequence;
+        EXPECT_EQ(FindLiveObject(group), nullptr) << sequence;
+    }
+}
+
+TEST(SharedObject, GroupsHoldWhatIsAttached) {
+    auto parent = std::make_unique<Group>();
+    Group child;
+    Number number;
+    ASSERT_EQ(AddGroup(*parent, child.get()), 0u);
+    ASSERT_EQ(AddStatic(child, number.get()), 0u);
+    ISharedObject* const shared = number.Shared();
+    number.Release();
+    for (int k = 0; k < 3; ++k) shared->Release();  // too often: the group's reference is not the client's
+    shared->DeletingDestructor(1);
+    EXPECT_TRUE(number.IsLive());
+    EXPECT_EQ(number.View().number, 5);
+    // A group that the client still holds outlives its parent, is no child of it any more, and stays attached.
+    parent.reset();
+    EXPECT_TRUE(child.IsLive());
+    Group other;
+    EXPECT_EQ(AddGroup(child, other.get()), 0u);
+    EXPECT_EQ(AddGroup(other, child.get()), 2003u);
+    child.Release();
+    EXPECT_FALSE(number.IsLive());
+    EXPECT_TRUE(other.IsLive());
+}
+
+TEST(SharedObject, ReferencesThatWereGivenBackAreNotTakenOver) {
+    auto parent = std::make_unique<Group>();
+    Group child;
+    ASSERT_EQ(AddGroup(*parent, child.get()), 0u);
+    ISharedObject* const shared = child.Shared();
+    child.Release();  // never taken over by an Acquire
+    shared->Acquire();
+    shared->Acquire();
+    parent.reset();
+    shared->Release();
+    EXPECT_TRUE(child.IsLive());
+    shared->Release();
+    EXPECT_FALSE(child.IsLive());
+}
+
+// Deeper than destructors can call each other.
+TEST(SharedObject, DeepTreesGoWithoutRecursion) {
+    auto top = std::make_unique<Group>();
+    const void* const bottom = top->get();
+    for (int depth = 0; depth < 100000; ++depth) {
+        auto above = std::make_unique<Group>();
+        ASSERT_EQ(AddGroup(*above, top->get()), 0u);
+        top = std::move(above);
+    }
+    EXPECT_NE(FindLiveObject(bottom), nullptr);
+    top.reset();
+    EXPECT_EQ(FindLiveObject(bottom), nullptr);
+}
+
+TEST(Factories, RefuseBadArguments) {
+    ExpectFactoryRules<IVkjsonRoot_v1>(CreateRoot, "creator");
+    ExpectFactoryRules<IVkjsonGroup_v1>(CreateGroup, "name", nullptr);
+    ExpectFactoryRules<IVkjsonStaticDataNum_v1>(CreateStaticNum, "name", "Name", 1.5);
+    ExpectFactoryRules<IVkjsonStaticDataString_v1>(CreateStaticString, nullptr, "Name", nullptr);
+    ExpectFactoryRules<IVkjsonStaticDataBool_v1>(CreateStaticBool, "name", "Name", std::uint8_t{1});
+    ExpectFactoryRules<IVkjsonStaticDataNumArr_v1>(CreateStaticNumArr, "name", "Name");
+    for (const char* creator : {static_cast<const char*>(nullptr), ""}) {
+        IVkjsonRoot_v1* root = nullptr;
+        EXPECT_EQ(CodeOf([&](auto* error) { CreateRoot(1, &root, creator, 1, error); }), 1505u);
+        EXPECT_EQ(root, nullptr);
+    }
+    for (const double value : {kNan, kInfinity, -kInfinity, kLargest}) {
+        IVkjsonStaticDataNum_v1* number = nullptr;
+        EXPECT_EQ(CodeOf([&](auto* error) { CreateStaticNum(1, &number, "n", "n", value, 1, error); }), 2008u);
+        EXPECT_EQ(number, nullptr);
+    }
+}
+
+TEST(Group, RefusesWhatDoesNotBelong) {
+    const Group a;
+    const Group b;
+    const Group c;
+    const Group elsewhere(2);
+    const Root root;
+    const Number number;
+    const Number foreign(5, 2);
+    const Number taken;
+    const void* const released = Number().get();
+    const double other = 0;
+    ASSERT_EQ(AddStatic(c, taken.get()), 0u);
+    ASSERT_EQ(AddGroup(a, b.get()), 0u);
+    ASSERT_EQ(AddGroup(b, c.get()), 0u);
+
+    const void* const none = nullptr;
+    for (const void* child : {none, static_cast<const void*>(foreign.get()), static_cast<const void*>(taken.get())}) {
+        EXPECT_EQ(AddStatic(a, child), 2002u);
+    }
+    EXPECT_EQ(AddStatic(c, taken.get()), 2002u);
+    for (const void* child : {static_cast<const void*>(&other), released, static_cast<const void*>(b.get())}) {
+        EXPECT_EQ(AddStatic(a, child), 2016u);
+    }
+    EXPECT_EQ(AddGroup(a, nullptr), 2003u);
+    EXPECT_EQ(AddGroup(a, b.get()), 2003u) << "twice";
+    EXPECT_EQ(AddGroup(a, elsewhere.get()), 2003u);
+    EXPECT_EQ(AddGroup(a, a.get()), 2003u) << "itself";
+    EXPECT_EQ(AddGroup(b, a.get()), 2003u) << "its parent";
+    EXPECT_EQ(AddGroup(c, a.get()), 2003u) << "farther above";
+    EXPECT_EQ(AddGroup(a, root.get()), 2003u);
+    EXPECT_EQ(AddGroup(a, root->GetGroup()), 2003u);
+    EXPECT_EQ(AddGroup(a, &other), 2016u);
+    EXPECT_EQ(AddGroup(a, number.get()), 2016u);
+    auto* const dynamic = reinterpret_cast<IVkjsonDynamicData_v1*>(number.get());
+    EXPECT_EQ(CodeOf([&](auto* error) { a->AddDynamicData(nullptr, error); }), 2001u);
+    EXPECT_EQ(CodeOf([&](auto* error) { a->AddDynamicData(dynamic, error); }), 2016u);
+    EXPECT_EQ(CodeOf([&](auto* error) { a->AddDynamicDataShared(number.Shared(), error); }), 2016u);
+    EXPECT_EQ(CodeOf([&](auto* error) { a->AddStaticDataShared(b.Shared(), error); }), 2016u);
+    EXPECT_EQ(CodeOf([&](auto* error) { b->AddGroupShared(a.Shared(), error); }), 2003u);
+    EXPECT_EQ(a.ChildCount() + b.ChildCount() + c.ChildCount(), 3u);
+
+    // A refused node is as free as before.
+    EXPECT_EQ(CodeOf([&](auto* error) { root->GetGroup()->AddGroupShared(a.Shared(), error); }), 0u);
+    EXPECT_EQ(CodeOf([&](auto* error) { a->AddStaticDataShared(number.Shared(), error); }), 0u);
+    EXPECT_EQ(a.ChildCount(), 2u);
+    a->AddStaticData(nullptr, nullptr);  // without an error record
+}
+
+TEST(StaticNumber, PatternAndRange) {
+    const Number number;
+    const auto setPattern = [&](std::uint64_t digitsInteger, std::uint64_t digitsDecimal) {
+        return CodeOf([&](auto* error) { number->SetPattern(digitsInteger, digitsDecimal, 2, error); });
+    };
+    const auto setRange = [&](double minimum, double maximum, double value) {
+        return CodeOf([&](auto* error) { number->SetRange(minimum, maximum, value, error); });
+    };
+    EXPECT_EQ(setPattern(3, 2), 0u);
+    EXPECT_EQ(setPattern(1, kUnsetCount), 2006u);
+    EXPECT_EQ(setPattern(kUnsetCount, 0), 2006u);
+    EXPECT_EQ(number.View().pattern.digitsInteger, 3u);
+    EXPECT_EQ(number.View().pattern.digitsDecimal, 2u);
+    EXPECT_TRUE(number.View().pattern.isSigned);
+    EXPECT_EQ(setPattern(kUnsetCount, kUnsetCount), 0u);
+    EXPECT_FALSE(number.View().pattern.IsKnown());
+
+    EXPECT_EQ(setRange(5, 5, 5), 0u);
+    EXPECT_EQ(setRange(1, 8, 3), 0u);
+    EXPECT_EQ(setRange(9, 0, 5), 2007u);
+    EXPECT_EQ(setRange(0, 4, 3), 2008u) << "the node's own value is outside";
+    EXPECT_EQ(setRange(6, 9, 7), 2008u);
+    EXPECT_EQ(setRange(0, 9, 10), 2008u) << "the given value is outside";
+    for (const double bad : {kNan, kInfinity, -kInfinity, kLargest}) {
+        EXPECT_EQ(setRange(0, 9, bad), 2008u);
+        EXPECT_EQ(setRange(bad, 9, 5), 2008u);
+        EXPECT_EQ(setRange(0, bad, 5), 2008u);
+    }
+    EXPECT_EQ(number.View().legalRange.minimum, 1);
+    EXPECT_EQ(number.View().legalRange.maximum, 8);
+    EXPECT_EQ(setRange(kLargest, -kLargest, 5), 0u);
+    EXPECT_FALSE(number.View().legalRange.IsKnown());
+}
+
+TEST(StaticNumberArray, PropertiesFitTheElements) {
+    const Array array;
+    const auto setValues = [&](std::vector<double> values) {
+        return CodeOf([&](auto* error) { array->SetValues(values.data(), values.size(), error); });
+    };
+    const auto setNames = [&](std::vector<const char*> names) {
+        return CodeOf([&](auto* error) { array->SetDisplayNames(names.data(), names.size(), error); });
+    };
+    const auto setRanges = [&](std::vector<double> minima, std::vector<double> maxima) {
+        return CodeOf([&](auto* error) { array->SetRanges(minima.data(), maxima.data(), minima.size(), error); });
+    };
+    const double one = 1;
+    EXPECT_EQ(setValues({1, -2, 3}), 0u);
+    EXPECT_EQ(setValues({1, kInfinity}), 2008u);
+    EXPECT_EQ(CodeOf([&](auto* error) { array->SetValues(nullptr, 1, error); }), 1u);
+    EXPECT_EQ(array.Values().values, (std::vector<double>{1, -2, 3}));
+
+    EXPECT_EQ(setNames({"x", nullptr, "z"}), 0u);
+    EXPECT_EQ(setNames({"x", "y"}), 2019u);
+    EXPECT_EQ(CodeOf([&](auto* error) { array->SetDisplayNames(nullptr, 3, error); }), 1u);
+    EXPECT_EQ(array.Values().displayNames, (std::vector<std::string>{"x", "", "z"}));
+
+    EXPECT_EQ(setRanges({0, kLargest, 3}, {1, -kLargest, 3}), 0u);
+    EXPECT_EQ(setRanges({0, -9}, {9, 9}), 2018u);
+    EXPECT_EQ(setRanges({0, -9, 9}, {9, 9, 0}), 2007u);
+    EXPECT_EQ(setRanges({0, 0, 0}, {9, 9, 9}), 2008u);
+    EXPECT_EQ(CodeOf([&](auto* error) { array->SetRanges(&one, nullptr, 3, error); }), 1u);
+    ASSERT_EQ(array.Values().legalRanges.size(), 3u);
+    EXPECT_EQ(array.Values().legalRanges[0].maximum, 1);
+    EXPECT_FALSE(array.Values().legalRanges[1].IsKnown());
+
+    EXPECT_EQ(CodeOf([&](auto* error) { array->SetPattern(2, kUnsetCount, 0, error); }), 2006u);
+    EXPECT_FALSE(array.Values().pattern.IsKnown());
+
+    EXPECT_EQ(setValues({0.5, 1000, 3}), 0u);  // still within the ranges
+    EXPECT_EQ(array.Values().legalRanges.size(), 3u);
+    EXPECT_EQ(setValues({2, 1000, 3}), 0u);  // outside the first one
+    EXPECT_EQ(array.Values().legalRanges.size(), 0u);
+    EXPECT_EQ(setRanges({0, 0, 0}, {9, 2000, 9}), 0u);
+    EXPECT_EQ(setValues({1, 2}), 0u);
+    EXPECT_EQ(array.Values().legalRanges.size() + array.Values().displayNames.size(), 0u);
+    EXPECT_EQ(array->GetArraySize(), 2u);
+}
+
+TEST(Root, TimeModes) {
+    WriterState state;
+    const std::uint64_t streamId = OpenStream(std::make_unique<FakeWriter>(state));
+    const Root root(streamId);
+    const auto* const inside = FindLive<VkjsonRootImpl>(root.get());
+    const auto setTimecode = [&](std::uint8_t dropFrame, std::uint32_t value, std::uint32_t scale) {
+        return CodeOf([&](auto* error) { root->SetTimecodeInfo(dropFrame, value, scale, error); });
+    };
+    const auto setUtc = [&](std::uint32_t precision, std::uint8_t isGmt) {
+        return CodeOf([&](auto* error) { root->SetUtcInfo(precision, isGmt, error); });
+    };
+    const auto addFrame = [&] { return CodeOf([&](auto* error) { root->AddVideoSyncFrame("v", 1, error); }); };
+    const auto addTime = [&] { return CodeOf([&](auto* error) { root->AddVideoSyncTime("v", "t", error); }); };
+    EXPECT_EQ(inside->TimeStringLength(), 0u);
+    const std::tuple<std::uint8_t, std::uint32_t, std::uint32_t, std::uint16_t> timecodes[] = {
+        {0, 25, 1, 11},    {1, 30000, 1001, 11}, {1, 60000, 1001, 11}, {1, 120000, 4004, 11}, {0, 2997, 100, 11},
+        {0, 99, 1, 11},    {0, 199, 2, 11},      {0, 100, 1, 12},      {0, 120, 1, 12},       {0, 0xFFFFFFFF, 1, 12},
+        {1, 2997, 100, 0}, {1, 30, 1, 0},        {1, 24000, 1001, 0},  {1, 120000, 1001, 0},  {0, 0, 1, 0},
+        {0, 25, 0, 0}};  // with the length of time strings; 0: refused
+    for (const auto& [dropFrame, value, scale, length] : timecodes) {
+        ASSERT_EQ(setUtc(9, 0), 0u);
+        EXPECT_EQ(setTimecode(dropFrame, value, scale), length == 0 ? 2021u : 0u) << value << "/" << scale;
+        EXPECT_EQ(inside->TimeStringLength(), length == 0 ? 35 : length) << value << "/" << scale;
+    }
+    const std::tuple<std::uint32_t, std::uint8_t, std::uint16_t> utcs[] = {
+        {0, 1, 20}, {0, 0, 25}, {3, 1, 24}, {3, 0, 29}, {9, 2, 30}, {10, 1, 0}, {0x10000, 1, 0}};
+    for (const auto& [precision, isGmt, length] : utcs) {
+        ASSERT_EQ(setTimecode(0, 25, 1), 0u);
+        EXPECT_EQ(setUtc(precision, isGmt), length == 0 ? 2021u : 0u) << precision;
+        EXPECT_EQ(inside->TimeStringLength(), length == 0 ? 11 : length) << precision;
+    }
+    EXPECT_EQ(addFrame() + addTime(), 0u);
+    EXPECT_EQ(inside->VideoSync().size(), 2u);
+
+    // Once the header is written, or the conversion is over, nothing of it changes.
+    state.hasHeader = true;
+    for (const std::uint32_t code : {2020u, 2011u}) {
+        EXPECT_EQ(setTimecode(0, 100, 1), code);
+        EXPECT_EQ(setUtc(0, 1), code);
+        EXPECT_EQ(addFrame(), code);
+        EXPECT_EQ(addTime(), code);
+        CloseStream(streamId);
+    }
+    EXPECT_EQ(inside->TimeStringLength(), 11u);
+    EXPECT_EQ(inside->VideoSync().size(), 2u);
+    EXPECT_EQ(CodeOf([&](auto* error) { EXPECT_EQ(root->WriteDocument(error), 0u); }), 2011u);
+    EXPECT_EQ(CodeOf([&](auto* error) { root->WriteHeader(error); }), 2011u);
+    EXPECT_EQ(CodeOf([&](auto* error) { root->SetCreator(nullptr, error); }), 1505u);
+    EXPECT_EQ(inside->Creator(), "creator");
+}
+
+TEST(Tables, SlotsAreCalledByPosition) {
+    WriterState state;
+    const std::uint64_t streamId = OpenStream(std::make_unique<FakeWriter>(state));
+    Root root(streamId);
+    const auto* const inside = FindLive<VkjsonRootImpl>(root.get());
+    ZT_ErrorRecord error{0, 77, -1, -1};
+    CallSlot<void>(root.get(), 1, "new creator", &error);
+    EXPECT_EQ(inside->Creator(), "new creator");
+    void* const top = CallSlot<void*>(root.get(), 2);
+    EXPECT_EQ(top, root->GetGroup());
+    EXPECT_EQ(CallSlot<void*>(root.get(), 3), root.Shared());
+    EXPECT_EQ(CallSlot<void*>(top, 3), root.Shared());
+    CallSlot<void>(root.get(), 6, std::uint32_t{3}, std::uint8_t{1}, &error);
+    EXPECT_EQ(inside->TimeStringLength(), 24u);
+    CallSlot<void>(root.get(), 8, "w", "t", &error);
+    EXPECT_EQ(inside->VideoSync().size(), 1u);
+    EXPECT_EQ(error.code, 0u);
+
+    const Number byInterface(1, streamId);
+    const Number byHandle(2, streamId);
+    Group group(streamId);
+    CallSlot<void>(top, 1, byHandle.Shared(), &error);
+    CallSlot<void>(top, 5, byInterface.get(), &error);
+    CallSlot<void>(top, 6, group.get(), &error);
+    EXPECT_EQ(error.code, 0u);
+    for (const std::uint32_t slot : {0u, 1u, 2u, 4u, 5u, 6u}) {
+        CallSlot<void>(group.get(), slot, nullptr, &error);
+        EXPECT_EQ(error.code, 2001 + slot % 4);
+    }
+    EXPECT_EQ(CallSlot<void*>(byInterface.get(), 1), byInterface.Shared());
+    CallSlot<void>(byInterface.get(), 3, std::uint64_t{6}, std::uint64_t{0}, std::uint8_t{1}, &error);
+    EXPECT_EQ(byInterface.View().pattern.digitsInteger, 6u);
+
+    const Array array;
+    const double values[] = {1, 2};
+    CallSlot<void>(array.get(), 3, values, std::uint64_t{2}, &error);
+    EXPECT_EQ(CallSlot<std::uint64_t>(array.get(), 6), 2u);
+
+    CallSlot<void>(root.get(), 9, &error);
+    EXPECT_TRUE(state.hasHeader);
+    EXPECT_EQ(CallSlot<std::uint32_t>(root.get(), 0, &error), 1u);
+    EXPECT_EQ(CallSlot<std::uint32_t>(root.get(), 0, &error), 0u);
+    EXPECT_EQ(state.finished, 1);
+    CallSlot<void>(group.Shared(), 0);
+    CallSlot<void>(group.Shared(), 0);
+    CallSlot<void>(group.Shared(), 1);
+    root.Release();
+    EXPECT_FALSE(root.IsLive());
+    CloseStream(streamId);
+}
+
+}  // namespace zentor_test

@@ -1,0 +1,317 @@
+// Documents as they are written, and the frame through which built-in converters make them.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <limits>
+#include <map>
+
+#include "conversion/native_frame.h"
+#include "failure.h"
+#include "model/document_writer.h"
+#include "test_folder.h"
+#include "writer/document_writer.h"
+
+namespace zentor_test {
+
+using namespace zentor;
+using namespace ZT_PLUGIN;
+
+namespace {
+
+const std::string kStart = "{\"version\":\"vkjson2.0.0\",\"dynamicSamplesPresentB\":";
+
+class NoConverter final : public ZT_ConverterHandlerBase {
+public:
+    using ZT_ConverterHandlerBase::ZT_ConverterHandlerBase;
+    bool Convert() override { return false; }
+};
+
+// A document that is being written, as a built-in converter sees it.
+class Document {
+public:
+    Document()
+        : path_(folder_ / "d.vkjson"),
+          id_(OpenStream(std::make_unique<DocumentWriter>(path_))),
+          converter_({"in", "in", std::to_string(id_)}),
+          root(NativeCreateRoot(&converter_, converter_.Info().streamKey)) {}
+    ~Document() { CloseStream(id_); }
+    Document(const Document&) = delete;
+    Document& operator=(const Document&) = delete;
+
+    const ZT_ConverterHandlerBase* operator*() const { return &converter_; }
+    std::string Text() const { return ReadWhole(path_); }
+    std::size_t FileCount() const { return folder_.FileCount(); }
+    void Close() { CloseStream(id_); }
+    std::uint32_t Write(std::uint32_t expectedCode = 0) {
+        ZT_ErrorRecord error{0, 77, -1, -1};
+        const std::uint32_t written = root->WriteDocument(&error);
+        EXPECT_EQ(error.code, expectedCode);
+        return written;
+    }
+    // Attaches a node to a group, or to the root.
+    template <class Group, class Node>
+    static void Attach(const Owner<Group>& group, const Owner<Node>& node) {
+        CallModel([&](auto* error) {
+            if constexpr (std::is_base_of_v<IVkjsonGroup_v1, Node>) {
+                group->AddGroupShared(node.get(), error);
+            } else {
+                group->AddStaticDataShared(node.get(), error);
+            }
+        });
+    }
+    template <class Node>
+    void Add(const Owner<Node>& node) {
+        Attach(root, node);
+    }
+
+private:
+    TestFolder folder_;
+    std::string path_;
+    std::uint64_t id_;
+    NoConverter converter_;
+
+public:
+    Owner<VkjsonRootImpl> root;
+};
+
+// Text with its double quotes written as single ones.
+std::string Json(std::string text) {
+    std::replace(text.begin(), text.end(), '\'', '"');
+    return text;
+}
+
+std::string OutlineText(const std::string& nodes) { return kStart + Json("false,'dataOutline':[" + nodes + "]}"); }
+
+std::string StaticText(const std::string& type, const std::string& value) {
+    return "{'objectType':'dataStatic','matchName':'n','displayName':'N','dataType':{'type':" + type +
+           "},'value':" + value + "}";
+}
+
+// As many groups within each other as are asked for.
+class NestedGroups final : public ChildSource {
+public:
+    NestedGroups(const ZT_ConverterHandlerBase* converter, int depth) : converter_(converter), depth_(depth) {}
+    bool Next(Child& child) override {
+        if (depth_ == 0) return false;
+        const auto group = NativeCreateGroup(converter_, "g", "g");
+        group->SetChildSource(std::make_unique<NestedGroups>(converter_, std::exchange(depth_, 0) - 1));
+        child.group = group;
+        return true;
+    }
+
+private:
+    const ZT_ConverterHandlerBase* converter_;
+    int depth_;
+};
+
+}  // namespace
+
+TEST(Writer, ChildrenKeepTheirOrder) {
+    Document document;
+    CallModel([&](auto* error) { document.root->SetCreator("say \"\\\n", error); });  // nothing is escaped
+    const auto a = NativeCreateGroup(*document, "a", "A");
+    const auto b = NativeCreateGroup(*document, "b", "B");
+    document.Add(a);
+    document.Add(NativeCreateStaticBool(*document, "n", "N", true));
+    document.Add(b);
+    Document::Attach(b, NativeCreateStaticBool(*document, "n", "N", false));
+    Document::Attach(a, NativeCreateGroup(*document, "c", "C"));
+    Document::Attach(b, NativeCreateGroup(*document, "d", "D"));
+    Document::Attach(b, NativeCreateStaticBool(*document, "n", "N", true));
+    EXPECT_EQ(document.Write(), 1u);
+    const auto groupStart = [](const char* match, const char* display) {
+        return std::string("{'objectType':'dataGroup','matchName':'") + match + "','displayName':'" + display +
+               "','children':[";
+    };
+    const std::string yes = StaticText("'boolean'", "true");
+    const std::string expected =
+        kStart + Json("false,'creator':'say '\\\n','dataOutline':[" + groupStart("a", "A") + groupStart("c", "C") +
+                      "]}]}," + yes + "," + groupStart("b", "B") + StaticText("'boolean'", "false") + "," +
+                      groupStart("d", "D") + "]}," + yes + "]}]}");
+    EXPECT_EQ(document.Text(), expected);
+    EXPECT_EQ(document.Write(), 0u);  // once and for all
+    EXPECT_EQ(document.Text(), expected);
+}
+
+TEST(Writer, StaticNodes) {
+    const auto pattern = [](const char* isSigned, int decimal, int integer) {
+        return std::string("'pattern':{'isSigned':") + isSigned + ",'digitsDecimal':" + std::to_string(decimal) +
+               ",'digitsInteger':" + std::to_string(integer) + "}";
+    };
+    const auto range = [](const std::string& value, const std::string& legal) {
+        return "{'occurring':{'min':" + value + ",'max':" + value + "},'legal':{" + legal + "}}";
+    };
+    const auto expectNumber = [&](double value, const NumberProperties& properties, const std::string& patternText,
+                                  const std::string& rangeText, const char* text) {
+        Document document;
+        document.Add(NativeCreateStaticNum(*document, "n", "N", value, properties));
+        EXPECT_EQ(document.Write(), 1u);
+        EXPECT_EQ(document.Text(),
+                  OutlineText(StaticText(
+                      "'number','numberStringProperties':{" + patternText + ",'range':" + rangeText + "}", text)));
+    };
+    expectNumber(3, {}, pattern("false", 0, 1), range("3", "'min':3,'max':3"), "3");
+    expectNumber(-12.25, {}, pattern("true", 2, 2), range("-12.25", "'min':-12.25,'max':-12.25"), "-12.25");
+    expectNumber(1.5e20, {}, pattern("false", 1, 1), range("1.5e+2", "'min':1.5e+2,'max':1.5e+2"), "1.5e+2");
+    expectNumber(0.1, {{10, 20, true}, {-1, 2.5}}, pattern("true", 20, 10), range("0.1", "'min':-1,'max':2.5"), "0.1");
+    expectNumber(0, {{0, 0, false}, {0, 0}}, pattern("false", 0, 0), range("0", "'min':0,'max':0"), "0");
+
+    const double values[] = {1.5, -20};
+    const auto expectArray = [&](std::size_t count, const NumberArrayProperties& properties,
+                                 const std::string& patternText, const std::string& ranges, const std::string& names,
+                                 const char* text) {
+        Document document;
+        document.Add(NativeCreateStaticNumArr(*document, "n", "N", std::span(values, count), properties));
+        EXPECT_EQ(document.Write(), 1u);
+        EXPECT_EQ(document.Text(),
+                  OutlineText(StaticText(
+                      "'numberArray','numberArrayProperties':{" + patternText + ",'arrayRanges':{'ranges':[" + ranges +
+                          "]},'arraySize':" + std::to_string(count) + ",'arrayDisplayNames':" + names + "}",
+                      text)));
+    };
+    const std::string unknown = range("-20", "'min':-20,'max':-20");
+    expectArray(0, {}, pattern("false", 0, 0), "", "[]", "[]");
+    expectArray(2, {}, pattern("true", 1, 2), range("1.5", "'min':1.5,'max':1.5") + "," + unknown, "[]", "[1.5,-20]");
+    expectArray(2, {{4, 5, false}, {{1, 2}, {}}, {"x", ""}, true}, pattern("false", 5, 4),
+                range("1.5", "'min':1,'max':2") + "," + unknown, "['x',''],'isPoint':true", "[1.5,-20]");
+}
+
+TEST(Writer, StringsOfAnyLength) {
+    Document document;
+    std::string expected;
+    const auto add = [&](const std::string& value, const StringProperties& properties, const char* lengths) {
+        document.Add(NativeCreateStaticString(*document, "n", "N", value, properties));
+        expected += (expected.empty() ? "" : ",") +
+                    StaticText("'string','paddedStringProperties':{" + std::string(lengths) + "}", "'" + value + "'");
+    };
+    add("a\tb\"", {kUnsetCount, kUnsetCount, true}, "'eventMarkerB':true");
+    add("", {12345, kUnsetCount, false}, "'maxLen':12345,'eventMarkerB':false");
+    // Around the sizes of the pieces in which text is collected and written, and past 1 MiB.
+    for (const std::size_t length : {4095u, 4096u, 4097u, 65535u, 65536u, 65537u, 131072u, 3000001u}) {
+        add(std::string(length, static_cast<char>('a' + length % 26)), {7, 2, false},
+            "'maxDigitsInStrLength':2,'maxLen':7,'eventMarkerB':false");
+    }
+    for (std::size_t k = 0; k < 2000; ++k) {
+        add(std::string(k, '.'), {}, "'maxDigitsInStrLength':0,'maxLen':0,'eventMarkerB':false");
+    }
+    EXPECT_EQ(document.Write(), 1u);
+    EXPECT_TRUE(document.Text() == OutlineText(expected));
+}
+
+TEST(Writer, DeepNesting) {
+    constexpr int kDepth = 5000;
+    Document document;
+    document.root->SetChildSource(std::make_unique<NestedGroups>(*document, kDepth));
+    EXPECT_EQ(document.Write(), 1u);
+    std::string expected;
+    for (int k = 0; k < kDepth; ++k) {
+        expected += "{'objectType':'dataGroup','matchName':'g','displayName':'g','children':[";
+    }
+    for (int k = 0; k < kDepth; ++k) expected += "]}";
+    EXPECT_TRUE(document.Text() == OutlineText(expected));
+}
+
+TEST(Writer, HeaderWithoutSamplesIsTakenBack) {
+    const std::string timecode = Json(
+        "true,'dynamicDataInfo':{'useTimecodeB':true,'timecodeInfo':{'frameRate':{'value':30000,'scale':1001},"
+        "'dropFrame':true},'videoSyncTimeList':[{'fileName':'v','frameNumber':4294967295},{'fileName':'w','timeString':"
+        "'t'}]}");
+    const std::string utc =
+        Json("true,'dynamicDataInfo':{'useTimecodeB':false,'utcInfo':{'precisionLength':3,'isGMT':true}}");
+    for (const std::string& mode : {timecode, utc, std::string("false")}) {
+        for (const int headers : {0, 1, 2}) {
+            Document document;
+            if (mode != "false") {
+                CallModel([&](auto* error) { document.root->SetTimecodeInfo(1, 30000, 1001, error); });
+            }
+            if (mode == timecode) {
+                CallModel([&](auto* error) { document.root->AddVideoSyncFrame("v", 0xFFFFFFFF, error); });
+                CallModel([&](auto* error) { document.root->AddVideoSyncTime("w", "t", error); });
+            } else if (mode == utc) {
+                CallModel([&](auto* error) { document.root->SetUtcInfo(3, 1, error); });
+            }
+            for (int k = 0; k < headers; ++k) {
+                CallModel([&](auto* error) { document.root->WriteHeader(error); });
+                EXPECT_EQ(document.Text(), kStart + mode);
+            }
+            EXPECT_EQ(document.Write(), 1u);
+            EXPECT_EQ(document.Text(), OutlineText(""));
+        }
+    }
+}
+
+TEST(Writer, EveryFileOperationFails) {
+    // A fault where the kind of the path is asked for counts as "there is nothing".
+    std::map<std::string, std::uint32_t> codes = {{"File_IO::GetFileMode", 0},
+                                                  {"File_IO::Create", 1007},
+                                                  {"File_IO::Open", 1006},
+                                                  {"File_IO::SetEOF", 1010},
+                                                  {"File_IO::Close", 1008}};
+    const std::string longText(100000, 'x');
+    for (const os::Status status : {os::Status::kFailed, os::Status::kDiskFull, os::Status::kBadPath}) {
+        codes["File_IO::Write"] = status == os::Status::kDiskFull ? 1034 : 1055;
+        int failures = 0;
+        for (int n = 1;; ++n) {
+            Document document;
+            document.Add(NativeCreateStaticString(*document, "s", "s", longText, {}));
+            CallModel([&](auto* error) { document.root->SetUtcInfo(3, 1, error); });
+            const FileFault fault("", n, status);
+            ZT_ErrorRecord headerError{0, 77, -1, -1};
+            ZT_ErrorRecord error{0, 77, -1, -1};
+            document.root->WriteHeader(&headerError);
+            const std::uint32_t written = document.root->WriteDocument(&error);
+            if (fault.Struck().empty()) {
+                EXPECT_EQ(written, 1u);
+                break;
+            }
+            const std::uint32_t code = status == os::Status::kBadPath ? 1012 : codes.at(fault.Struck());
+            EXPECT_EQ(headerError.code + error.code, code) << fault.Struck();  // one of them
+            EXPECT_EQ(written, code == 0 ? 1u : 0u) << fault.Struck();
+            if (code == 0) continue;
+            ++failures;
+            EXPECT_EQ(document.FileCount(), 0u) << fault.Struck();
+            EXPECT_EQ(document.Write(), 0u);
+            EXPECT_EQ(document.FileCount(), 0u) << fault.Struck();
+        }
+        EXPECT_GE(failures, 7);
+    }
+    // A document that is given up half way is no document.
+    Document abandoned;
+    CallModel([&](auto* error) { abandoned.root->WriteHeader(error); });
+    EXPECT_EQ(abandoned.FileCount(), 1u);
+    abandoned.Close();
+    EXPECT_EQ(abandoned.FileCount(), 0u);
+    EXPECT_EQ(abandoned.Write(2011), 0u);
+}
+
+TEST(NativeFrame, Failures) {
+    const Document document;
+    const auto* const converter = *document;
+    const double values[] = {1, 2};
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
+    const std::string null = "1: Invalid pointer to \"Native converter\".";
+    EXPECT_EQ(FailureOf([] { NativeCreateRoot(nullptr, "1"); }), null);
+    EXPECT_EQ(FailureOf([] { NativeCreateGroup(nullptr, "g", "g"); }), null);
+    EXPECT_EQ(FailureOf([] { NativeCreateStaticNum(nullptr, "n", "n", 1, {}); }), null);
+    EXPECT_EQ(FailureOf([&] { NativeCreateStaticNumArr(nullptr, "n", "n", values, {}); }), null);
+    EXPECT_EQ(FailureOf([] { NativeCreateStaticString(nullptr, "s", "s", "", {}); }), null);
+    EXPECT_EQ(FailureOf([] { NativeCreateStaticBool(nullptr, "b", "b", true); }), null);
+    const auto number = [&](double value, const NumberProperties& properties) {
+        return FailureOf([&] { NativeCreateStaticNum(converter, "n", "n", value, properties); });
+    };
+    const auto array = [&](const NumberArrayProperties& properties) {
+        return FailureOf([&] { NativeCreateStaticNumArr(converter, "n", "n", values, properties); });
+    };
+    const std::string text = ": Internal converter failure";
+    EXPECT_EQ(number(kInfinity, {}), "2008" + text);
+    EXPECT_EQ(number(1, {{1, kUnsetCount, false}, {}}), "2006" + text);
+    EXPECT_EQ(number(1, {{}, {2, 0}}), "2007" + text);
+    EXPECT_EQ(number(1, {{}, {2, 3}}), "2008" + text);
+    EXPECT_EQ(array({{kUnsetCount, 1, false}, {}, {}}), "2006" + text);
+    EXPECT_EQ(array({{}, {{0, 9}}, {}}), "2018" + text);
+    EXPECT_EQ(array({{}, {{0, 9}, {0, 1}}, {}}), "2008" + text);
+    EXPECT_EQ(array({{}, {}, {"x", "y", "z"}}), "2019" + text);
+    EXPECT_EQ(array({{}, {{0, 9}, {2, 2}}, {"x", "y"}}), "");
+}
+
+}  // namespace zentor_test
