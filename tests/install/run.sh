@@ -15,7 +15,7 @@ find_package(zentor 0.1 REQUIRED)
 add_executable(host host.cpp)
 target_link_libraries(host PRIVATE zentor::zentor)
 END
-cmake -S "$work/host" -B "$work/host/build" -DCMAKE_PREFIX_PATH="$work/prefix" >/dev/null
+cmake -G Ninja -S "$work/host" -B "$work/host/build" -DCMAKE_PREFIX_PATH="$work/prefix" >/dev/null
 cmake --build "$work/host/build" >/dev/null
 table="$source/resources/recordings/greenhouse.csv"
 "$work/host/build/host" "$table" "$work/by-cmake.vkjson"
