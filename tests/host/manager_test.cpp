@@ -24,6 +24,7 @@ TEST(Manager, IsSharedAndCounted) {
     IZentor* first = nullptr;
     IZentor* second = nullptr;
     int context = 0;
+    TakeReports();
     CreateZentor_1(&first, nullptr, nullptr, "en_US", &context, &Suite(), nullptr);
     CreateZentor_1(&second, nullptr, nullptr, "de_DE", &context, &Suite(), nullptr);
     ASSERT_NE(first, nullptr);
