@@ -15,11 +15,23 @@ using ZT_PLUGIN::StringProperties;
 
 namespace {
 
-// The names that every node has, from the first character of the match name on.
-void AppendNames(TextBuffer& text, std::string_view matchName, std::string_view displayName) {
-    text.Append(matchName);
-    text.Append("\",\"displayName\":\"");
-    text.Append(displayName);
+// What every node begins with: `start` up to the match name, then the names, without the last quote.
+template <std::size_t N>
+void AppendNames(TextBuffer& text, const char (&start)[N], std::string_view matchName, std::string_view displayName) {
+    constexpr char kBetween[] = "\",\"displayName\":\"";
+    if (N + matchName.size() + sizeof kBetween + displayName.size() > TextRun::kMost) {
+        text.Append(start);
+        text.Append(matchName);
+        text.Append(kBetween);
+        text.Append(displayName);
+        return;
+    }
+    text.AppendRun([&](TextRun& run) {
+        run.Put(start);
+        run.Put(matchName);
+        run.Put(kBetween);
+        run.Put(displayName);
+    });
 }
 
 void PutPattern(TextRun& run, const NumberPattern& pattern) {
@@ -138,14 +150,12 @@ void AppendNumberArray(TextBuffer& text, const NumberArray& array) {
 }  // namespace
 
 void AppendGroupStart(TextBuffer& text, std::string_view matchName, std::string_view displayName) {
-    text.Append("{\"objectType\":\"dataGroup\",\"matchName\":\"");
-    AppendNames(text, matchName, displayName);
+    AppendNames(text, "{\"objectType\":\"dataGroup\",\"matchName\":\"", matchName, displayName);
     text.Append("\",\"children\":[");
 }
 
 void AppendStaticNode(TextBuffer& text, const StaticNodeView& node) {
-    text.Append("{\"objectType\":\"dataStatic\",\"matchName\":\"");
-    AppendNames(text, node.matchName, node.displayName);
+    AppendNames(text, "{\"objectType\":\"dataStatic\",\"matchName\":\"", node.matchName, node.displayName);
     constexpr auto kType = [](TextRun& run) { run.Put("\",\"dataType\":{\"type\":"); };
     switch (node.kind) {
         case StaticKind::kNumber:

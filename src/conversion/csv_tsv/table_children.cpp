@@ -1,7 +1,6 @@
 #include "conversion/csv_tsv/table_children.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cstring>
 
 #include "conversion/native_frame.h"
@@ -17,31 +16,38 @@ namespace {
 // Names are cut to this many bytes.
 constexpr std::size_t kLongestName = 1023;
 
-// A fixed text followed by a number that changes.
-class NumberedName {
+// A fixed text followed by a number that counts up from 0. It counts in its digits: formatting each number anew would
+// take longer than everything else about a name.
+class CountingName {
 public:
-    explicit NumberedName(std::string_view prefix) : prefixLength_(std::min(prefix.size(), kLongestName)) {
-        std::memcpy(bytes_, prefix.data(), prefixLength_);
+    explicit CountingName(std::string_view prefix) : digits_(std::min(prefix.size(), kLongestName)), end_(digits_) {
+        std::memcpy(bytes_, prefix.data(), digits_);
     }
 
-    std::string_view With(std::uint64_t number) {
-        char* const end = std::to_chars(bytes_ + prefixLength_, std::end(bytes_), number).ptr;
-        return {bytes_, std::min(static_cast<std::size_t>(end - bytes_), kLongestName)};
+    // The next name; lives until the next call.
+    std::string_view Next() {
+        CountUp();
+        return {bytes_, std::min(end_, kLongestName)};
     }
 
 private:
     static constexpr std::size_t kMostDigits = 20;
 
-    std::size_t prefixLength_;
+    void CountUp() {
+        std::size_t at = end_;
+        while (at > digits_ && bytes_[at - 1] == '9') bytes_[--at] = '0';
+        if (at > digits_) {
+            ++bytes_[at - 1];
+        } else {  // the first number, or one digit more
+            bytes_[digits_] = end_ == digits_ ? '0' : '1';
+            if (end_ != digits_) bytes_[end_] = '0';
+            ++end_;
+        }
+    }
+
+    std::size_t digits_;  // where the number begins
+    std::size_t end_;
     char bytes_[kLongestName + kMostDigits];
-};
-
-// Numbers all nodes of one document in the order in which they are written.
-struct MatchNames {
-    NumberedName name{"data"};
-    std::uint64_t next = 0;
-
-    std::string_view Take() { return name.With(next++); }
 };
 
 std::string CellNamePrefix(std::string_view header) {
@@ -53,14 +59,14 @@ std::string CellNamePrefix(std::string_view header) {
 // The cells of one column, from the first row to the last.
 class ColumnCells final : public ChildSource {
 public:
-    ColumnCells(TableIndex& table, std::string_view header, bool isNumeric, MatchNames& matchNames)
+    ColumnCells(TableIndex& table, std::string_view header, bool isNumeric, CountingName& matchNames)
         : table_(table), displayName_(CellNamePrefix(header)), isNumeric_(isNumeric), matchNames_(matchNames) {}
 
     bool Next(Child& child) override {
         if (row_ == table_.rows.Count()) return false;
         child.group = nullptr;
-        child.node.matchName = matchNames_.Take();
-        child.node.displayName = displayName_.With(row_);
+        child.node.matchName = matchNames_.Next();
+        child.node.displayName = displayName_.Next();
         const std::size_t at = table_.rows.Get(row_);
         const std::size_t end = isNumeric_ ? ReadNumber(child, at) : ReadText(child, at);
         // A row that has no more cells stays at the end of its line: its missing cells are empty ones.
@@ -102,9 +108,9 @@ private:
     }
 
     TableIndex& table_;
-    NumberedName displayName_;
+    CountingName displayName_;
     bool isNumeric_;
-    MatchNames& matchNames_;
+    CountingName& matchNames_;
     std::size_t row_ = 0;
 };
 
@@ -117,7 +123,7 @@ public:
         if (column_ == table_.columnCount) return false;
         const std::string_view header = headers_.substr(0, headers_.find(table_.delimiter));
         headers_.remove_prefix(std::min(header.size() + 1, headers_.size()));
-        const auto group = NativeCreateGroup(&converter_, matchNames_.Take(), header);
+        const auto group = NativeCreateGroup(&converter_, matchNames_.Next(), header);
         group->SetChildSource(
             std::make_unique<ColumnCells>(table_, header, table_.isNumericColumn[column_], matchNames_));
         child.group = group;
@@ -130,7 +136,7 @@ private:
     TableIndex& table_;
     std::string_view headers_;
     std::size_t column_ = 0;
-    MatchNames matchNames_;
+    CountingName matchNames_{"data"};  // of all nodes, in the order in which they are written
 };
 
 }  // namespace
