@@ -27,7 +27,8 @@ void Library::AddFormat(void* list, const char* extension, const char* displayNa
 }
 
 void Library::Check(ZT_Result result) const {
-    if (result != ZT_OK) throw LibraryFailure(report_);
+    if (result == ZT_OK) return;
+    throw LibraryFailure(report_.empty() ? "error " + std::to_string(result) : report_);
 }
 
 void Library::Fail(std::uint32_t code, const char* key) {

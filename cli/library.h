@@ -31,7 +31,7 @@ public:
 
     IZentor& manager() { return *manager_; }
 
-    // Throws the latest report unless `result` is success.
+    // Throws the latest report, or the code where there is none, unless `result` is success.
     void Check(ZT_Result result) const;
     // Throws a failure of the library's own that the command has found first.
     [[noreturn]] void Fail(std::uint32_t code, const char* key);

@@ -53,7 +53,8 @@ int Run(std::vector<std::string> arguments) {
     try {
         Library library(common.locale);
         chosen(library);
-        return 0;
+        if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return 0;
+        throw LibraryFailure("standard output cannot be written");
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "zentor: %s\n", failure.what());
         return kFailed;
@@ -64,4 +65,7 @@ int Run(std::vector<std::string> arguments) {
 
 }  // namespace zentor_cli
 
-int main(int argc, char** argv) { return zentor_cli::Run(zentor::os::Arguments(argc, argv)); }
+int main(int argc, char** argv) {
+    zentor::os::IgnoreBrokenPipes();
+    return zentor_cli::Run(zentor::os::Arguments(argc, argv));
+}

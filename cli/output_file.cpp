@@ -16,7 +16,7 @@ namespace {
 constexpr std::uint32_t kPieceSize = 0x100000;
 
 std::string FolderOf(const std::string& path) {
-    const std::size_t slash = path.find_last_of("/\\");
+    const std::size_t slash = path.find_last_of(os::kPathSeparators);
     return slash == std::string::npos ? std::string() : path.substr(0, slash + 1);
 }
 
@@ -48,7 +48,7 @@ void CheckOutputPath(Library& library, const std::string& path, bool force) {
     if (kind == os::PathKind::kFile && !force) throw LibraryFailure(path + " exists already; --force replaces it");
 }
 
-void SaveWhole(Library& library, Stream& stream, const std::string& inputPath, const std::string& path) {
+void SaveWhole(Library& library, Stream& stream, const std::string& inputPath, const std::string& path, bool force) {
     bool isInput = false;
     os::IsSameFile(inputPath, path, isInput);
     if (isInput) {
@@ -57,9 +57,12 @@ void SaveWhole(Library& library, Stream& stream, const std::string& inputPath, c
     }
     const std::string part = NameBeside(path);
     library.Check(stream->SaveTo(part.c_str()));
-    if (os::ReplaceFileBy(part, path) == os::Status::kOk) return;
+    // A file that has come into being meanwhile is not replaced either, unless it may be.
+    const os::Status moved = force ? os::ReplaceFileBy(part, path) : os::MoveFileTo(part, path);
+    if (moved == os::Status::kOk) return;
     os::DeleteFileAt(part);
-    throw LibraryFailure(path + " cannot be replaced");
+    throw LibraryFailure(
+        path + (moved == os::Status::kExists ? " exists already; --force replaces it" : " cannot be put in its place"));
 }
 
 void WriteToStandardOutput(Library& library, Stream& stream) {

@@ -16,7 +16,7 @@ void CheckOutputPath(Library& library, const std::string& path, bool force);
 
 // Saves the document beside `path` under another name and puts it in its place. A document that stands at `path` itself
 // stays; the input of a conversion is never overwritten (error 7).
-void SaveWhole(Library& library, Stream& stream, const std::string& inputPath, const std::string& path);
+void SaveWhole(Library& library, Stream& stream, const std::string& inputPath, const std::string& path, bool force);
 
 // Writes the document to standard output.
 void WriteToStandardOutput(Library& library, Stream& stream);

@@ -18,6 +18,6 @@ foreach(header rapidjson/document.h boost/variant.hpp CLI/CLI.hpp)
 endforeach()
 
 add_library(zentor_header_only INTERFACE)
-if(CMAKE_CROSSCOMPILING)  # natively the folder is searched anyway
+if(NOT header_folder STREQUAL /usr/include)  # which is searched anyway
   target_include_directories(zentor_header_only SYSTEM INTERFACE ${header_folder})
 endif()

@@ -15,5 +15,6 @@ write_basic_package_version_file(${CMAKE_BINARY_DIR}/zentorConfigVersion.cmake C
 install(FILES ${CMAKE_BINARY_DIR}/zentorConfig.cmake ${CMAKE_BINARY_DIR}/zentorConfigVersion.cmake
   DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/zentor)
 
+file(RELATIVE_PATH ZENTOR_PC_TO_PREFIX /prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig /prefix)
 configure_file(cmake/zentor.pc.in ${CMAKE_BINARY_DIR}/zentor.pc @ONLY)
 install(FILES ${CMAKE_BINARY_DIR}/zentor.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

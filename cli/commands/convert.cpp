@@ -37,7 +37,7 @@ void RunConvert(Library& library, const CommonOptions& common, const ConvertOpti
         if (toStandardOutput) {
             WriteToStandardOutput(library, stream);
         } else {
-            SaveWhole(library, stream, options.input, output);
+            SaveWhole(library, stream, options.input, output, options.force);
         }
     }
     if (!toStandardOutput) SayResult(common, options.input, output, bytes);

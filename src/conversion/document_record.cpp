@@ -3,6 +3,7 @@
 #include <charconv>
 #include <random>
 
+#include "errors/exception.h"
 #include "errors/raise.h"
 #include "util/file_io.h"
 
@@ -29,8 +30,13 @@ DocumentRecord::~DocumentRecord() {
 std::shared_ptr<DocumentRecord> CreateTemporaryDocument(const std::string& folder) {
     auto record = std::make_shared<DocumentRecord>();
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
-        record->documentPath = folder + "/" + UniqueName();
-        if (!File_IO::Create(record->documentPath, {.exclusive = true, .ownerOnly = true})) continue;
+        const std::string path = folder + "/" + UniqueName();
+        try {
+            if (!File_IO::Create(path, {.exclusive = true, .ownerOnly = true})) continue;
+        } catch (const ns_sensor::ZT_Exception&) {
+            break;
+        }
+        record->documentPath = path;
         record->isTemporary = true;
         return record;
     }

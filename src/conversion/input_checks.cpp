@@ -6,6 +6,7 @@
 
 #include "errors/raise.h"
 #include "util/file_mapper.h"
+#include "util/os_file.h"
 
 namespace zentor {
 
@@ -54,7 +55,7 @@ bool IsVkjsonDocument(const std::string& path) noexcept {
 }
 
 std::string ExtensionOf(const std::string& path) {
-    const std::size_t name = path.find_last_of("/\\") + 1;
+    const std::size_t name = path.find_last_of(os::kPathSeparators) + 1;
     const std::size_t dot = path.rfind('.');
     return dot == std::string::npos || dot < name ? std::string() : path.substr(dot + 1);
 }

@@ -35,8 +35,12 @@ void CopyContent(const std::string& from, const std::string& to) {
 void UndoCopy(const std::string& path, bool existed) noexcept {
     if (!existed) {
         DeleteQuietly(path);
-    } else {
+        return;
+    }
+    try {
         os::CreateEmptyFile(path, {});
+    } catch (...) {
+        // Without memory for the system's form of the path the file stays as it is.
     }
 }
 

@@ -101,11 +101,14 @@ void GetLastException_1(void* context,
                         void (*callback)(void* context, uint32_t code, const char* message, int64_t extra1,
                                          int64_t extra2),
                         uint8_t clear) {
-    // Taken out while the callback runs, which may call the library again.
-    LastException last = TakeLastException();
+    const auto last = GetLastException();  // held: the callback may call the library again
     if (callback != nullptr) {
-        const char* message = last.message.empty() ? kUnknownExceptionText : last.message.c_str();
-        callback(context, last.code, message, last.extra1, last.extra2);
+        if (last == nullptr) {
+            callback(context, 0, kUnknownExceptionText, 0, 0);
+        } else {
+            const char* message = last->message.empty() ? kUnknownExceptionText : last->message.c_str();
+            callback(context, last->code, message, last->extra1, last->extra2);
+        }
     }
-    if (clear == 0) SetLastException(std::move(last));
+    if (clear != 0) ClearLastException();
 }

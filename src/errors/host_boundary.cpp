@@ -18,6 +18,7 @@ ZT_Result ReportEntry(void* errorContext, const ErrorEntry& entry) noexcept {
         ReportError(errorContext, entry.code, message.c_str(), -1, -1);
     } catch (...) {
         // Not even a message can be formed; the code still gets through.
+        SetLastException({entry.code, {}, -1, -1});
         ReportError(errorContext, entry.code, kUnknownExceptionText, -1, -1);
     }
     return entry.code;

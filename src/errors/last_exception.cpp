@@ -2,16 +2,41 @@
 
 #include <utility>
 
+#include "util/thread_slot.h"
+
 namespace zentor {
 
 namespace {
 
-thread_local LastException lastException;
+using Record = std::shared_ptr<const LastException>;
+
+os::ThreadSlot& Slot() {
+    static os::ThreadSlot slot([](void* record) { delete static_cast<Record*>(record); });
+    return slot;
+}
 
 }  // namespace
 
-void SetLastException(LastException record) noexcept { lastException = std::move(record); }
+std::shared_ptr<const LastException> GetLastException() noexcept {
+    const auto* const record = static_cast<const Record*>(Slot().Get());
+    return record == nullptr ? nullptr : *record;
+}
 
-LastException TakeLastException() noexcept { return std::exchange(lastException, {}); }
+void SetLastException(LastException record) noexcept {
+    ClearLastException();
+    try {
+        auto kept = std::make_unique<Record>(std::make_shared<const LastException>(std::move(record)));
+        if (Slot().Set(kept.get())) kept.release();
+    } catch (...) {
+        // The failure itself is still reported; only the record of it is missing.
+    }
+}
+
+void ClearLastException() noexcept {
+    auto* const record = static_cast<Record*>(Slot().Get());
+    if (record == nullptr) return;
+    Slot().Set(nullptr);
+    delete record;
+}
 
 }  // namespace zentor

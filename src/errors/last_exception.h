@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 
 namespace zentor {
@@ -16,9 +17,10 @@ struct LastException {
 // The text of a report that has no message of its own.
 inline constexpr const char* kUnknownExceptionText = "Unknown exception";
 
-// Replaces the calling thread's record.
+// The calling thread's record; null until its first failure. It stays as it is while it is held.
+std::shared_ptr<const LastException> GetLastException() noexcept;
+// Replaces the calling thread's record. Without memory for it the thread has none.
 void SetLastException(LastException record) noexcept;
-// Takes the calling thread's record and leaves it empty (code 0), as it is before the thread's first failure.
-LastException TakeLastException() noexcept;
+void ClearLastException() noexcept;
 
 }  // namespace zentor

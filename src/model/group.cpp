@@ -76,15 +76,25 @@ bool VkjsonGroupImpl::IsWithin(const VkjsonGroupImpl& group) const {
     return at != nullptr;
 }
 
+// Adds a child to the list of its kind and to the order of all, or to neither.
+template <class Node>
+void VkjsonGroupImpl::Append(std::vector<Owner<Node>>& children, Owner<Node> child, ChildKind kind) {
+    order_.emplace_back(kind, children.size());
+    try {
+        children.push_back(std::move(child));
+    } catch (...) {
+        order_.pop_back();
+        throw;
+    }
+}
+
 void VkjsonGroupImpl::AttachStatic(const void* address, ZT_ErrorRecord* error) noexcept {
     RunForClient(error, [&] {
         if (address == nullptr) throw ZT_PluginException(ZT_INVALID_STATIC_NODE);
         auto* child = FindLive<VkjsonStaticDataImpl>(address);
         if (child == nullptr) throw ZT_PluginException(ZT_FOREIGN_OBJECT);
         if (child->IsAttached() || child->StreamId() != StreamId()) throw ZT_PluginException(ZT_INVALID_STATIC_NODE);
-        order_.reserve(order_.size() + 1);
-        staticChildren_.push_back(MakeOwner(child));
-        order_.emplace_back(ChildKind::kStatic, staticChildren_.size() - 1);
+        Append(staticChildren_, MakeOwner(child), ChildKind::kStatic);
         child->MarkAttached();
     });
 }
@@ -98,9 +108,7 @@ void VkjsonGroupImpl::AttachGroup(const void* address, ZT_ErrorRecord* error) no
         if (isRoot || child->IsAttached() || child->StreamId() != StreamId() || IsWithin(*child)) {
             throw ZT_PluginException(ZT_INVALID_GROUP);
         }
-        order_.reserve(order_.size() + 1);
-        groupChildren_.push_back(MakeOwner(child));
-        order_.emplace_back(ChildKind::kGroup, groupChildren_.size() - 1);
+        Append(groupChildren_, MakeOwner(child), ChildKind::kGroup);
         child->MarkAttached();
         child->parent_ = this;
     });

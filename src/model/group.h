@@ -47,6 +47,8 @@ private:
     friend class AttachedChildren;
     enum class ChildKind { kGroup = 0, kDynamic = 1, kStatic = 2 };
 
+    template <class Node>
+    void Append(std::vector<Owner<Node>>& children, Owner<Node> child, ChildKind kind);
     void AttachStatic(const void* address, ZT_ErrorRecord* error) noexcept;
     void AttachGroup(const void* address, ZT_ErrorRecord* error) noexcept;
     bool IsWithin(const VkjsonGroupImpl& group) const;

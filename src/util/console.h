@@ -12,6 +12,9 @@ std::vector<std::string> Arguments(int argc, char** argv);
 // Whether standard error is a terminal.
 bool IsErrorTerminal();
 
+// Makes writing to a pipe that nobody reads any more fail, rather than end the program before it has cleaned up.
+void IgnoreBrokenPipes();
+
 // Lets bytes go to standard output as they are.
 void SetBinaryOutput();
 

@@ -2,7 +2,6 @@
 
 #include <atomic>
 
-#include "errors/exception.h"
 #include "errors/raise.h"
 
 namespace zentor {
@@ -33,7 +32,13 @@ bool IsThere(const std::string& path) { return File_IO::GetFileMode(path) != Pat
 
 void SetFileFaultHook(FileFaultHook hook) noexcept { faultHook.store(hook); }
 
-void DeleteQuietly(const std::string& path) noexcept { os::DeleteFileAt(path); }
+void DeleteQuietly(const std::string& path) noexcept {
+    try {
+        os::DeleteFileAt(path);
+    } catch (...) {
+        // Without memory for the system's form of the path the file stays.
+    }
+}
 
 PathKind File_IO::GetFileMode(const std::string& path) {
     PathKind kind = PathKind::kNone;
@@ -183,11 +188,11 @@ void File_IO::SwapData(const std::string& a, const std::string& b) {
         Rename(b, a);
         try {
             Rename(spare, b);
-        } catch (const ns_sensor::ZT_Exception&) {
+        } catch (...) {
             os::MoveFileTo(a, b);
             throw;
         }
-    } catch (const ns_sensor::ZT_Exception&) {
+    } catch (...) {
         os::MoveFileTo(spare, a);
         throw;
     }

@@ -26,6 +26,9 @@ enum class Status {
     kFailed,  // anything else
 };
 
+// The characters that separate the parts of a path.
+extern const char* const kPathSeparators;
+
 enum class PathKind { kNone, kFile, kFolder, kOther };
 enum class Access { kRead, kReadWrite, kAppend };
 enum class SeekMode : std::uint32_t { kStart = 0, kCurrent = 1, kEnd = 2 };
@@ -45,6 +48,7 @@ Status CreateEmptyFile(const std::string& path, CreateOptions options);
 Status OpenFile(const std::string& path, bool share, Access access, FileHandle& file);
 Status CloseFile(FileHandle file);
 Status DeleteFileAt(const std::string& path);
+// Gives a file another name; kExists when something has that name already.
 Status MoveFileTo(const std::string& from, const std::string& to);
 // The same, over a file that is there.
 Status ReplaceFileBy(const std::string& from, const std::string& to);

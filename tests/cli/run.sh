@@ -55,7 +55,9 @@ expect 0 '~^\{"version":"vkjson2.0.0",.*\}\]\}\]\}$' "" convert table.csv -o - -
 cmp out.txt expected || fail "-o -: not the document's bytes"
 expect 0 '~^\{"input":"table.csv","output":"folder/json.vkjson","bytes":[0-9]+\}$' "" \
   convert table.csv -o folder/json.vkjson --no-validate --json
-(cd folder && expect 0 "~^größe.vkjson" "" convert '../accent é/größe.csv' --no-validate --locale de_DE)
+cd folder
+expect 0 "~^größe.vkjson" "" convert '../accent é/größe.csv' --no-validate --locale de_DE
+cd ..
 cmp folder/größe.vkjson expected || fail "accented path"
 
 # An existing output stays unless --force replaces it; then it is replaced whole.
@@ -74,6 +76,13 @@ expect 1 "" 'zentor: error 7: "File_IO::Create", Cannot create file.' convert ta
 cmp table.csv take.2.csv || fail "an input was overwritten"
 expect 0 "~^table" "" convert table.vkjson -o table.vkjson --force --no-validate
 cmp table.vkjson expected || fail "a document saved onto itself changed"
+
+# A reader that goes away, or a full disk, is a failure that leaves nothing behind.
+mkdir temporary
+for k in $(seq 1 4000); do echo "$k,row"; done >long.csv
+TMPDIR=$work/temporary "${zentor[@]}" convert long.csv -o - --no-validate 2>/dev/null | head -c 1 >/dev/null
+[ -z "$(find temporary -name 'ZTT*')" ] || fail "left over after a broken pipe: $(ls temporary)"
+"${zentor[@]}" formats >/dev/full 2>err.txt && fail "a full disk was not noticed"
 
 expect 2 "" "~." convert
 expect 2 "" "~." convert table.csv

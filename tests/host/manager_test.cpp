@@ -121,6 +121,31 @@ TEST(Exports, LastExceptionBelongsToItsThreadAndIsCleared) {
     TakeReports();
 }
 
+// A callback may use the library: what it is told stays, and clearing comes after it.
+TEST(Exports, LastExceptionWhileItsCallbackFails) {
+    Manager manager;
+    IVkjsonStream* stream = nullptr;
+    for (const bool clear : {false, true}) {
+        ASSERT_EQ(manager->ConvertFile(&stream, "", 0), 2U);
+        struct Nested {
+            IZentor* zentor;
+            std::string message;
+        } nested{manager.operator->(), {}};
+        GetLastException_1(
+            &nested,
+            [](void* context, std::uint32_t, const char* message, std::int64_t, std::int64_t) {
+                auto* const inner = static_cast<Nested*>(context);
+                IVkjsonStream* none = nullptr;
+                inner->zentor->ConvertFile(&none, "missing.csv", 0);
+                inner->message = message;
+            },
+            clear ? 1 : 0);
+        EXPECT_EQ(nested.message, "Input file path is NULL.");
+        EXPECT_EQ(LastException(true).code, clear ? 0U : 4U);
+    }
+    TakeReports();
+}
+
 TEST(Exports, MessagesAreFormedFromKeys) {
     const Manager manager;
     const struct {

@@ -65,7 +65,8 @@ extern "C" void hostMain() {
     Expect(zentor->ConvertFile(&stream, "table.unknown", 0) == 25 && stream == nullptr, "refuse");
     Expect(reportedCode == 25 && messagesMatch, "report");
     GetLastException_1(
-        &lastCode, [](void* to, uint32_t code, const char*, int64_t, int64_t) { *static_cast<uint32_t*>(to) = code; }, 1);
+        &lastCode, [](void* to, uint32_t code, const char*, int64_t, int64_t) { *static_cast<uint32_t*>(to) = code; },
+        1);
     Expect(lastCode == 25, "last exception");
     DestroyZentor_1(&zentor, nullptr);
     Expect(zentor == nullptr, "destroy");

@@ -18,6 +18,13 @@ using namespace zentor;
 
 namespace {
 
+// The calling thread's record, which is empty afterwards.
+LastException TakeLastException() {
+    const auto last = GetLastException();
+    ClearLastException();
+    return last == nullptr ? LastException() : *last;
+}
+
 struct Report {
     void* context;
     std::uint32_t code;

@@ -195,6 +195,15 @@ TEST(SharedObject, DeepTreesGoWithoutRecursion) {
     EXPECT_EQ(FindLiveObject(bottom), nullptr);
 }
 
+TEST(Group, TakesManyChildren) {
+    const Group group;
+    for (int k = 0; k < 80000; ++k) {
+        const Number number;
+        ASSERT_EQ(AddStatic(group, number.get()), 0u);
+    }
+    EXPECT_EQ(group.ChildCount(), 80000u);
+}
+
 TEST(Factories, RefuseBadArguments) {
     ExpectFactoryRules<IVkjsonRoot_v1>(CreateRoot, "creator");
     ExpectFactoryRules<IVkjsonGroup_v1>(CreateGroup, "name", nullptr);

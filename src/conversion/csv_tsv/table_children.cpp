@@ -51,7 +51,7 @@ private:
 };
 
 std::string CellNamePrefix(std::string_view header) {
-    std::string prefix(header.substr(0, kLongestName));
+    std::string prefix(header.substr(0, std::min(header.find('\0'), kLongestName)));  // as far as a C string goes
     prefix += ' ';
     return prefix;
 }

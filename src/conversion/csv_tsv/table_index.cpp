@@ -30,11 +30,10 @@ std::size_t EndOfLine(std::string_view text, std::size_t from) {
         std::find_if(text.begin() + static_cast<std::ptrdiff_t>(from), text.end(), IsLineEnd) - text.begin());
 }
 
-// No fewer than the lines of the text; ends of lines are not told apart here.
-std::size_t CountLinesAtMost(std::string_view text) {
-    return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n') +
-                                    std::count(text.begin(), text.end(), '\r')) +
-           1;
+// As many rows as the text has if all its lines end alike.
+std::size_t ExpectedRows(std::string_view text) {
+    return static_cast<std::size_t>(
+        std::max(std::count(text.begin(), text.end(), '\n'), std::count(text.begin(), text.end(), '\r')) + 1);
 }
 
 std::size_t CountCells(std::string_view line, char delimiter) {
@@ -92,7 +91,7 @@ TableIndex::TableIndex(std::string_view tableText, char cellDelimiter)
       header(tableText.substr(0, EndOfLine(tableText, 0))),
       columnCount(CountCells(header, cellDelimiter)),
       isNumericColumn(columnCount, true),
-      rows(columnCount == 0 ? 0 : CountLinesAtMost(tableText), tableText.size()) {
+      rows(columnCount == 0 ? 0 : ExpectedRows(tableText), tableText.size()) {
     if (columnCount == 0) return;
     for (std::size_t at = StartOfNextLine(text, header.size()); at < text.size();) {
         std::size_t end = at;

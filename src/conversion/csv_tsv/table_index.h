@@ -11,7 +11,7 @@ namespace zentor {
 // A position in the text for each row, in 4 bytes where the text allows it.
 class RowPositions {
 public:
-    // Room for at most `rows` rows of a text of `textSize` bytes.
+    // For a text of `textSize` bytes in which `rows` rows are expected.
     RowPositions(std::size_t rows, std::size_t textSize);
 
     void Add(std::size_t position);

@@ -1,5 +1,6 @@
 #include "util/console.h"
 
+#include <signal.h>
 #include <unistd.h>
 
 namespace zentor::os {
@@ -7,6 +8,8 @@ namespace zentor::os {
 std::vector<std::string> Arguments(int argc, char** argv) { return {argv + 1, argv + argc}; }
 
 bool IsErrorTerminal() { return isatty(STDERR_FILENO) != 0; }
+
+void IgnoreBrokenPipes() { signal(SIGPIPE, SIG_IGN); }
 
 void SetBinaryOutput() {}
 

@@ -3,6 +3,7 @@
 #include <dirent.h>
 #include <errno.h>
 #include <fcntl.h>
+#include <stdio.h>
 #include <stdlib.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -10,6 +11,8 @@
 #include <memory>
 
 namespace zentor::os {
+
+const char* const kPathSeparators = "/";
 
 struct Folder {
     DIR* stream;
@@ -104,10 +107,15 @@ Status CloseFile(FileHandle file) { return Check(close(Descriptor(file)) == 0); 
 Status DeleteFileAt(const std::string& path) { return Check(unlink(path.c_str()) == 0); }
 
 Status MoveFileTo(const std::string& from, const std::string& to) {
-    return Check(rename(from.c_str(), to.c_str()) == 0);
+    if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return Status::kOk;
+    if (errno != EINVAL && errno != ENOSYS) return FromErrno();
+    // A file system without this operation: a second name and the first one gone come closest.
+    return Check(link(from.c_str(), to.c_str()) == 0 && unlink(from.c_str()) == 0);
 }
 
-Status ReplaceFileBy(const std::string& from, const std::string& to) { return MoveFileTo(from, to); }
+Status ReplaceFileBy(const std::string& from, const std::string& to) {
+    return Check(rename(from.c_str(), to.c_str()) == 0);
+}
 
 Status SeekFile(FileHandle file, std::int64_t offset, SeekMode mode, std::uint64_t& position) {
     constexpr int kOrigins[] = {SEEK_SET, SEEK_CUR, SEEK_END};

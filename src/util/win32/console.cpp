@@ -28,6 +28,8 @@ std::vector<std::string> Arguments(int, char**) {
 
 bool IsErrorTerminal() { return _isatty(_fileno(stderr)) != 0; }
 
+void IgnoreBrokenPipes() {}  // they fail anyway
+
 void SetBinaryOutput() { _setmode(_fileno(stdout), _O_BINARY); }
 
 }  // namespace zentor::os

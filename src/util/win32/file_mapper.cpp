@@ -8,11 +8,16 @@ namespace zentor {
 
 namespace {
 
+// An open that leaves an error behind counts as failed, even with a handle.
 HANDLE OpenForMapping(const std::string& path) {
     std::wstring wide;
     if (!os::WidePath(path, wide)) return INVALID_HANDLE_VALUE;
-    return CreateFileW(wide.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
-                       FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
+    SetLastError(ERROR_SUCCESS);
+    const HANDLE file = CreateFileW(wide.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                    OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
+    if (file == INVALID_HANDLE_VALUE || GetLastError() == ERROR_SUCCESS) return file;
+    CloseHandle(file);
+    return INVALID_HANDLE_VALUE;
 }
 
 const char* MapWhole(HANDLE file) {
@@ -27,14 +32,11 @@ const char* MapWhole(HANDLE file) {
 
 MapResult FileMapper::Map(const std::string& path) {
     Unmap();
-    SetLastError(ERROR_SUCCESS);
     const HANDLE file = OpenForMapping(path);
     if (file == INVALID_HANDLE_VALUE) return MapResult::kCannotOpen;
     LARGE_INTEGER size;
     MapResult result = MapResult::kMapped;
-    if (GetLastError() != ERROR_SUCCESS) {
-        result = MapResult::kCannotOpen;
-    } else if (GetFileSizeEx(file, &size) == 0) {
+    if (GetFileSizeEx(file, &size) == 0) {
         result = MapResult::kSizeUnknown;
     } else if (size.QuadPart == 0) {
         result = MapResult::kEmpty;

@@ -8,6 +8,8 @@
 
 namespace zentor::os {
 
+const char* const kPathSeparators = "/\\";
+
 struct Folder {
     HANDLE search;
     WIN32_FIND_DATAW current;
