@@ -156,8 +156,8 @@ struct IVkjsonStream {
     virtual uint32_t Read(void* buffer, const uint32_t* count) noexcept = 0;
     // slot 1: copies the whole document to the file `path`, creating it or replacing its content; the position of Read
     // does not change. Saving a document onto itself does nothing. On failure a file that was there before is left
-    // empty, and a new one is removed. Codes 2, 3, 4 (not a file), 7 (cannot be created, or is the stream's input),
-    // 11, 34 (disk full), 55.
+    // empty, and a new one is removed. Codes 2, 3, 4 (not a file), 6, 7 (cannot be created, or is the stream's input), 8,
+    // 11, 12, 13, 34 (disk full), 55.
     virtual ZT_Result SaveTo(const char* path) noexcept = 0;
     // slot 2: the document's path; lives until the stream is released.
     virtual const char* DocumentPath() noexcept = 0;
@@ -224,7 +224,9 @@ struct IZentor {
     // slot 2: converts a supported file into a document in the folder for temporary files; a vkjson document is taken
     // as it is. `validate` not 0: the document is opened once, and its first fault fails the call (in this version
     // always, with code 21). *stream is null after a failure. The temporary document goes with the stream.
-    // Codes 1, 2, 3, 4, 11 (document of 4 GiB or more), 13, 21, 25, 1506 and the codes of the writer (1000 + code).
+    // Codes 1, 2, 3, 4, 6, 11 (also: a document of 4 GiB or more), 12, 13, 14 (no folder for temporary files), 15 (none
+    // can be created there), 21, 25, 1506 (the input cannot be read or converted), and 1000 + the code of a file
+    // operation that failed while the document was written (1034: memory or disk full).
     virtual ZT_Result ConvertFile(IVkjsonStream** stream, const char* inputPath, uint8_t validate) noexcept = 0;
     // slot 3: releases a stream that ConvertFile returned and deletes its temporary document. Codes 1, 56, 57.
     virtual ZT_Result ReleaseStream(IVkjsonStream** stream) noexcept = 0;

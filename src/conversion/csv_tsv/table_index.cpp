@@ -30,15 +30,36 @@ std::size_t EndOfLine(std::string_view text, std::size_t from) {
         std::find_if(text.begin() + static_cast<std::ptrdiff_t>(from), text.end(), IsLineEnd) - text.begin());
 }
 
-// As many rows as the text has if all its lines end alike.
+// Guesses the number of rows from the beginning of the text: a little more than it has if its rows are alike.
 std::size_t ExpectedRows(std::string_view text) {
-    return static_cast<std::size_t>(
-        std::max(std::count(text.begin(), text.end(), '\n'), std::count(text.begin(), text.end(), '\r')) + 1);
+    const std::string_view start = text.substr(0, 0x10000);
+    if (start.empty()) return 0;
+    const auto lineEnds =
+        std::max(std::count(start.begin(), start.end(), '\n'), std::count(start.begin(), start.end(), '\r'));
+    const double rowsPerByte = static_cast<double>(lineEnds + 1) / static_cast<double>(start.size());
+    return static_cast<std::size_t>(1.05 * rowsPerByte * static_cast<double>(text.size()));
 }
 
 std::size_t CountCells(std::string_view line, char delimiter) {
     if (line.empty()) return 0;
     return static_cast<std::size_t>(std::count(line.begin(), line.end(), delimiter)) + 1;
+}
+
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+// Where a cell ends that holds nothing but a plain decimal number: digits with an optional sign and point, so few that
+// it is in range whatever they are. kNone for any other cell, which has to be read to be judged.
+std::size_t EndOfPlainNumber(std::string_view text, std::size_t from, char delimiter) {
+    constexpr std::size_t kMostCharacters = 300;
+    std::size_t at = from;
+    if (at < text.size() && text[at] == '-') ++at;
+    const std::size_t digits = at;
+    while (at < text.size() && IsDigit(text[at])) ++at;
+    if (at == digits) return kNone;
+    if (at < text.size() && text[at] == '.') ++at;
+    while (at < text.size() && IsDigit(text[at])) ++at;
+    const bool isWholeCell = at == text.size() || text[at] == delimiter || IsLineEnd(text[at]);
+    return isWholeCell && at - from <= kMostCharacters ? at : kNone;
 }
 
 // Checks the cells of one row and clears the marks of columns that hold text; returns where the line ends.
@@ -47,7 +68,8 @@ std::size_t ScanRow(TableIndex& table, std::size_t from) {
     for (std::size_t column = 0;; ++column) {
         std::size_t end = kNone;
         if (column < table.columnCount && table.isNumericColumn[column]) {
-            end = ReadNumericCell(table.text, at, table.delimiter).end;
+            end = EndOfPlainNumber(table.text, at, table.delimiter);
+            if (end == kNone) end = ReadNumericCell(table.text, at, table.delimiter).end;
         }
         if (end == kNone) {
             end = EndOfCell(table.text, at, table.delimiter);
