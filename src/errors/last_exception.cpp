@@ -26,7 +26,7 @@ void SetLastException(LastException record) noexcept {
     ClearLastException();
     try {
         auto kept = std::make_unique<Record>(std::make_shared<const LastException>(std::move(record)));
-        if (Slot().Set(kept.get())) kept.release();
+        if (Slot().Set(kept.get())) static_cast<void>(kept.release());
     } catch (...) {
         // The failure itself is still reported; only the record of it is missing.
     }
