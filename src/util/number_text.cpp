@@ -18,8 +18,6 @@ constexpr double kUnwritable = 1.7976931348623155e308;
 // Whole numbers below this have at most 16 digits, so that the general notation is their plain decimal text.
 constexpr double kLargestPlainInteger = 9007199254740992.0;
 
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
-
 char* StripTrailingZeros(char* begin, char* end) {
     const auto* point = static_cast<char*>(std::memchr(begin, '.', static_cast<std::size_t>(end - begin)));
     if (point == nullptr) return end;

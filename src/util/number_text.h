@@ -7,6 +7,8 @@
 
 namespace zentor {
 
+constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
 // The text of one number. The unused bytes may be copied along, but mean nothing.
 struct NumberText {
     static constexpr std::size_t kRoom = 32;

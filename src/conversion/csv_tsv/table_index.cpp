@@ -45,8 +45,6 @@ std::size_t CountCells(std::string_view line, char delimiter) {
     return static_cast<std::size_t>(std::count(line.begin(), line.end(), delimiter)) + 1;
 }
 
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
-
 // Where a cell ends that holds nothing but a plain decimal number: digits with an optional sign and point, so few that
 // it is in range whatever they are. kNone for any other cell, which has to be read to be judged.
 std::size_t EndOfPlainNumber(std::string_view text, std::size_t from, char delimiter) {
@@ -84,10 +82,14 @@ std::size_t ScanRow(TableIndex& table, std::size_t from) {
 
 RowPositions::RowPositions(std::size_t rows, std::size_t textSize)
     : isWide_(textSize > std::numeric_limits<std::uint32_t>::max()) {
-    if (isWide_) {
-        wide_.reserve(rows);
-    } else {
-        narrow_.reserve(rows);
+    try {
+        if (isWide_) {
+            wide_.reserve(rows);
+        } else {
+            narrow_.reserve(rows);
+        }
+    } catch (...) {
+        // The number is a guess: rows that never come need no room.
     }
 }
 
