@@ -26,7 +26,7 @@ namespace ZT_PLUGIN {
 struct ISharedObject;
 }
 
-// Records of the typed queries, for hosts built with the library's own toolchain.
+// Records of the typed queries, for hosts built with the library's own toolchain: see records.h.
 struct ZT_GroupChildren;
 struct ZT_GroupChildInfo;
 struct ZT_StaticDataInfo;
@@ -49,12 +49,21 @@ struct ZT_Time {
 //
 // The library keeps the first suite that it is given, for the life of the process; the table must stay where it is.
 // Every entry may be null: the library then skips the call. Texts and arrays handed to a callback live until it
-// returns. `handle` and the contexts are the host's own values, handed back untouched.
+// returns; lengths of texts are in bytes, counts of arrays in elements. A text that comes with a length has no
+// terminating zero and may hold zeros. `handle` and the contexts are the host's own values, handed back untouched.
+
+// How the samples of a document are timed.
+enum ZT_TimeMode : uint32_t {
+    ZT_TIME_MODE_NONE = 0,      // the document says nothing of samples
+    ZT_TIME_MODE_UTC = 1,       // dates and times of day
+    ZT_TIME_MODE_TIMECODE = 2,  // SMPTE time codes
+};
 
 // Hands over lists of data paths (slot 0).
 struct ZT_DataPathCallbacks {
-    // Once for each item of each path, in order. `index` is -1 for the root item; `childCount` is the number of paths
-    // in the whole list; `last` is 1 for the last item of a path, else 0.
+    // Once for each item of each path, in order. The first item is the root, "dataOutline" with index -1; every other
+    // one has both the node's match name, which may be empty, and its index among its siblings. `childCount` is the
+    // number of paths in the whole list; `last` is 1 for the last item of a path, else 0.
     void (*addPathItem)(void* handle, const char* matchName, int64_t index, uint64_t childCount, uint8_t last);
 };
 
@@ -65,7 +74,8 @@ struct ZT_NodeInfoCallbacks {
                         const char* matchName, uint64_t matchNameLength);
 };
 
-// Hands over a static node (slot 2): its names, its type through ZT_DataTypeCallbacks, then one of the values.
+// Hands over a static node (slot 2): its names, its type through ZT_DataTypeCallbacks, then one of the values. Of a
+// padded string of an older document the value is its text.
 struct ZT_StaticDataCallbacks {
     void (*setNames)(void* handle, const char* displayName, uint64_t displayNameLength, const char* matchName,
                      uint64_t matchNameLength);
@@ -92,15 +102,22 @@ struct ZT_SampleCallbacks {
     void (*addString)(void* handle, const char* time, uint64_t timeLength, const char* text, uint64_t length);
 };
 
-// Hands over file information (slot 5).
+// Hands over file information (slot 5): first the names, then the time mode.
 struct ZT_FileInfoCallbacks {
-    void (*setFileInfo)(void* handle, uint32_t first, uint32_t second, const char* version, uint64_t versionLength,
-                        const char* creator, uint64_t creatorLength);
+    // Frames a second are `frameRateValue` / `frameRateScale`; 0 and 1 when the times of the document are not time
+    // codes, or when its frame rate is no fraction of two such numbers. `version` and `creator` are empty when the
+    // document has none.
+    void (*setFileInfo)(void* handle, uint32_t frameRateValue, uint32_t frameRateScale, const char* version,
+                        uint64_t versionLength, const char* creator, uint64_t creatorLength);
+    // `timeMode` is a ZT_TimeMode. Of time codes come the frames per second and the drop-frame flag (0 or 1); of UTC
+    // the decimals of a second, and 1 when times end in "Z" rather than in an offset; the others are 0.
+    void (*setTimeMode)(void* handle, uint32_t timeMode, double framesPerSecond, uint8_t dropFrame,
+                        uint64_t precisionLength, uint8_t isGmt);
 };
 
 // Hands over video-sync entries (slot 6), one call each: a frame number or a time string.
 struct ZT_VideoSyncCallbacks {
-    void (*addFrame)(void* handle, const char* fileName, uint64_t fileNameLength, uint32_t frameNumber);
+    void (*addFrame)(void* handle, const char* fileName, uint64_t fileNameLength, uint64_t frameNumber);
     void (*addTime)(void* handle, const char* fileName, uint64_t fileNameLength, const char* time, uint64_t timeLength);
 };
 
@@ -156,8 +173,8 @@ struct IVkjsonStream {
     virtual uint32_t Read(void* buffer, const uint32_t* count) noexcept = 0;
     // slot 1: copies the whole document to the file `path`, creating it or replacing its content; the position of Read
     // does not change. Saving a document onto itself does nothing. On failure a file that was there before is left
-    // empty, and a new one is removed. Codes 2, 3, 4 (not a file), 6, 7 (cannot be created, or is the stream's input), 8,
-    // 11, 12, 13, 34 (disk full), 55.
+    // empty, and a new one is removed. Codes 2, 3, 4 (not a file), 6, 7 (cannot be created, or is the stream's input),
+    // 8, 11, 12, 13, 34 (disk full), 55.
     virtual ZT_Result SaveTo(const char* path) noexcept = 0;
     // slot 2: the document's path; lives until the stream is released.
     virtual const char* DocumentPath() noexcept = 0;
@@ -181,31 +198,49 @@ protected:
 };
 
 // An open document. Slots 0 to 8 fill records and are for hosts of the library's own toolchain; slots 10 to 18 hand the
-// same results to the host suite, piece by piece, with `handle` as their first argument, and are for every host.
-// A data path is a string such as `[0]["data1"]`: an index or a quoted match name for each level of the outline.
+// same results to the host suite, piece by piece, with `handle` as their first argument, and are for every host. They
+// change nothing, and a failed one leaves the handler as usable as before.
+//
+// A data path names one node of the outline: an item in brackets for each level, which is an index among the siblings
+// from 0 on, or a match name in double quotes: `[0]["data1"]`. It may begin with the root, `["dataOutline"]`, which
+// alone names the list of the top-level nodes. Looking a node up takes the same time whatever the number of its
+// siblings.
+//
+// All queries fail with 1 for a null record or data path and for an empty data path, and with 5 when the file has
+// become shorter since it was opened (where the system allows that). Queries by data path fail with 33 for a path that
+// names no node of the right kind and with 45 for one without its closing bracket. Client forms fail with 21 without a
+// host suite.
 struct ISensorFileHandler {
-    virtual ZT_Result GetRootChildren(ZT_GroupChildren* children) noexcept = 0;                         // slot 0
-    virtual ZT_Result GetGroupChildren(const char* dataPath, ZT_GroupChildren* children) noexcept = 0;  // slot 1
-    virtual ZT_Result GetGroupChildInfo(const char* dataPath, ZT_GroupChildInfo* info) noexcept = 0;    // slot 2
-    virtual ZT_Result GetStaticDataInfo(const char* dataPath, ZT_StaticDataInfo* info) noexcept = 0;    // slot 3
-    virtual ZT_Result GetDynamicDataInfo(const char* dataPath, ZT_DynamicDataInfo* info) noexcept = 0;  // slot 4
+    // slot 0: the data paths of the top-level nodes.
+    virtual ZT_Result GetRootChildren(ZT_GroupChildren* children) noexcept = 0;
+    // slot 1: the data paths of the children of a group; of the top-level nodes when the path is the root alone.
+    virtual ZT_Result GetGroupChildren(const char* dataPath, ZT_GroupChildren* children) noexcept = 0;
+    // slot 2: kind and names of any node; the root alone is a group with the match name "dataOutline".
+    virtual ZT_Result GetGroupChildInfo(const char* dataPath, ZT_GroupChildInfo* info) noexcept = 0;
+    // slots 3 and 4: what a static or dynamic node holds.
+    virtual ZT_Result GetStaticDataInfo(const char* dataPath, ZT_StaticDataInfo* info) noexcept = 0;
+    virtual ZT_Result GetDynamicDataInfo(const char* dataPath, ZT_DynamicDataInfo* info) noexcept = 0;
+    // slots 5 and 6: the samples of a dynamic node between two times, and the one at a time. This version does not read
+    // samples: after the checks of their arguments they fail with code 21. Code 1 also for a time with scale 0.
     virtual ZT_Result GetDynamicSamples(const char* dataPath, ZT_Time start, ZT_Time end,
-                                        DynamicDataSampleSet* samples) noexcept = 0;  // slot 5
-    virtual ZT_Result GetDynamicSample(const char* dataPath, ZT_Time time,
-                                       DynamicDataSampleSet* samples) noexcept = 0;               // slot 6
-    virtual ZT_Result GetFileInfo(ZT_FileInfo* info) noexcept = 0;                                // slot 7
-    virtual ZT_Result GetVideoSyncTimeList(ZT_VideoSyncTimeList* list) noexcept = 0;              // slot 8
-    virtual void DeletingDestructor(uint32_t flags) noexcept = 0;                                 // slot 9
-    virtual ZT_Result GetRootChildrenClient(void* handle) noexcept = 0;                           // slot 10
-    virtual ZT_Result GetGroupChildrenClient(const char* dataPath, void* handle) noexcept = 0;    // slot 11
-    virtual ZT_Result GetGroupChildInfoClient(const char* dataPath, void* handle) noexcept = 0;   // slot 12
-    virtual ZT_Result GetStaticDataInfoClient(const char* dataPath, void* handle) noexcept = 0;   // slot 13
-    virtual ZT_Result GetDynamicDataInfoClient(const char* dataPath, void* handle) noexcept = 0;  // slot 14
+                                        DynamicDataSampleSet* samples) noexcept = 0;
+    virtual ZT_Result GetDynamicSample(const char* dataPath, ZT_Time time, DynamicDataSampleSet* samples) noexcept = 0;
+    // slots 7 and 8
+    virtual ZT_Result GetFileInfo(ZT_FileInfo* info) noexcept = 0;
+    virtual ZT_Result GetVideoSyncTimeList(ZT_VideoSyncTimeList* list) noexcept = 0;
+    // slot 9: for the library. A host closes a handler with IZentor::CloseFile; a call by a host does nothing.
+    virtual void DeletingDestructor(uint32_t flags) noexcept = 0;
+    // slots 10 to 18: the client forms of slots 0 to 8.
+    virtual ZT_Result GetRootChildrenClient(void* handle) noexcept = 0;
+    virtual ZT_Result GetGroupChildrenClient(const char* dataPath, void* handle) noexcept = 0;
+    virtual ZT_Result GetGroupChildInfoClient(const char* dataPath, void* handle) noexcept = 0;
+    virtual ZT_Result GetStaticDataInfoClient(const char* dataPath, void* handle) noexcept = 0;
+    virtual ZT_Result GetDynamicDataInfoClient(const char* dataPath, void* handle) noexcept = 0;
     virtual ZT_Result GetDynamicSamplesClient(const char* dataPath, ZT_Time start, ZT_Time end,
-                                              void* handle) noexcept = 0;                                     // slot 15
-    virtual ZT_Result GetDynamicSampleClient(const char* dataPath, ZT_Time time, void* handle) noexcept = 0;  // slot 16
-    virtual ZT_Result GetFileInfoClient(void* handle) noexcept = 0;                                           // slot 17
-    virtual ZT_Result GetVideoSyncTimeListClient(void* handle) noexcept = 0;                                  // slot 18
+                                              void* handle) noexcept = 0;
+    virtual ZT_Result GetDynamicSampleClient(const char* dataPath, ZT_Time time, void* handle) noexcept = 0;
+    virtual ZT_Result GetFileInfoClient(void* handle) noexcept = 0;
+    virtual ZT_Result GetVideoSyncTimeListClient(void* handle) noexcept = 0;
 
 protected:
     ~ISensorFileHandler() = default;
@@ -213,17 +248,27 @@ protected:
 
 // The manager: one for the process, made by CreateZentor_1.
 struct IZentor {
-    // slot 0: opens a document, or converts a supported file and opens the result. With an output path (null or empty:
-    // none) the document is kept there. *handler is null after a failure.
-    // This version cannot read documents: after the checks of its arguments it fails with code 21.
-    // Codes 1, 2, 3, 4, 21.
+    // slot 0: opens a document, or converts a supported file and opens the result. Every fault of the document is found
+    // now; a report's first detail is its byte offset. A file that is open already gives the same handler again, and
+    // each call needs one CloseFile. *handler is null after a failure, and no file is changed or left behind.
+    //
+    // With an output path (null or empty: none) the document is kept there, and replaces the content of a file that is
+    // there already. What is kept of a path that is open already are the bytes of the input path itself, converted or
+    // not. Output and input being the same file is no failure when the input is a document: nothing is copied.
+    //
+    // Codes of the arguments and of conversion: those of ConvertFile, but for 11; and 7 (the output cannot be created,
+    // is the input, or is an open document), 58 (the output's folder does not exist), 15, 21, 22 (the converted
+    // document cannot be put in the output's place), 34 (disk full), 55. Codes of the document: 5, 6, 21 (it cannot be
+    // mapped, or its samples cannot be copied to a temporary file), 14 and 15 (there can be no temporary file), 28 to
+    // 32, 37, 39 to 44, 46, 47, 54.
     virtual ZT_Result OpenFile(ISensorFileHandler** handler, const char* inputPath,
                                const char* outputPath) noexcept = 0;
-    // slot 1: closes a handler that OpenFile returned. Codes 1, 26, 27.
+    // slot 1: gives back a handler that OpenFile returned. The last close of a document unmaps it, deletes it when it
+    // is a temporary one, and nulls *handler; earlier ones leave *handler as it is. Codes 1, 26 (nothing is open), 27.
     virtual ZT_Result CloseFile(ISensorFileHandler** handler) noexcept = 0;
     // slot 2: converts a supported file into a document in the folder for temporary files; a vkjson document is taken
-    // as it is. `validate` not 0: the document is opened once, and its first fault fails the call (in this version
-    // always, with code 21). *stream is null after a failure. The temporary document goes with the stream.
+    // as it is. `validate` not 0: the document is opened once, and its first fault fails the call with the codes of
+    // OpenFile. *stream is null after a failure. The temporary document goes with the stream.
     // Codes 1, 2, 3, 4, 6, 11 (also: a document of 4 GiB or more), 12, 13, 14 (no folder for temporary files), 15 (none
     // can be created there), 21, 25, 1506 (the input cannot be read or converted), and 1000 + the code of a file
     // operation that failed while the document was written (1034: memory or disk full).
