@@ -27,17 +27,18 @@ DocumentRecord::~DocumentRecord() {
     if (isTemporary) DeleteQuietly(documentPath);
 }
 
-std::shared_ptr<DocumentRecord> CreateTemporaryDocument(const std::string& folder) {
+std::shared_ptr<DocumentRecord> CreateTemporaryDocument(const std::string& folder, bool ownerOnly) {
     auto record = std::make_shared<DocumentRecord>();
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
         const std::string path = folder + "/" + UniqueName();
         try {
-            if (!File_IO::Create(path, {.exclusive = true, .ownerOnly = true})) continue;
+            if (!File_IO::Create(path, {.exclusive = true, .ownerOnly = ownerOnly})) continue;
         } catch (const ns_sensor::ZT_Exception&) {
             break;
         }
         record->documentPath = path;
         record->isTemporary = true;
+        record->isKnownVersion2 = true;
         return record;
     }
     Raise(kTempFile, Quoted("File_IO::GetTempFile"));

@@ -10,6 +10,8 @@ namespace zentor {
 struct DocumentRecord {
     std::string documentPath;  // the input itself, or what a converter made of it
     bool isTemporary = false;  // made by the library
+    // Written by the library, or recognised by its first property; otherwise the reader looks.
+    bool isKnownVersion2 = false;
 
     DocumentRecord() = default;
     ~DocumentRecord();
@@ -18,6 +20,7 @@ struct DocumentRecord {
 };
 
 // A record for a new, empty, temporary document in `folder`, with a name of its own that ends in ".vkjson".
-std::shared_ptr<DocumentRecord> CreateTemporaryDocument(const std::string& folder);
+// `ownerOnly`: nobody else may read it, where the system can tell.
+std::shared_ptr<DocumentRecord> CreateTemporaryDocument(const std::string& folder, bool ownerOnly);
 
 }  // namespace zentor

@@ -2,6 +2,7 @@
 
 #include "conversion/format_table.h"
 #include "conversion/input_checks.h"
+#include "conversion/output_placement.h"
 #include "errors/exception.h"
 #include "errors/raise.h"
 #include "model/document_writer.h"
@@ -39,34 +40,41 @@ void RunConverter(const NativeFormat& format, const std::string& inputPath, cons
     if (!converted) Raise(kConversionFailure);
 }
 
-// The document that stands for an input: the input itself, or a temporary document that a converter makes now.
-std::shared_ptr<DocumentRecord> PrepareInput(const std::string& inputPath, const std::string& originalName) {
-    const std::string extension = ExtensionOf(inputPath);
-    if (extension == "vkjson" || IsVkjsonDocument(inputPath)) {
-        auto record = std::make_shared<DocumentRecord>();
-        record->documentPath = inputPath;
-        return record;
-    }
-    const NativeFormat* format = FindConvertibleFormat(LowerCaseAscii(extension));
-    if (format == nullptr) Raise(kFileFormatNotSupported);
-    auto record = CreateTemporaryDocument(File_IO::TempFolder());
-    RunConverter(*format, inputPath, originalName, record->documentPath);
+std::shared_ptr<DocumentRecord> RecordOfDocument(const std::string& path, bool isKnownVersion2) {
+    auto record = std::make_shared<DocumentRecord>();
+    record->documentPath = path;
+    record->isKnownVersion2 = isKnownVersion2;
     return record;
+}
+
+// A document that goes to an output is made beside it, so that it only has to be renamed.
+std::shared_ptr<DocumentRecord> CreateDocumentFor(const InputFile& input, const std::string& outputPath) {
+    if (outputPath.empty()) return CreateTemporaryDocument(File_IO::TempFolder(), true);
+    if (File_IO::IsSameFile(input.path, outputPath)) Raise(kCreateFile, Quoted("File_IO::Create"));
+    return CreateTemporaryDocument(CheckOutputFolder(outputPath), false);
 }
 
 }  // namespace
 
-void CheckInput(const char* inputPath) {
+InputFile CheckInput(const char* inputPath) {
     CheckInputFilePath(inputPath);
     if (File_IO::GetFileMode(inputPath) != PathKind::kFile) Raise(kFileNotExist, Quoted(inputPath));
+    return {inputPath, File_IO::AbsolutePath(inputPath)};
 }
 
-IVkjsonStream* ConversionDriver::ConvertFile(const char* inputPath, bool validate) {
-    CheckInput(inputPath);
-    const std::string absolutePath = File_IO::AbsolutePath(inputPath);
-    auto record = PrepareInput(absolutePath, inputPath);
-    if (validate) Raise(kCannotCreateParserObject);
-    auto stream = std::make_unique<VkjsonStreamImpl>(std::move(record), absolutePath);
+std::shared_ptr<DocumentRecord> PrepareInput(const InputFile& input, const std::string& outputPath) {
+    const std::string extension = ExtensionOf(input.path);
+    if (extension == "vkjson") return RecordOfDocument(input.path, false);
+    if (IsVkjsonDocument(input.path)) return RecordOfDocument(input.path, true);
+    const NativeFormat* format = FindConvertibleFormat(LowerCaseAscii(extension));
+    if (format == nullptr) Raise(kFileFormatNotSupported);
+    auto record = CreateDocumentFor(input, outputPath);
+    RunConverter(*format, input.path, input.name, record->documentPath);
+    return record;
+}
+
+IVkjsonStream* ConversionDriver::MakeStream(std::shared_ptr<DocumentRecord> record, const std::string& inputPath) {
+    auto stream = std::make_unique<VkjsonStreamImpl>(std::move(record), inputPath);
     IVkjsonStream* const handle = stream.get();
     const std::lock_guard lock(streamsMutex_);
     streams_.emplace(handle, std::move(stream));

@@ -15,9 +15,8 @@ struct NativeFormat;
 // Thread-safe.
 class ConversionDriver {
 public:
-    // Converts a file, or takes it as it is when it is a vkjson document. Codes: 2, 3, 4 (no such file), 11, 21 (with
-    // `validate`: documents cannot be read yet), 25, 1506, and the codes of converters.
-    IVkjsonStream* ConvertFile(const char* inputPath, bool validate);
+    // Makes a stream of the document that stands for the input at `inputPath`, which is absolute. Code 11.
+    IVkjsonStream* MakeStream(std::shared_ptr<DocumentRecord> record, const std::string& inputPath);
     // Destroys a stream. Codes 56 (there are none), 57 (not one of these).
     void ReleaseStream(IVkjsonStream* stream);
 
@@ -26,7 +25,19 @@ private:
     std::map<IVkjsonStream*, std::unique_ptr<VkjsonStreamImpl>> streams_;
 };
 
-// Checks that an input path is usable and names a file: codes 2, 3, 4.
-void CheckInput(const char* inputPath);
+// An input of the host: its path as given and absolute.
+struct InputFile {
+    std::string name;
+    std::string path;
+};
+
+// Codes 2 and 3 (no usable path), 4 (no such file).
+InputFile CheckInput(const char* inputPath);
+
+// The document that stands for an input: the input itself when it is a vkjson document, or a temporary document that a
+// converter makes now. It stands in the folder for temporary files, or in the folder of `outputPath`, an absolute path,
+// when that is not empty. Codes 7 (the output is the input), 14, 15, 25, 58 (the output's folder does not exist), 1506,
+// and the codes of converters.
+std::shared_ptr<DocumentRecord> PrepareInput(const InputFile& input, const std::string& outputPath);
 
 }  // namespace zentor

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cstring>
 #include <limits>
-#include <vector>
 
+#include "conversion/document_copy.h"
 #include "conversion/input_checks.h"
 #include "errors/host_boundary.h"
 #include "errors/raise.h"
@@ -13,35 +13,10 @@ namespace zentor {
 
 namespace {
 
-constexpr std::size_t kCopyPiece = 65536;
-
 std::uint32_t StreamLength(FileHandle file) {
     const std::uint64_t length = File_IO::Length(file);
     if (length > std::numeric_limits<std::uint32_t>::max()) Raise(kLengthFailure, Quoted("File_IO::Length"));
     return static_cast<std::uint32_t>(length);
-}
-
-void CopyContent(const std::string& from, const std::string& to) {
-    const FileCloser source(File_IO::Open(from, true, Access::kRead));
-    FileCloser target(File_IO::Open(to, false, Access::kReadWrite));
-    std::vector<char> piece(kCopyPiece);
-    while (const std::uint64_t got = File_IO::Read(source.get(), piece.data(), piece.size())) {
-        File_IO::Write(target.get(), piece.data(), got);
-    }
-    File_IO::Close(target.release());
-}
-
-// Leaves what was there before the copy failed: an empty file, or none.
-void UndoCopy(const std::string& path, bool existed) noexcept {
-    if (!existed) {
-        DeleteQuietly(path);
-        return;
-    }
-    try {
-        os::CreateEmptyFile(path, {});
-    } catch (...) {
-        // Without memory for the system's form of the path the file stays as it is.
-    }
 }
 
 }  // namespace
@@ -79,13 +54,7 @@ ZT_Result VkjsonStreamImpl::SaveTo(const char* path) noexcept {
         const std::string target = File_IO::AbsolutePath(path);
         if (File_IO::IsSameFile(target, record_->documentPath)) return;
         if (File_IO::IsSameFile(target, inputPath_)) Raise(kCreateFile, Quoted("File_IO::Create"));
-        const bool existed = !File_IO::Create(target);
-        try {
-            CopyContent(record_->documentPath, target);
-        } catch (...) {
-            UndoCopy(target, existed);
-            throw;
-        }
+        CopyDocument(record_->documentPath, target);
     });
 }
 

@@ -3,6 +3,7 @@
 #include "conversion/input_checks.h"
 #include "errors/host_boundary.h"
 #include "errors/raise.h"
+#include "util/file_io.h"
 
 namespace zentor {
 
@@ -10,16 +11,20 @@ ZT_Result ZentorImpl::OpenFile(ISensorFileHandler** handler, const char* inputPa
     return RunAtBoundary(ErrorContext(), [&] {
         if (handler == nullptr) Raise(kInvalidPointer, Quoted("ISensorFileHandler"));
         *handler = nullptr;
-        CheckInput(inputPath);
-        if (outputPath != nullptr && *outputPath != '\0') CheckInputFilePath(outputPath);
-        Raise(kCannotCreateParserObject);
+        const InputFile input = CheckInput(inputPath);
+        std::string output;
+        if (outputPath != nullptr && *outputPath != '\0') {
+            CheckInputFilePath(outputPath);
+            output = File_IO::AbsolutePath(outputPath);
+        }
+        *handler = openFiles_.Open(input, output);
     });
 }
 
 ZT_Result ZentorImpl::CloseFile(ISensorFileHandler** handler) noexcept {
     return RunAtBoundary(ErrorContext(), [&] {
         if (handler == nullptr || *handler == nullptr) Raise(kInvalidPointer, Quoted("ISensorFileHandler"));
-        Raise(kNoFileOpened);  // OpenFile has handed out none
+        if (openFiles_.Close(*handler)) *handler = nullptr;
     });
 }
 
@@ -27,7 +32,10 @@ ZT_Result ZentorImpl::ConvertFile(IVkjsonStream** stream, const char* inputPath,
     return RunAtBoundary(ErrorContext(), [&] {
         if (stream == nullptr) Raise(kInvalidPointer, Quoted("IZentor"));
         *stream = nullptr;
-        *stream = driver_.ConvertFile(inputPath, validate != 0);
+        const InputFile input = CheckInput(inputPath);
+        std::shared_ptr<DocumentRecord> record = PrepareInput(input, {});
+        if (validate != 0) SensorFileHandlerImpl(input.path, record);
+        *stream = driver_.MakeStream(std::move(record), input.path);
     });
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "conversion/driver.h"
+#include "entry/open_files.h"
 #include "model/shared_object_impl.h"
 #include "zentor/zentor.h"
 
@@ -32,6 +33,7 @@ private:
     void OnUnreferenced() noexcept override {}
 
     ConversionDriver driver_;
+    OpenFiles openFiles_;
 };
 
 }  // namespace zentor

@@ -27,16 +27,28 @@ MapResult FileMapper::Map(const std::string& path) {
         } else {
             start_ = static_cast<const char*>(view);
             size_ = size;
+            file_ = static_cast<os::FileHandle>(descriptor);
+            return result;
         }
     }
     close(descriptor);
     return result;
 }
 
+bool FileMapper::HasShrunk() const {
+    struct stat info;
+    if (file_ == os::kNoFile || fstat(static_cast<int>(file_), &info) != 0) return false;
+    return static_cast<std::uint64_t>(info.st_size) < size_;
+}
+
 void FileMapper::Unmap() {
-    if (start_ != nullptr) munmap(const_cast<char*>(start_), size_);
+    if (start_ != nullptr) {
+        munmap(const_cast<char*>(start_), size_);
+        close(static_cast<int>(file_));
+    }
     start_ = nullptr;
     size_ = 0;
+    file_ = os::kNoFile;
 }
 
 }  // namespace zentor

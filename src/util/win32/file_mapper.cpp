@@ -49,6 +49,8 @@ MapResult FileMapper::Map(const std::string& path) {
     return result;
 }
 
+bool FileMapper::HasShrunk() const { return false; }
+
 void FileMapper::Unmap() {
     if (start_ != nullptr) UnmapViewOfFile(start_);
     start_ = nullptr;

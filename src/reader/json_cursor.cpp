@@ -1,0 +1,214 @@
+#include "reader/json_cursor.h"
+
+#include <algorithm>
+#include <charconv>
+#include <limits>
+
+#include "util/number_text.h"
+
+namespace zentor {
+
+namespace {
+
+constexpr int kDigitsOfLargestDouble = 309;
+constexpr std::size_t kExactDigits = 15;
+
+// Whole numbers with few digits are most of a document.
+bool ReadShortInteger(const char* from, const char* end, double& value) {
+    const char* const digits = *from == '-' ? from + 1 : from;
+    if (static_cast<std::size_t>(end - digits) > kExactDigits) return false;
+    std::int64_t number = 0;
+    for (const char* digit = digits; digit != end; ++digit) number = number * 10 + (*digit - '0');
+    value = digits == from ? static_cast<double>(number) : -static_cast<double>(number);
+    return true;
+}
+
+// The decimal exponent of the first digit that is not 0, for a number whose text is valid; the lowest number for 0.
+std::int64_t LeadingExponent(std::string_view integer, std::string_view fraction, std::int64_t exponent) {
+    const std::size_t inInteger = integer.find_first_not_of('0');
+    if (inInteger != std::string_view::npos)
+        return static_cast<std::int64_t>(integer.size() - inInteger) - 1 + exponent;
+    const std::size_t inFraction = fraction.find_first_not_of('0');
+    if (inFraction != std::string_view::npos) return exponent - static_cast<std::int64_t>(inFraction) - 1;
+    return std::numeric_limits<std::int64_t>::min();
+}
+
+// An exponent beyond any double, but far from the ends of 64 bits.
+constexpr std::int64_t kHugeExponent = std::int64_t{1} << 60;
+
+std::int64_t ReadExponent(std::string_view text) {
+    const bool negative = text.front() == '-';
+    if (negative || text.front() == '+') text.remove_prefix(1);
+    std::int64_t exponent = 0;
+    const bool fits = std::from_chars(text.data(), text.data() + text.size(), exponent).ec == std::errc();
+    exponent = fits ? std::min(exponent, kHugeExponent) : kHugeExponent;
+    return negative ? -exponent : exponent;
+}
+
+bool IsTooBig(std::string_view integer) {
+    if (integer.size() < static_cast<std::size_t>(kDigitsOfLargestDouble)) return false;
+    double value = 0;
+    return std::from_chars(integer.data(), integer.data() + integer.size(), value).ec != std::errc();
+}
+
+std::uint32_t HexDigit(char c) {
+    if (IsDigit(c)) return static_cast<std::uint32_t>(c - '0');
+    const char lower = static_cast<char>(c | 0x20);
+    return lower >= 'a' && lower <= 'f' ? static_cast<std::uint32_t>(lower - 'a' + 10) : 16;
+}
+
+// The code unit of an escape such as \u00e9 at the beginning of `text`.
+bool ReadUnit(std::string_view text, std::uint32_t& unit) {
+    if (text.size() < 6 || text[0] != '\\' || text[1] != 'u') return false;
+    unit = 0;
+    for (const char c : text.substr(2, 4)) {
+        const std::uint32_t digit = HexDigit(c);
+        if (digit > 15) return false;
+        unit = unit * 16 + digit;
+    }
+    return true;
+}
+
+void AppendUtf8(std::string& text, std::uint32_t codePoint) {
+    const auto append = [&](std::uint32_t byte) { text += static_cast<char>(static_cast<unsigned char>(byte)); };
+    if (codePoint < 0x80) {
+        append(codePoint);
+        return;
+    }
+    if (codePoint < 0x800) {
+        append(0xC0 | (codePoint >> 6));
+    } else {
+        if (codePoint < 0x10000) {
+            append(0xE0 | (codePoint >> 12));
+        } else {
+            append(0xF0 | (codePoint >> 18));
+            append(0x80 | ((codePoint >> 12) & 0x3F));
+        }
+        append(0x80 | ((codePoint >> 6) & 0x3F));
+    }
+    append(0x80 | (codePoint & 0x3F));
+}
+
+// Decodes the escape at the beginning of `text`; returns its length, 0 when it is none.
+std::size_t DecodeUnicodeEscape(std::string_view text, std::string& decoded) {
+    std::uint32_t unit = 0;
+    if (!ReadUnit(text, unit)) return 0;
+    if (unit < 0xD800 || unit > 0xDFFF) {
+        AppendUtf8(decoded, unit);
+        return 6;
+    }
+    std::uint32_t low = 0;
+    if (unit > 0xDBFF || !ReadUnit(text.substr(6), low) || low < 0xDC00 || low > 0xDFFF) return 0;
+    AppendUtf8(decoded, 0x10000 + ((unit - 0xD800) << 10) + (low - 0xDC00));
+    return 12;
+}
+
+std::size_t DecodeEscape(std::string_view text, std::string& decoded) {
+    if (text.size() < 2) return 0;
+    if (text[1] == 'u') return DecodeUnicodeEscape(text, decoded);
+    constexpr std::string_view kLetters = "\"\\/bfnrt";
+    constexpr std::string_view kMeanings = "\"\\/\b\f\n\r\t";
+    const std::size_t which = kLetters.find(text[1]);
+    if (which == std::string_view::npos) return 0;
+    decoded += kMeanings[which];
+    return 2;
+}
+
+}  // namespace
+
+bool JsonCursor::SkipWord(std::string_view word) {
+    if (!std::string_view(next_, static_cast<std::size_t>(end_ - next_)).starts_with(word)) return false;
+    next_ += word.size();
+    return true;
+}
+
+bool JsonCursor::TakeString(RawString& string) {
+    if (next_ == end_ || *next_ != '"') return false;
+    bool hasBackslash = false;
+    for (const char* at = next_ + 1; at != end_; ++at) {
+        if (*at == '"') {
+            string = {{next_ + 1, static_cast<std::size_t>(at - next_ - 1)}, hasBackslash};
+            next_ = at + 1;
+            return true;
+        }
+        if (*at == '\\') {
+            hasBackslash = true;
+            if (++at == end_) break;
+        }
+    }
+    return false;
+}
+
+void JsonCursor::SkipDigits() {
+    while (next_ != end_ && IsDigit(*next_)) ++next_;
+}
+
+NumberStatus JsonCursor::TakeNumber(double& value) {
+    const char* const from = next_;
+    Skip('-');
+    const char* const integerBegin = next_;
+    if (!Skip('0')) SkipDigits();  // a number has no leading zeros
+    const std::string_view integer(integerBegin, static_cast<std::size_t>(next_ - integerBegin));
+    if (integer.empty()) return NumberStatus::kNoDigit;
+    std::string_view fraction;
+    if (Skip('.')) {
+        const char* const begin = next_;
+        SkipDigits();
+        fraction = {begin, static_cast<std::size_t>(next_ - begin)};
+        if (fraction.empty()) return NumberStatus::kNoFraction;
+    }
+    std::string_view exponent;
+    if (Skip('e') || Skip('E')) {
+        const char* const begin = next_;
+        if (!Skip('-')) Skip('+');
+        const char* const digits = next_;
+        SkipDigits();
+        if (next_ == digits) return NumberStatus::kNoExponent;
+        exponent = {begin, static_cast<std::size_t>(next_ - begin)};
+    }
+    if (fraction.empty() && exponent.empty() && ReadShortInteger(from, next_, value)) return NumberStatus::kOk;
+    if (IsTooBig(integer)) {
+        next_ = from;
+        return NumberStatus::kTooBig;
+    }
+    if (std::from_chars(from, next_, value).ec == std::errc()) return NumberStatus::kOk;
+    // Out of range: beyond the largest double, or nearer to 0 than the smallest.
+    if (LeadingExponent(integer, fraction, exponent.empty() ? 0 : ReadExponent(exponent)) > 0) {
+        next_ = from;
+        return NumberStatus::kOverflow;
+    }
+    value = *from == '-' ? -0.0 : 0.0;
+    return NumberStatus::kOk;
+}
+
+void JsonCursor::SkipValue() {
+    std::size_t depth = 0;
+    do {
+        RawString ignored;
+        if (TakeString(ignored)) continue;
+        if (AtEnd()) return;
+        const char c = *next_++;
+        if (c == '{' || c == '[') ++depth;
+        if (c == '}' || c == ']') --depth;
+        if (depth == 0 && c != '}' && c != ']') {  // a number or a word
+            while (next_ != end_ && std::string_view(",]} \t\r\n").find(*next_) == std::string_view::npos) ++next_;
+        }
+    } while (depth != 0);
+}
+
+std::string DecodeEscapes(std::string_view text) {
+    std::string decoded;
+    decoded.reserve(text.size());
+    while (!text.empty()) {
+        const std::size_t plain = std::min(text.find('\\'), text.size());
+        decoded += text.substr(0, plain);
+        text.remove_prefix(plain);
+        if (text.empty()) break;
+        const std::size_t taken = DecodeEscape(text, decoded);
+        if (taken == 0) decoded += '\\';
+        text.remove_prefix(std::max<std::size_t>(taken, 1));
+    }
+    return decoded;
+}
+
+}  // namespace zentor

@@ -1,0 +1,71 @@
+// A position in the bytes of a document, and the tokens that begin there. Raises nothing: whoever reads knows which
+// property a fault belongs to.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace zentor {
+
+// A string between its quotes.
+struct RawString {
+    std::string_view text;
+    bool hasBackslash = false;
+};
+
+enum class NumberStatus {
+    kOk,
+    kNoDigit,     // no digit where the number begins
+    kNoFraction,  // a point without a digit after it
+    kNoExponent,  // an "e" without a digit after it
+    kTooBig,      // the integer part is beyond the largest double
+    kOverflow,    // the exponent takes the number beyond it
+};
+
+class JsonCursor {
+public:
+    explicit JsonCursor(std::string_view bytes, std::size_t offset = 0)
+        : start_(bytes.data()), next_(start_ + offset), end_(start_ + bytes.size()) {}
+
+    bool AtEnd() const { return next_ == end_; }
+    char Peek() const { return *next_; }  // not at the end
+    std::size_t Offset() const { return static_cast<std::size_t>(next_ - start_); }
+    std::string_view Bytes() const { return {start_, static_cast<std::size_t>(end_ - start_)}; }
+    void MoveTo(std::size_t offset) { next_ = start_ + offset; }
+
+    // Space, tab, line feed and carriage return.
+    void SkipWhiteSpace() {
+        while (next_ != end_ && (*next_ == ' ' || *next_ == '\n' || *next_ == '\r' || *next_ == '\t')) ++next_;
+    }
+    // Takes the byte `c`; false, without moving, when something else or nothing is next.
+    bool Skip(char c) {
+        if (next_ == end_ || *next_ != c) return false;
+        ++next_;
+        return true;
+    }
+    bool SkipWord(std::string_view word);
+
+    // Takes a string with its quotes; false, without moving, when one of them is missing. A quote after a backslash
+    // does not end it.
+    bool TakeString(RawString& string);
+    // Takes a JSON number; after a failure the cursor is at the byte that is wrong. A number too small for a double
+    // is 0.
+    NumberStatus TakeNumber(double& value);
+    // Goes past one value of a text that has been read before.
+    void SkipValue();
+
+private:
+    void SkipDigits();
+
+    const char* start_;
+    const char* next_;
+    const char* end_;
+};
+
+// The text of a string with its JSON escapes decoded to UTF-8. A backslash that begins no JSON escape, an escape for a
+// surrogate without its other half among them, stays as it is.
+std::string DecodeEscapes(std::string_view text);
+
+}  // namespace zentor

@@ -1,0 +1,235 @@
+#include "reader/parser.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "errors/raise.h"
+#include "reader/parser_versions.h"
+#include "reader/schema_words.h"
+#include "reader/value_reader.h"
+
+namespace zentor {
+
+namespace {
+
+constexpr std::string_view kVersion2 = "vkjson2.0.0";
+
+constexpr std::array<std::string_view, kTopLevelKeys> kNames = {words::kVersion,
+                                                                words::kCreator,
+                                                                words::kUseTimecode,
+                                                                words::kUtcInfo,
+                                                                words::kTimecodeInfo,
+                                                                words::kDataOutline,
+                                                                words::kDataDynamicSamples,
+                                                                words::kVideoSyncTimeList,
+                                                                words::kDynamicSamplesPresent,
+                                                                words::kDynamicDataInfo};
+
+std::int64_t Detail(std::size_t offset) { return static_cast<std::int64_t>(offset); }
+
+// Whether the first property says that this is a document of version 2.
+bool IsVersion2(JsonCursor cursor) {
+    RawString key;
+    RawString value;
+    cursor.SkipWhiteSpace();
+    if (!cursor.Skip('{')) return false;
+    cursor.SkipWhiteSpace();
+    if (!cursor.TakeString(key) || key.text != words::kVersion) return false;
+    cursor.SkipWhiteSpace();
+    if (!cursor.Skip(':')) return false;
+    cursor.SkipWhiteSpace();
+    return cursor.TakeString(value) && value.text == kVersion2;
+}
+
+// A number as a part of the frame rate that hosts get; 0 when it is none.
+std::uint32_t WholeOrZero(double number) {
+    if (number > std::numeric_limits<std::uint32_t>::max() || std::trunc(number) != number) return 0;
+    return static_cast<std::uint32_t>(number);
+}
+
+}  // namespace
+
+std::string_view NameOf(TopLevelKey key) { return kNames[static_cast<std::size_t>(key)]; }
+
+std::unique_ptr<VkjsonDocument> ParseDocument(std::string_view bytes, ParserChoice choice) {
+    if (choice == ParserChoice::kProbe) {
+        choice = IsVersion2(JsonCursor(bytes)) ? ParserChoice::kVersion2 : ParserChoice::kVersion1;
+    }
+    auto document = std::make_unique<VkjsonDocument>();
+    if (choice == ParserChoice::kVersion2) {
+        ZT_VkjsonParser_v2(bytes, *document).Parse();
+    } else {
+        ZT_VkjsonParser_v1(bytes, *document).Parse();
+    }
+    return document;
+}
+
+void ZT_VkjsonParser::Parse() {
+    cursor_.SkipWhiteSpace();
+    if (!cursor_.Skip('{')) Raise({kOpeningBracketNotFound, Detail(cursor_.Offset())});
+    cursor_.SkipWhiteSpace();
+    for (bool atEnd = cursor_.Skip('}'); !atEnd;) {
+        cursor_.SkipWhiteSpace();
+        if (cursor_.AtEnd()) Raise({kInvalidJson, Detail(cursor_.Offset())});
+        const std::string_view key = ReadProperty();
+        cursor_.SkipWhiteSpace();
+        if (cursor_.AtEnd()) Raise({kInvalidJson, Detail(cursor_.Offset())}, Quoted(key));
+        atEnd = cursor_.Skip('}');
+        if (!atEnd && !cursor_.Skip(',')) Raise({kInvalidPropertyMissingComma, Detail(cursor_.Offset())}, key);
+    }
+    CheckMandatoryProperties(cursor_.Offset() - 1);
+    cursor_.SkipWhiteSpace();
+    if (!cursor_.AtEnd()) Raise({kInvalidJson, Detail(cursor_.Offset())});
+}
+
+std::string_view ZT_VkjsonParser::ReadProperty() {
+    const std::size_t keyOffset = cursor_.Offset();
+    RawString key;
+    if (!cursor_.TakeString(key)) Raise({kInvalidKeyMissingQuotes, Detail(keyOffset)});
+    cursor_.SkipWhiteSpace();
+    if (!cursor_.Skip(':')) Raise({kInvalidPropertyMissingColon, Detail(cursor_.Offset())}, key.text);
+    const auto name = std::find(kNames.begin(), kNames.end(), key.text);
+    if (name == kNames.end()) Raise({kFoundUnrecognisedKey, Detail(keyOffset)}, key.text);
+    const auto known = static_cast<TopLevelKey>(name - kNames.begin());
+    if (Has(known)) Raise({kInvalidJson, Detail(keyOffset)}, Quoted(key.text));
+    cursor_.SkipWhiteSpace();
+    ReadCommonProperty(known, keyOffset);
+    offsets_[static_cast<std::size_t>(known)] = keyOffset;
+    return key.text;
+}
+
+void ZT_VkjsonParser::ReadCommonProperty(TopLevelKey key, std::size_t keyOffset) {
+    switch (key) {
+        case TopLevelKey::kVersion:
+            document_.info.version = ReadString(words::kVersion);
+            break;
+        case TopLevelKey::kCreator:
+            document_.info.creator = ReadString(words::kCreator);
+            break;
+        case TopLevelKey::kDataOutline:
+            ReadDataOutline();
+            break;
+        case TopLevelKey::kDataDynamicSamples:
+            ReadDataDynamicSamples(keyOffset);
+            break;
+        default:
+            ReadVersionProperty(key, keyOffset);
+    }
+}
+
+std::string ZT_VkjsonParser::ReadString(std::string_view key) {
+    RawString string;
+    if (!cursor_.TakeString(string)) Raise({kInvalidPropertyValueMissingQuotes, Detail(cursor_.Offset())}, key);
+    return string.hasBackslash ? DecodeEscapes(string.text) : std::string(string.text);
+}
+
+bool ZT_VkjsonParser::ReadBoolean(std::string_view key) {
+    if (cursor_.SkipWord("true")) return true;
+    if (cursor_.SkipWord("false")) return false;
+    Raise({kInvalidPropertyType, Detail(cursor_.Offset())}, key, Quoted("JSON Boolean"));
+}
+
+ZT_VkjsonParser::TopLevelValue ZT_VkjsonParser::ReadValue(std::string_view key, JsonType type) {
+    const std::size_t offset = cursor_.Offset();
+    if (cursor_.AtEnd()) Raise({kInvalidJson, Detail(offset)}, Quoted(key));
+    const bool isObject = type == JsonType::kObject;
+    if (cursor_.Peek() != (isObject ? '{' : '[')) {
+        Raise({kInvalidPropertyType, Detail(offset)}, key, Quoted(isObject ? "JSON Object" : "JSON Array"));
+    }
+    return {ValueReader::Read(cursor_, key), ValueChecks(cursor_.Bytes(), offset, key)};
+}
+
+void ZT_VkjsonParser::ReadDataOutline() {
+    TopLevelValue outline = ReadValue(words::kDataOutline, JsonType::kArray);
+    NodesByName names = Validator().DataOutline(outline.checks, outline.value);
+    RegisterDynamicNodes(outline.checks, outline.value);
+    document_.outline = Outline(std::move(outline.value), std::move(names));
+}
+
+// Recursion ends at the limit of groups, which the validator has checked.
+void ZT_VkjsonParser::RegisterDynamicNodes(ValueChecks& checks, const JsonValue& nodes) {
+    for (JsonSize i = 0; i < nodes.Size(); ++i) {
+        const JsonValue& node = nodes[i];
+        const ZT_NodeType type = TypeOf(node);
+        if (type == ZT_NODE_STATIC) continue;
+        const auto into = checks.Into(i);
+        if (type == ZT_NODE_GROUP) {
+            const auto intoChildren = checks.Into(words::kChildren);
+            RegisterDynamicNodes(checks, *FindMember(node, words::kChildren));
+            continue;
+        }
+        const std::string_view id = TextOf(*FindMember(node, words::kSampleSetId));
+        if (!document_.dynamicNodes.emplace(id, &node).second) {
+            Raise({kDuplicateSampleId, checks.OffsetOf(words::kSampleSetId)}, id);
+        }
+    }
+}
+
+void ZT_VkjsonParser::ReadDataDynamicSamples(std::size_t keyOffset) {
+    CheckBeforeSamples(keyOffset);
+    const std::size_t begin = cursor_.Offset();
+    if (cursor_.AtEnd() || cursor_.Peek() != '[') {
+        Raise({kInvalidPropertyType, Detail(begin)}, words::kDataDynamicSamples, Quoted("JSON Array"));
+    }
+    cursor_.MoveTo(document_.samples.CopySamples(cursor_.Bytes(), begin));
+}
+
+void ZT_VkjsonParser::CheckMandatoryProperties(std::size_t endOffset) const {
+    std::string missing;
+    AddMissing(missing);
+    if (!missing.empty()) Raise({kMissingRequiredProperties, Detail(endOffset)}, missing);
+}
+
+void ZT_VkjsonParser::AddIfMissing(TopLevelKey key, std::string& names) const {
+    if (Has(key)) return;
+    if (!names.empty()) names += ", ";
+    names += NameOf(key);
+}
+
+void ZT_VkjsonParser::RefuseKey(TopLevelKey key, std::size_t keyOffset) {
+    // Both versions name the newer one.
+    Raise({kInvalidTopLevelProperty, Detail(keyOffset)}, Quoted(NameOf(key)), "2.0.0");
+}
+
+void ZT_VkjsonParser::RaiseInvalidInfo(std::string_view key, std::string_view other, bool value, std::int64_t offset) {
+    Raise({kInvalidInfo, offset}, key, other, value ? "true" : "false");
+}
+
+void ZT_VkjsonParser::KeepUtcInfo(ValueChecks& checks, const JsonValue& info) {
+    Validator().UtcInfo(checks, info);
+    document_.info.timeMode = ZT_TIME_MODE_UTC;
+    document_.info.precisionLength = static_cast<std::uint64_t>(FindMember(info, words::kPrecisionLength)->GetDouble());
+    document_.info.isGmt = FindMember(info, words::kIsGmt)->GetBool();
+}
+
+void ZT_VkjsonParser::KeepTimecodeInfo(ValueChecks& checks, const JsonValue& info) {
+    Validator().TimecodeInfo(checks, info);
+    const JsonValue& frameRate = *FindMember(info, words::kFrameRate);
+    const double value = FindMember(frameRate, words::kValue)->GetDouble();
+    const double scale = FindMember(frameRate, words::kScale)->GetDouble();
+    ZT_FileInfo& kept = document_.info;
+    kept.timeMode = ZT_TIME_MODE_TIMECODE;
+    kept.framesPerSecond = value / scale;
+    kept.dropFrame = FindMember(info, words::kDropFrame)->GetBool();
+    const std::uint32_t wholeValue = WholeOrZero(value);
+    const std::uint32_t wholeScale = WholeOrZero(scale);
+    if (wholeValue == 0 || wholeScale == 0) return;
+    kept.frameRateValue = wholeValue;
+    kept.frameRateScale = wholeScale;
+}
+
+void ZT_VkjsonParser::KeepVideoSyncTimeList(ValueChecks& checks, const JsonValue& list) {
+    Validator().VideoSyncTimeList(checks, list);
+    for (const JsonValue& entry : list.GetArray()) {
+        ZT_VideoSyncTime kept{std::string(TextOf(*FindMember(entry, words::kFileName))), std::uint64_t{0}};
+        if (const JsonValue* const time = FindMember(entry, words::kTimeString)) {
+            kept.at = std::string(TextOf(*time));
+        } else {
+            kept.at = static_cast<std::uint64_t>(FindMember(entry, words::kFrameNumber)->GetDouble());
+        }
+        document_.videoSync.entries.push_back(std::move(kept));
+    }
+}
+
+}  // namespace zentor

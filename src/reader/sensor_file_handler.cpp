@@ -1,0 +1,209 @@
+#include "reader/sensor_file_handler.h"
+
+#include <string_view>
+
+#include "errors/host_boundary.h"
+#include "errors/raise.h"
+#include "reader/client_forms.h"
+#include "reader/data_path.h"
+#include "reader/node_records.h"
+#include "reader/schema_words.h"
+
+namespace zentor {
+
+namespace {
+
+// The caller's record, emptied.
+template <class Record>
+Record& Emptied(Record* record, const char* typeName) {
+    if (record == nullptr) Raise(kInvalidPointer, Quoted(typeName));
+    *record = Record();
+    return *record;
+}
+
+ZT_DataPath PathFrom(const char* dataPath) {
+    if (dataPath == nullptr) Raise(kInvalidPointer, Quoted("ZT_DataPath"));
+    return ParseDataPath(dataPath);
+}
+
+void CheckScale(ZT_Time time, const char* name) {
+    if (time.scale == 0) Raise(kZeroScaleValue, name);
+}
+
+// Calls `take` with the path of each child, which is one object that changes.
+template <class Take>
+void ForEachChild(const Outline& outline, ZT_DataPath parent, Take&& take) {
+    const JsonValue& children = outline.ChildrenOf(outline.FindNode(parent));
+    parent.items.emplace_back();
+    ZT_DataPathItem& item = parent.items.back();
+    for (JsonSize i = 0; i < children.Size(); ++i) {
+        item.matchName = TextOf(*FindMember(children[i], words::kMatchName));
+        item.index = i;
+        take(parent, children.Size());
+    }
+}
+
+void FillChildren(const Outline& outline, ZT_DataPath parent, ZT_GroupChildren& children) {
+    try {
+        ForEachChild(outline, std::move(parent), [&](const ZT_DataPath& path, JsonSize count) {
+            children.paths.reserve(count);
+            children.paths.push_back(path);
+        });
+    } catch (...) {
+        children = {};
+        throw;
+    }
+}
+
+void HandOverChildren(const Outline& outline, const char* dataPath, void* handle) {
+    const ZT_HostSuite& suite = RequireHostSuite();
+    ForEachChild(outline, PathFrom(dataPath),
+                 [&](const ZT_DataPath& path, JsonSize count) { HandOver(suite, handle, path, count); });
+}
+
+constexpr const char* kRootPath = "[\"dataOutline\"]";
+
+}  // namespace
+
+SensorFileHandlerImpl::SensorFileHandlerImpl(std::string inputPath, std::shared_ptr<const DocumentRecord> record)
+    : inputPath_(std::move(inputPath)),
+      record_(std::move(record)),
+      bytes_(record_->documentPath),
+      document_(
+          ParseDocument(bytes_.bytes(), record_->isKnownVersion2 ? ParserChoice::kVersion2 : ParserChoice::kProbe)) {}
+
+const JsonValue* SensorFileHandlerImpl::FindNode(const char* dataPath) const {
+    return document_->outline.FindNode(PathFrom(dataPath));
+}
+
+// Samples cannot be read yet.
+void SensorFileHandlerImpl::CheckSampleQuery(const char* dataPath) const {
+    RequireDynamicNode(FindNode(dataPath));
+    Raise(kFetchDynamicSampleFailure, Quoted(dataPath));
+}
+
+ZT_Result SensorFileHandlerImpl::GetRootChildren(ZT_GroupChildren* children) noexcept {
+    return GetGroupChildren(kRootPath, children);
+}
+
+ZT_Result SensorFileHandlerImpl::GetGroupChildren(const char* dataPath, ZT_GroupChildren* children) noexcept {
+    return RunAtBoundary(ErrorContext(), [&] {
+        ZT_GroupChildren& record = Emptied(children, "ZT_GroupChildren");
+        bytes_.CheckLength();
+        FillChildren(document_->outline, PathFrom(dataPath), record);
+    });
+}
+
+ZT_Result SensorFileHandlerImpl::GetGroupChildInfo(const char* dataPath, ZT_GroupChildInfo* info) noexcept {
+    return RunAtBoundary(ErrorContext(), [&] {
+        ZT_GroupChildInfo& record = Emptied(info, "ZT_GroupChildInfo");
+        bytes_.CheckLength();
+        record = GroupChildInfoOf(FindNode(dataPath));
+    });
+}
+
+ZT_Result SensorFileHandlerImpl::GetStaticDataInfo(const char* dataPath, ZT_StaticDataInfo* info) noexcept {
+    return RunAtBoundary(ErrorContext(), [&] {
+        ZT_StaticDataInfo& record = Emptied(info, "ZT_StaticDataInfo");
+        bytes_.CheckLength();
+        record = StaticDataInfoOf(FindNode(dataPath));
+    });
+}
+
+ZT_Result SensorFileHandlerImpl::GetDynamicDataInfo(const char* dataPath, ZT_DynamicDataInfo* info) noexcept {
+    return RunAtBoundary(ErrorContext(), [&] {
+        ZT_DynamicDataInfo& record = Emptied(info, "ZT_DynamicDataInfo");
+        bytes_.CheckLength();
+        record = DynamicDataInfoOf(FindNode(dataPath));
+    });
+}
+
+ZT_Result SensorFileHandlerImpl::GetDynamicSamples(const char* dataPath, ZT_Time start, ZT_Time end,
+                                                   DynamicDataSampleSet* samples) noexcept {
+    return RunAtBoundary(ErrorContext(), [&] {
+        Emptied(samples, "DynamicDataSampleSet");
+        CheckScale(start, "startTime");
+        CheckScale(end, "endTime");
+        CheckSampleQuery(dataPath);
+    });
+}
+
+ZT_Result SensorFileHandlerImpl::GetDynamicSample(const char* dataPath, ZT_Time time,
+                                                  DynamicDataSampleSet* samples) noexcept {
+    return RunAtBoundary(ErrorContext(), [&] {
+        Emptied(samples, "DynamicDataSampleSet");
+        CheckScale(time, "time");
+        CheckSampleQuery(dataPath);
+    });
+}
+
+ZT_Result SensorFileHandlerImpl::GetFileInfo(ZT_FileInfo* info) noexcept {
+    return RunAtBoundary(ErrorContext(), [&] { Emptied(info, "ZT_FileInfo") = document_->info; });
+}
+
+ZT_Result SensorFileHandlerImpl::GetVideoSyncTimeList(ZT_VideoSyncTimeList* list) noexcept {
+    return RunAtBoundary(ErrorContext(), [&] { Emptied(list, "ZT_VideoSyncTimeList") = document_->videoSync; });
+}
+
+ZT_Result SensorFileHandlerImpl::GetRootChildrenClient(void* handle) noexcept {
+    return GetGroupChildrenClient(kRootPath, handle);
+}
+
+ZT_Result SensorFileHandlerImpl::GetGroupChildrenClient(const char* dataPath, void* handle) noexcept {
+    return RunAtBoundary(ErrorContext(), [&] {
+        bytes_.CheckLength();
+        HandOverChildren(document_->outline, dataPath, handle);
+    });
+}
+
+ZT_Result SensorFileHandlerImpl::GetGroupChildInfoClient(const char* dataPath, void* handle) noexcept {
+    return RunAtBoundary(ErrorContext(), [&] {
+        const ZT_HostSuite& suite = RequireHostSuite();
+        bytes_.CheckLength();
+        HandOver(suite, handle, GroupChildInfoOf(FindNode(dataPath)));
+    });
+}
+
+ZT_Result SensorFileHandlerImpl::GetStaticDataInfoClient(const char* dataPath, void* handle) noexcept {
+    return RunAtBoundary(ErrorContext(), [&] {
+        const ZT_HostSuite& suite = RequireHostSuite();
+        bytes_.CheckLength();
+        HandOver(suite, handle, StaticDataInfoOf(FindNode(dataPath)));
+    });
+}
+
+ZT_Result SensorFileHandlerImpl::GetDynamicDataInfoClient(const char* dataPath, void* handle) noexcept {
+    return RunAtBoundary(ErrorContext(), [&] {
+        const ZT_HostSuite& suite = RequireHostSuite();
+        bytes_.CheckLength();
+        HandOver(suite, handle, DynamicDataInfoOf(FindNode(dataPath)));
+    });
+}
+
+ZT_Result SensorFileHandlerImpl::GetDynamicSamplesClient(const char* dataPath, ZT_Time start, ZT_Time end,
+                                                         void*) noexcept {
+    return RunAtBoundary(ErrorContext(), [&] {
+        RequireHostSuite();
+        CheckScale(start, "startTime");
+        CheckScale(end, "endTime");
+        CheckSampleQuery(dataPath);
+    });
+}
+
+ZT_Result SensorFileHandlerImpl::GetDynamicSampleClient(const char* dataPath, ZT_Time time, void*) noexcept {
+    return RunAtBoundary(ErrorContext(), [&] {
+        RequireHostSuite();
+        CheckScale(time, "time");
+        CheckSampleQuery(dataPath);
+    });
+}
+
+ZT_Result SensorFileHandlerImpl::GetFileInfoClient(void* handle) noexcept {
+    return RunAtBoundary(ErrorContext(), [&] { HandOver(RequireHostSuite(), handle, document_->info); });
+}
+
+ZT_Result SensorFileHandlerImpl::GetVideoSyncTimeListClient(void* handle) noexcept {
+    return RunAtBoundary(ErrorContext(), [&] { HandOver(RequireHostSuite(), handle, document_->videoSync); });
+}
+
+}  // namespace zentor

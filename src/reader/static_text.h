@@ -1,0 +1,13 @@
+// Numbers that documents before version 2 hold as text.
+#pragma once
+
+#include "reader/json_value.h"
+
+namespace zentor {
+
+// A JSON number, or a string that holds a number and nothing else.
+bool ReadNumberText(const JsonValue& value, double& number);
+// A length: a JSON number, or a string of digits; whole and not negative.
+bool ReadLength(const JsonValue& value, double& length);
+
+}  // namespace zentor

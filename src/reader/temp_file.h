@@ -1,0 +1,32 @@
+// A temporary file of the reader, gone with its owner.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "util/file_io.h"
+
+namespace zentor {
+
+class TempFileHandler {
+public:
+    TempFileHandler() = default;
+    ~TempFileHandler() { Discard(); }
+    TempFileHandler(const TempFileHandler&) = delete;
+    TempFileHandler& operator=(const TempFileHandler&) = delete;
+
+    // Creates the file, empty and open for writing. Codes 14, 15.
+    void Create();
+    // Code 21.
+    void Write(std::string_view bytes);
+    // Closes the file; it stays until the handler goes. Code 21.
+    void Close();
+
+private:
+    void Discard() noexcept;
+
+    std::string path_;
+    FileHandle file_ = kNoFile;
+};
+
+}  // namespace zentor

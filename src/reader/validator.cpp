@@ -1,0 +1,251 @@
+#include "reader/validator.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "errors/raise.h"
+#include "reader/schema_words.h"
+#include "reader/value_reader.h"
+#include "util/number_text.h"
+
+namespace zentor {
+
+namespace {
+
+// ASCII only, whatever the locale.
+bool IsLetter(char c) {
+    const char lower = static_cast<char>(c | 0x20);
+    return lower >= 'a' && lower <= 'z';
+}
+
+bool IsMatchName(std::string_view name) {
+    if (!name.empty() && IsDigit(name.front())) return false;
+    return std::all_of(name.begin(), name.end(), [](char c) { return IsLetter(c) || IsDigit(c); });
+}
+
+// Drop-frame time codes exist for two rates, which documents give as fractions or rounded to two decimals.
+bool AllowsDropFrame(double framesPerSecond) {
+    constexpr double kRounding = 0.0001;
+    return std::abs(framesPerSecond - 30000.0 / 1001) < kRounding ||
+           std::abs(framesPerSecond - 60000.0 / 1001) < kRounding;
+}
+
+void RequirePositive(ValueChecks& checks, const JsonValue& object, std::string_view key) {
+    if (!(checks.Require(object, key, JsonType::kNumber).GetDouble() > 0)) {
+        checks.RaiseAt(kInvalidPropertyValueAtPath, key, key, "a number greater than 0");
+    }
+}
+
+// "ranges" and "arrayDisplayNames" have one item for each element of an array, where the document says how many.
+void RequireOneForEachElement(ValueChecks& checks, const JsonValue& properties, std::string_view step,
+                              std::string_view key, const JsonValue& items) {
+    const JsonValue* const size = FindMember(properties, words::kArraySize);
+    if (size == nullptr || size->GetDouble() == static_cast<double>(items.Size())) return;
+    const std::string expected = "as many items as \"arraySize\" says";
+    if (step.empty()) checks.RaiseAt(kInvalidPropertyValueAtPath, key, key, expected);
+    const auto into = checks.Into(step);
+    checks.RaiseAt(kInvalidPropertyValueAtPath, key, key, expected);
+}
+
+}  // namespace
+
+// What is known on the way through an outline.
+struct ZT_VkjsonValidator::OutlineWalk {
+    ValueChecks& checks;
+    NodesByName nodes;
+    std::size_t groupDepth = 0;
+};
+
+void ZT_VkjsonValidator::UtcInfo(ValueChecks& checks, const JsonValue& info) const {
+    checks.RequireCount(info, words::kPrecisionLength);
+    checks.Require(info, words::kIsGmt, JsonType::kBoolean);
+}
+
+void ZT_VkjsonValidator::TimecodeInfo(ValueChecks& checks, const JsonValue& info) const {
+    const JsonValue& frameRate = checks.Require(info, words::kFrameRate, JsonType::kObject);
+    {
+        const auto into = checks.Into(words::kFrameRate);
+        RequirePositive(checks, frameRate, words::kValue);
+        RequirePositive(checks, frameRate, words::kScale);
+    }
+    const bool dropFrame = checks.Require(info, words::kDropFrame, JsonType::kBoolean).GetBool();
+    const double value = FindMember(frameRate, words::kValue)->GetDouble();
+    const double scale = FindMember(frameRate, words::kScale)->GetDouble();
+    if (dropFrame && !AllowsDropFrame(value / scale)) {
+        Raise({kNonSupportedFrameRate, checks.OffsetOf(words::kFrameRate)});
+    }
+}
+
+void ZT_VkjsonValidator::VideoSyncTimeList(ValueChecks& checks, const JsonValue& list) const {
+    for (JsonSize i = 0; i < list.Size(); ++i) {
+        const auto into = checks.Into(i);
+        checks.RequireType(list[i], words::kVideoSyncTimeList, JsonType::kObject);
+        VideoSyncEntry(checks, list[i]);
+    }
+}
+
+void ZT_VkjsonValidator::VideoSyncEntry(ValueChecks& checks, const JsonValue& entry) const {
+    checks.Require(entry, words::kFileName, JsonType::kString);
+    const bool hasTime = checks.Allow(entry, words::kTimeString, JsonType::kString) != nullptr;
+    const bool hasFrame = checks.Allow(entry, words::kFrameNumber, JsonType::kNumber) != nullptr;
+    if (hasTime != hasFrame) {
+        checks.AllowCount(entry, words::kFrameNumber);
+        return;
+    }
+    const ErrorEntry& failure = hasTime ? kSyncTimeAndFramePresent : kSyncTimeAndFrameMissing;
+    Raise({failure, checks.OffsetOf()}, words::kVideoSyncTimeList, words::kTimeString, words::kFrameNumber,
+          Quoted(checks.Place()));
+}
+
+NodesByName ZT_VkjsonValidator::DataOutline(ValueChecks& checks, const JsonValue& outline) const {
+    OutlineWalk walk{checks, {}};
+    Nodes(walk, outline);
+    return std::move(walk.nodes);
+}
+
+// Recursion ends at the limit of groups.
+void ZT_VkjsonValidator::Nodes(OutlineWalk& walk, const JsonValue& nodes) const {
+    for (JsonSize i = 0; i < nodes.Size(); ++i) {
+        const auto into = walk.checks.Into(i);
+        Node(walk, nodes[i]);
+    }
+}
+
+void ZT_VkjsonValidator::Node(OutlineWalk& walk, const JsonValue& node) const {
+    walk.checks.RequireType(node, words::kDataOutline, JsonType::kObject);
+    const std::string_view type =
+        walk.checks.RequireOneOf(node, words::kObjectType, {words::kDataStatic, words::kDataDynamic, words::kDataGroup},
+                                 "one of \"dataStatic\", \"dataDynamic\" or \"dataGroup\"");
+    walk.checks.Require(node, words::kDisplayName, JsonType::kString);
+    MatchName(walk, node);
+    if (type == words::kDataGroup) {
+        Group(walk, node);
+    } else if (type == words::kDataStatic) {
+        StaticDataNode(walk.checks, node);
+    } else {
+        DynamicDataNode(walk.checks, node);
+    }
+}
+
+void ZT_VkjsonValidator::Group(OutlineWalk& walk, const JsonValue& node) const {
+    if (walk.groupDepth == kGroupLimit) Raise({kTooDeepNesting, walk.checks.OffsetOf()}, kNestingLimitText);
+    const JsonValue& children = walk.checks.Require(node, words::kChildren, JsonType::kArray);
+    if (!AllowsEmptyArrays()) walk.checks.RequireElements(children, words::kChildren);
+    const auto into = walk.checks.Into(words::kChildren);
+    ++walk.groupDepth;
+    Nodes(walk, children);
+    --walk.groupDepth;
+}
+
+void ZT_VkjsonValidator::MatchName(OutlineWalk& walk, const JsonValue& node) const {
+    const std::string_view name = TextOf(walk.checks.Require(node, words::kMatchName, JsonType::kString));
+    if (!IsMatchName(name)) walk.checks.RaiseAt(kInvalidMatchName, words::kMatchName, words::kMatchName);
+    if (!walk.nodes.insert(&node).second) walk.checks.RaiseAt(kDuplicateMatchName, name, words::kMatchName);
+}
+
+void ZT_VkjsonValidator::DynamicDataNode(ValueChecks& checks, const JsonValue& node) const {
+    checks.Require(node, words::kSampleSetId, JsonType::kString);
+    checks.RequireOneOf(node, words::kInterpolation, {words::kLinear, words::kHold}, "one of \"linear\" or \"hold\"");
+    const std::string_view flag = ExpectedFrequencyKey(node);
+    const bool hasFrequency = checks.Require(node, flag, JsonType::kBoolean).GetBool();
+    checks.RequireCount(node, words::kSampleCount);
+    // Without the flag a duration means nothing, whatever it is.
+    if (hasFrequency) checks.Require(node, words::kMaxInterSampleDuration, JsonType::kString);
+    const JsonValue& dataType = checks.Require(node, words::kDataType, JsonType::kObject);
+    const auto into = checks.Into(words::kDataType);
+    const std::string_view type = DynamicType(checks, dataType);
+    if (type == words::kNumberString) {
+        NumberStringProperties(checks, dataType);
+    } else if (type == words::kPaddedString) {
+        PaddedStringProperties(checks, dataType);
+    } else {
+        NumberArrayProperties(checks, dataType);
+    }
+}
+
+void ZT_VkjsonValidator::NumberStringProperties(ValueChecks& checks, const JsonValue& dataType) const {
+    const JsonValue& properties = checks.Require(dataType, words::kNumberStringProperties, JsonType::kObject);
+    const auto into = checks.Into(words::kNumberStringProperties);
+    Pattern(checks, properties);
+    const JsonValue& range = checks.Require(properties, words::kRange, JsonType::kObject);
+    const auto intoRange = checks.Into(words::kRange);
+    Range(checks, range);
+}
+
+void ZT_VkjsonValidator::PaddedStringProperties(ValueChecks& checks, const JsonValue& dataType) const {
+    const JsonValue& properties = checks.Require(dataType, words::kPaddedStringProperties, JsonType::kObject);
+    const auto into = checks.Into(words::kPaddedStringProperties);
+    checks.AllowCount(properties, words::kMaxLen);
+    checks.AllowCount(properties, words::kMaxDigitsInStrLength);
+    checks.Require(properties, words::kEventMarker, JsonType::kBoolean);
+}
+
+void ZT_VkjsonValidator::NumberArrayProperties(ValueChecks& checks, const JsonValue& dataType) const {
+    const JsonValue& properties = checks.Require(dataType, words::kNumberArrayProperties, JsonType::kObject);
+    const auto into = checks.Into(words::kNumberArrayProperties);
+    Pattern(checks, properties);
+    checks.AllowCount(properties, words::kArraySize);
+    ArrayDisplayNames(checks, properties);
+    ArrayRanges(checks, properties);
+    checks.Allow(properties, words::kIsPoint, JsonType::kBoolean);
+}
+
+void ZT_VkjsonValidator::Pattern(ValueChecks& checks, const JsonValue& properties) const {
+    const JsonValue& pattern = checks.Require(properties, words::kPattern, JsonType::kObject);
+    const auto into = checks.Into(words::kPattern);
+    checks.Require(pattern, words::kIsSigned, JsonType::kBoolean);
+    checks.AllowCount(pattern, words::kDigitsInteger);
+    checks.AllowCount(pattern, words::kDigitsDecimal);
+}
+
+void ZT_VkjsonValidator::Range(ValueChecks& checks, const JsonValue& range) const {
+    for (const std::string_view key : {OccurringKey(range), words::kLegal}) {
+        const JsonValue& limits = checks.Require(range, key, JsonType::kObject);
+        const auto into = checks.Into(key);
+        checks.Require(limits, words::kMin, JsonType::kNumber);
+        checks.Require(limits, words::kMax, JsonType::kNumber);
+    }
+}
+
+void ZT_VkjsonValidator::ArrayRanges(ValueChecks& checks, const JsonValue& properties) const {
+    const JsonValue& arrayRanges = checks.Require(properties, words::kArrayRanges, JsonType::kObject);
+    {
+        const auto into = checks.Into(words::kArrayRanges);
+        const JsonValue& ranges = checks.Require(arrayRanges, words::kRanges, JsonType::kArray);
+        checks.RequireElements(ranges, words::kRanges);
+        const auto intoRanges = checks.Into(words::kRanges);
+        for (JsonSize i = 0; i < ranges.Size(); ++i) {
+            const auto intoRange = checks.Into(i);
+            checks.RequireType(ranges[i], words::kRanges, JsonType::kObject);
+            Range(checks, ranges[i]);
+        }
+    }
+    RequireOneForEachElement(checks, properties, words::kArrayRanges, words::kRanges,
+                             *FindMember(arrayRanges, words::kRanges));
+}
+
+void ZT_VkjsonValidator::ArrayDisplayNames(ValueChecks& checks, const JsonValue& properties) const {
+    const JsonValue* const names = checks.Allow(properties, words::kArrayDisplayNames, JsonType::kArray);
+    if (names == nullptr) return;
+    if (!AllowsEmptyArrays()) checks.RequireElements(*names, words::kArrayDisplayNames);
+    for (JsonSize i = 0; i < names->Size(); ++i) {
+        const auto into = checks.Into(words::kArrayDisplayNames);
+        const auto intoName = checks.Into(i);
+        checks.RequireType((*names)[i], words::kArrayDisplayNames, JsonType::kString);
+    }
+    if (!names->Empty()) RequireOneForEachElement(checks, properties, {}, words::kArrayDisplayNames, *names);
+}
+
+std::string_view ZT_VkjsonValidator_v1::DynamicType(ValueChecks& checks, const JsonValue& dataType) const {
+    return checks.RequireOneOf(dataType, words::kType,
+                               {words::kNumberString, words::kPaddedString, words::kNumberArray},
+                               "one of \"numberString\", \"paddedString\" or \"numberArray\"");
+}
+
+std::string_view ZT_VkjsonValidator_v2::DynamicType(ValueChecks& checks, const JsonValue& dataType) const {
+    return checks.RequireOneOf(dataType, words::kType,
+                               {words::kNumberString, words::kPaddedString, words::kNumberStringArray},
+                               "one of \"numberString\", \"paddedString\" or \"numberStringArray\".");
+}
+
+}  // namespace zentor

@@ -1,0 +1,89 @@
+// Static nodes, whose types and values differ between the versions.
+#include "errors/raise.h"
+#include "reader/schema_words.h"
+#include "reader/static_text.h"
+#include "reader/validator.h"
+
+namespace zentor {
+
+namespace {
+
+// A number, or a string that holds one, of an older document.
+void RequireNumberText(ValueChecks& checks, const JsonValue& value, std::string_view key) {
+    if (value.IsNumber()) return;
+    checks.RequireType(value, words::kValue, JsonType::kString);
+    double number = 0;
+    if (!ReadNumberText(value, number)) checks.RaiseAt(kInvalidPropertyValueAtPath, words::kValue, key, "a number");
+}
+
+void PaddedStringValue(ValueChecks& checks, const JsonValue& node, const JsonValue& value) {
+    const auto into = checks.Into(words::kValue);
+    checks.RequireType(value, words::kValue, JsonType::kObject);
+    const JsonValue& length = checks.Require(value, words::kLength);
+    checks.Require(value, words::kStr, JsonType::kString);
+    if (!length.IsNumber()) checks.Require(value, words::kLength, JsonType::kString);
+    double count = 0;
+    if (!ReadLength(length, count)) {
+        checks.RaiseAt(kInvalidPropertyValueAtPath, words::kLength, words::kLength, "a whole number");
+    }
+    const JsonValue& properties = *FindMember(*FindMember(node, words::kDataType), words::kPaddedStringProperties);
+    const JsonValue* const maxLength = FindMember(properties, words::kMaxLen);
+    if (maxLength != nullptr && count > maxLength->GetDouble()) {
+        Raise({kInvalidPaddedStringLength, checks.OffsetOf(words::kLength)});
+    }
+}
+
+}  // namespace
+
+void ZT_VkjsonValidator_v1::StaticDataNode(ValueChecks& checks, const JsonValue& node) const {
+    const JsonValue& dataType = checks.Require(node, words::kDataType, JsonType::kObject);
+    std::string_view type;
+    {
+        const auto into = checks.Into(words::kDataType);
+        type = DynamicType(checks, dataType);
+        if (type == words::kNumberString) NumberStringProperties(checks, dataType);
+        if (type == words::kPaddedString) PaddedStringProperties(checks, dataType);
+        if (type == words::kNumberArray) NumberArrayProperties(checks, dataType);
+    }
+    const JsonValue& value = checks.Require(node, words::kValue);
+    if (type == words::kPaddedString) {
+        PaddedStringValue(checks, node, value);
+        return;
+    }
+    const auto into = checks.Into(words::kValue);
+    if (type == words::kNumberString) {
+        RequireNumberText(checks, value, {});
+        return;
+    }
+    checks.RequireType(value, words::kValue, JsonType::kArray);
+    for (JsonSize i = 0; i < value.Size(); ++i) {
+        const auto intoItem = checks.Into(i);
+        RequireNumberText(checks, value[i], {});
+    }
+}
+
+void ZT_VkjsonValidator_v2::StaticDataNode(ValueChecks& checks, const JsonValue& node) const {
+    const JsonValue& dataType = checks.Require(node, words::kDataType, JsonType::kObject);
+    std::string_view type;
+    {
+        const auto into = checks.Into(words::kDataType);
+        type = checks.RequireOneOf(dataType, words::kType,
+                                   {words::kNumber, words::kString, words::kBoolean, words::kNumberArray},
+                                   "one of \"number\", \"string\" , \"boolean\" or \"numberArray\"");
+        if (type == words::kNumber) NumberStringProperties(checks, dataType);
+        if (type == words::kString) PaddedStringProperties(checks, dataType);
+        if (type == words::kNumberArray) NumberArrayProperties(checks, dataType);
+    }
+    if (type == words::kNumber) checks.Require(node, words::kValue, JsonType::kNumber);
+    if (type == words::kString) checks.Require(node, words::kValue, JsonType::kString);
+    if (type == words::kBoolean) checks.Require(node, words::kValue, JsonType::kBoolean);
+    if (type != words::kNumberArray) return;
+    const JsonValue& value = checks.Require(node, words::kValue, JsonType::kArray);
+    const auto into = checks.Into(words::kValue);
+    for (JsonSize i = 0; i < value.Size(); ++i) {
+        const auto intoItem = checks.Into(i);
+        checks.RequireType(value[i], words::kValue, JsonType::kNumber);
+    }
+}
+
+}  // namespace zentor

@@ -1,0 +1,174 @@
+#include "reader/value_checks.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "errors/raise.h"
+#include "reader/json_cursor.h"
+
+namespace zentor {
+
+namespace {
+
+constexpr double kLargestCount = 9007199254740992;  // 2^53: up to here every whole number is a double
+constexpr const char* kExpectedCount = "a whole number from 0 to 9007199254740992";
+
+const char* NameOf(JsonType type) {
+    switch (type) {
+        case JsonType::kObject:
+            return "JSON Object";
+        case JsonType::kArray:
+            return "JSON Array";
+        case JsonType::kString:
+            return "JSON String";
+        case JsonType::kNumber:
+            return "JSON Number";
+        default:
+            return "JSON Boolean";
+    }
+}
+
+bool IsOfType(const JsonValue& value, JsonType type) {
+    switch (type) {
+        case JsonType::kObject:
+            return value.IsObject();
+        case JsonType::kArray:
+            return value.IsArray();
+        case JsonType::kString:
+            return value.IsString();
+        case JsonType::kNumber:
+            return value.IsNumber();
+        default:
+            return value.IsBool();
+    }
+}
+
+// From the beginning of an object or array to the beginning of one of its values; the text is known to be valid.
+class RawWalk {
+public:
+    RawWalk(std::string_view bytes, std::size_t offset) : cursor_(bytes, offset) {}
+
+    void ToMember(std::string_view key) {
+        while (EnterOrGoOn()) {
+            RawString name;
+            cursor_.TakeString(name);
+            cursor_.SkipWhiteSpace();
+            cursor_.Skip(':');
+            cursor_.SkipWhiteSpace();
+            if ((name.hasBackslash ? DecodeEscapes(name.text) : std::string(name.text)) == key) return;
+            cursor_.SkipValue();
+        }
+    }
+    void ToElement(std::size_t index) {
+        for (EnterOrGoOn(); index != 0; --index) {
+            cursor_.SkipValue();
+            EnterOrGoOn();
+        }
+    }
+    std::size_t Offset() const { return cursor_.Offset(); }
+
+private:
+    bool EnterOrGoOn() {
+        cursor_.SkipWhiteSpace();
+        if (cursor_.AtEnd() || std::string_view("{[,").find(cursor_.Peek()) == std::string_view::npos) return false;
+        cursor_.Skip(cursor_.Peek());
+        cursor_.SkipWhiteSpace();
+        return true;
+    }
+
+    JsonCursor cursor_;
+};
+
+}  // namespace
+
+const JsonValue& ValueChecks::Require(const JsonValue& object, std::string_view key) const {
+    const JsonValue* const value = FindMember(object, key);
+    if (value == nullptr) RaiseAt(kMissingRequiredPropertyAtPath, key, {});
+    return *value;
+}
+
+const JsonValue& ValueChecks::Require(const JsonValue& object, std::string_view key, JsonType type) const {
+    const JsonValue& value = Require(object, key);
+    CheckType(value, key, key, type);
+    return value;
+}
+
+const JsonValue* ValueChecks::Allow(const JsonValue& object, std::string_view key, JsonType type) const {
+    const JsonValue* const value = FindMember(object, key);
+    if (value != nullptr) CheckType(*value, key, key, type);
+    return value;
+}
+
+std::string_view ValueChecks::RequireOneOf(const JsonValue& object, std::string_view key,
+                                           std::initializer_list<std::string_view> allowed,
+                                           const char* expected) const {
+    const std::string_view text = TextOf(Require(object, key, JsonType::kString));
+    if (std::find(allowed.begin(), allowed.end(), text) == allowed.end()) {
+        RaiseAt(kInvalidPropertyValueAtPath, key, key, expected);
+    }
+    return text;
+}
+
+void ValueChecks::RequireCount(const JsonValue& object, std::string_view key) const {
+    CheckCount(Require(object, key, JsonType::kNumber), key);
+}
+
+void ValueChecks::AllowCount(const JsonValue& object, std::string_view key) const {
+    if (const JsonValue* const value = Allow(object, key, JsonType::kNumber)) CheckCount(*value, key);
+}
+
+void ValueChecks::CheckCount(const JsonValue& value, std::string_view key) const {
+    const double count = value.GetDouble();
+    if (!(count >= 0 && count <= kLargestCount && std::trunc(count) == count)) {
+        RaiseAt(kInvalidPropertyValueAtPath, key, key, kExpectedCount);
+    }
+}
+
+void ValueChecks::RequireType(const JsonValue& value, std::string_view name, JsonType type) const {
+    CheckType(value, name, {}, type);
+}
+
+void ValueChecks::CheckType(const JsonValue& value, std::string_view name, std::string_view key, JsonType type) const {
+    if (!IsOfType(value, type)) RaiseAt(kInvalidPropertyTypeAtPath, name, key, Quoted(NameOf(type)));
+}
+
+void ValueChecks::RequireElements(const JsonValue& array, std::string_view key) const {
+    if (array.Empty()) RaiseAt(kEmptyArrayAtPath, key, key);
+}
+
+void ValueChecks::RaiseAt(const ErrorEntry& entry, std::string_view name, std::string_view key,
+                          std::string_view expected) const {
+    const std::string place = Quoted(Place());
+    const ZT_ErrorInfo info(entry, OffsetOf(key));
+    // The type comes before the place in a message, an expected value after it.
+    if (entry.key == kInvalidPropertyTypeAtPath.key) Raise(info, name, expected, place);
+    if (expected.empty()) Raise(info, name, place);
+    Raise(info, name, place, expected);
+}
+
+std::int64_t ValueChecks::OffsetOf(std::string_view key) const {
+    RawWalk walk(bytes_, offset_);
+    for (const StepDown& step : steps_) {
+        if (step.key.data() == nullptr) {
+            walk.ToElement(step.index);
+        } else {
+            walk.ToMember(step.key);
+        }
+    }
+    if (!key.empty()) walk.ToMember(key);
+    return static_cast<std::int64_t>(walk.Offset());
+}
+
+std::string ValueChecks::Place() const {
+    std::string place(property_);
+    for (const StepDown& step : steps_) {
+        if (step.key.data() == nullptr) {
+            place += '[' + std::to_string(step.index) + ']';
+        } else {
+            place += "/[\"" + std::string(step.key) + "\"]";
+        }
+    }
+    return place;
+}
+
+}  // namespace zentor

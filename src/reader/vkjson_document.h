@@ -1,0 +1,24 @@
+// What is kept of a document that has been read: its outline and time information, as values.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+#include "reader/outline.h"
+#include "reader/sample_data_processor.h"
+#include "zentor/records.h"
+
+namespace zentor {
+
+// Strings of the outline point into the bytes that it was read from; they must outlive it.
+struct VkjsonDocument {
+    ZT_FileInfo info;
+    ZT_VideoSyncTimeList videoSync;
+    Outline outline;
+    std::unordered_map<std::string_view, const JsonValue*> dynamicNodes;  // by sample-set id
+    ZT_SampleDataProcessor samples;
+};
+
+}  // namespace zentor
