@@ -198,14 +198,23 @@ TEST(Stream, InputsThatFail) {
         EXPECT_EQ(handler, nullptr);
         TakeReports();
     }
-    // Reading documents back is not there yet; asking for it says so and leaves nothing behind.
+}
+
+TEST(Stream, ValidationFailsWhatTheReaderRefuses) {
+    const TestFolder folder;
+    Manager manager;
+    TakeReports();
     IVkjsonStream* stream = nullptr;
-    const std::string table = folder.Write("a.csv", kTable);
-    EXPECT_EQ(manager->ConvertFile(&stream, table.c_str(), 1), 21U);
-    EXPECT_EQ(OnlyReport(), "21 Unable to create VKJSON parser object.");
+    EXPECT_EQ(manager->ConvertFile(&stream, folder.Write("good.csv", kTable).c_str(), 1), 0U);
+    EXPECT_EQ(manager->ReleaseStream(&stream), 0U);
+    // A backslash goes out as it is, and takes the closing quote with it.
+    const std::string damaged = folder.Write("damaged.csv", "a\n\\\n");
+    EXPECT_EQ(manager->ConvertFile(&stream, damaged.c_str(), 1), 32U);
     EXPECT_EQ(stream, nullptr);
-    EXPECT_EQ(manager->ConvertFile(&stream, table.c_str(), 0), 0U);  // usable as before
-    manager->ReleaseStream(&stream);
+    ASSERT_EQ(Reports().size(), 1U);
+    EXPECT_GT(TakeReports()[0].extra1, 0);
+    EXPECT_EQ(manager->ConvertFile(&stream, damaged.c_str(), 0), 0U);
+    EXPECT_EQ(manager->ReleaseStream(&stream), 0U);
 }
 
 TEST(Stream, RelativeAccentedPath) {

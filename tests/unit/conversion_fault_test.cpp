@@ -1,4 +1,4 @@
-// Conversion while the file system fails: every failure has its code, and nothing is left behind.
+// Converting and opening while the file system fails: every failure has its code, and nothing is left behind.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -6,16 +6,17 @@
 #include <map>
 #include <set>
 
-#include "conversion/driver.h"
-#include "errors/exception.h"
+#include "entry/zentor_impl.h"
 #include "test_folder.h"
 
 namespace zentor {
 
 namespace {
 
+using zentor_test::PathOf;
 using zentor_test::ReadWhole;
 using zentor_test::TestFolder;
+using zentor_test::Utf8Of;
 
 std::atomic<int> operationsLeft{0};
 std::atomic<os::Status> faultStatus{os::Status::kFailed};
@@ -47,7 +48,7 @@ public:
 std::set<std::string> TemporaryDocuments() {
     std::set<std::string> names;
     for (const auto& entry : std::filesystem::directory_iterator(std::filesystem::temp_directory_path())) {
-        const std::string name = zentor_test::Utf8Of(entry.path().filename());
+        const std::string name = Utf8Of(entry.path().filename());
         if (name.starts_with("ZTT")) names.insert(name);
     }
     return names;
@@ -86,20 +87,15 @@ TEST(ConversionFaults, EveryOperationFailsInTurn) {
     for (const os::Status status : {os::Status::kFailed, os::Status::kDiskFull}) {
         std::set<std::string> failed;
         for (int after = 0;; ++after) {
-            ConversionDriver driver;
+            ZentorImpl zentor;
             IVkjsonStream* stream = nullptr;
             std::uint32_t code = 0;
-            bool isSaving = false;
             {
                 const FaultScope fault(after, status);
-                try {
-                    stream = driver.ConvertFile(input.c_str(), false);
-                    isSaving = true;
-                    code = stream->SaveTo(saved.c_str());
-                } catch (const ns_sensor::ZT_Exception& failure) {
-                    code = failure.code();
-                }
+                code = zentor.ConvertFile(&stream, input.c_str(), 0);
+                if (code == 0) code = stream->SaveTo(saved.c_str());
             }
+            const bool isSaving = stream != nullptr;
             if (failedOperation.empty()) {
                 EXPECT_EQ(code, 0U);
                 EXPECT_EQ(ReadWhole(saved), ReadWhole(stream->DocumentPath()));
@@ -115,7 +111,7 @@ TEST(ConversionFaults, EveryOperationFailsInTurn) {
                             ReadWhole(saved) == ReadWhole(stream->DocumentPath()));
                 folder.Write("saved.vkjson", "before");
             }
-            if (stream != nullptr) driver.ReleaseStream(stream);
+            if (stream != nullptr) zentor.ReleaseStream(&stream);
             EXPECT_EQ(TemporaryDocuments(), before) << failedOperation;
         }
         for (const char* operation : {"File_IO::Create", "File_IO::Open", "File_IO::Write", "File_IO::Close",
@@ -124,6 +120,80 @@ TEST(ConversionFaults, EveryOperationFailsInTurn) {
         }
     }
     EXPECT_EQ(ReadWhole(input), "a,b\n1,x\n2,y\n");
+}
+
+namespace {
+
+std::map<std::string, std::string> ContentsOf(const TestFolder& folder) {
+    std::map<std::string, std::string> contents;
+    for (const auto& entry : std::filesystem::directory_iterator(PathOf(folder.Path()))) {
+        const std::string name = Utf8Of(entry.path().filename());
+        contents[name] = ReadWhole(folder / name);
+    }
+    return contents;
+}
+
+constexpr const char* kDocumentWithSamples =
+    R"({"version":"vkjson2.0.0","dynamicSamplesPresentB":true,"dynamicDataInfo":{"useTimecodeB":false,"utcInfo":)"
+    R"({"precisionLength":0,"isGMT":true}},"dataDynamicSamples":[],"dataOutline":[]})";
+
+}  // namespace
+
+// An open that fails changes no file and leaves none behind, whatever it was about to do.
+TEST(OpeningFaults, EveryOperationFailsInTurn) {
+    const struct {
+        const char* input;
+        const char* content;
+        const char* output;
+        std::vector<std::string> mustFail;
+    } cases[] = {
+        {"in.csv", "a,b\n1,x\n2,y\n", "new.vkjson", {"File_IO::Create", "File_IO::Write", "File_IO::Rename"}},
+        {"in.csv", "a,b\n1,x\n2,y\n", "old.vkjson", {"File_IO::Create", "File_IO::Write", "File_IO::Rename"}},
+        {"in.csv", "a,b\n1,x\n2,y\n", "", {"File_IO::Create", "File_IO::Write", "File_IO::GetTempFile"}},
+        {"in.vkjson", kDocumentWithSamples, "", {"File_IO::GetTempFile", "File_IO::Open", "File_IO::Write"}},
+        {"in.vkjson", kDocumentWithSamples, "new.vkjson", {"File_IO::Create", "File_IO::Read"}},
+        // Nothing fails here but the reading of the document that the table makes.
+        {"in.csv", "a\n\\\n", "old.vkjson", {}},
+        {"in.csv", "a\n\\\n", "new.vkjson", {}},
+    };
+    for (const auto& c : cases) {
+        const TestFolder folder;
+        const std::string input = folder.Write(c.input, c.content);
+        const std::string output = *c.output == '\0' ? "" : folder / c.output;
+        folder.Write("old.vkjson", "before");
+        const auto contents = ContentsOf(folder);
+        const std::set<std::string> temporary = TemporaryDocuments();
+        std::set<std::string> failed;
+        constexpr int kNever = 1000000;
+        for (int after = c.mustFail.empty() ? kNever : 0;; ++after) {
+            ZentorImpl zentor;
+            ISensorFileHandler* handler = nullptr;
+            std::uint32_t code = 0;
+            {
+                const FaultScope fault(after, os::Status::kFailed);
+                code = zentor.OpenFile(&handler, input.c_str(), output.c_str());
+            }
+            const bool survived = failedOperation.empty();
+            EXPECT_EQ(code == 32, c.mustFail.empty());
+            if (code == 0) {
+                // A probe that fails says that there is nothing; everything else has a code.
+                EXPECT_TRUE(survived || failedOperation == "File_IO::GetFileMode" ||
+                            failedOperation == "File_IO::IsSameFile")
+                    << failedOperation;
+                EXPECT_EQ(zentor.CloseFile(&handler), 0U);
+                if (!output.empty()) std::filesystem::remove(PathOf(output));
+                folder.Write("old.vkjson", "before");
+            } else {
+                EXPECT_EQ(handler, nullptr);
+                EXPECT_EQ(zentor.CloseFile(&handler), 1U);
+            }
+            EXPECT_EQ(ContentsOf(folder), contents) << c.input << " " << c.output << " " << failedOperation;
+            EXPECT_EQ(TemporaryDocuments(), temporary) << failedOperation;
+            failed.insert(failedOperation);
+            if (survived) break;
+        }
+        for (const std::string& operation : c.mustFail) EXPECT_TRUE(failed.contains(operation)) << operation;
+    }
 }
 
 }  // namespace zentor
