@@ -4,26 +4,48 @@
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
 
-#include <cstdio>
+#include <cstdint>
 #include <string>
-
-#include "util/utf_codec.h"
 
 namespace zentor_cli {
 
-using JsonWriter = rapidjson::Writer<rapidjson::StringBuffer>;
+// Writes one JSON text and a line end. What has been written goes out in pieces, so that a large result takes no
+// memory.
+class JsonOutput {
+public:
+    JsonOutput() : writer_(buffer_) {}
+    JsonOutput(const JsonOutput&) = delete;
+    JsonOutput& operator=(const JsonOutput&) = delete;
 
-// A JSON string; bytes that are not UTF-8 become replacement characters.
-inline void WriteText(JsonWriter& writer, const std::string& text) {
-    const std::string valid = zentor::Utf16ToUtf8(zentor::Utf8ToUtf16(text));
-    writer.String(valid.data(), static_cast<rapidjson::SizeType>(valid.size()));
-}
+    void BeginObject() { writer_.StartObject(); }
+    void EndObject();
+    void BeginArray() { writer_.StartArray(); }
+    void EndArray();
+    void Key(const char* key) { writer_.Key(key); }
 
-inline void WriteMember(JsonWriter& writer, const char* key, const std::string& text) {
-    writer.Key(key);
-    WriteText(writer, text);
-}
+    // Bytes that are not UTF-8 become replacement characters.
+    void Value(const std::string& text);
+    void Value(const char* text) { Value(std::string(text)); }
+    void Value(bool value) { writer_.Bool(value); }
+    void Value(double value);  // the shortest text that reads back as the same number
+    void Value(std::int64_t value) { writer_.Int64(value); }
+    void Value(std::uint64_t value) { writer_.Uint64(value); }
+    void Value(std::uint32_t value) { writer_.Uint(value); }
 
-inline void PrintLine(const rapidjson::StringBuffer& json) { std::puts(json.GetString()); }
+    template <class T>
+    void Member(const char* key, const T& value) {
+        Key(key);
+        Value(value);
+    }
+
+    // Writes out what is left.
+    void Finish();
+
+private:
+    void WriteOut();
+
+    rapidjson::StringBuffer buffer_;
+    rapidjson::Writer<rapidjson::StringBuffer> writer_;
+};
 
 }  // namespace zentor_cli

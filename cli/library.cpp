@@ -1,21 +1,29 @@
 #include "library.h"
 
+#include "document.h"
+
 namespace zentor_cli {
+
+std::string Report::Text() const {
+    std::string text = "error " + std::to_string(code);
+    if (!message.empty()) text += ": " + message;
+    if (offset >= 0) text += " (at byte " + std::to_string(offset) + ")";
+    return text;
+}
 
 Library::Library(const std::string& locale) {
     suite_.addFormat = &AddFormat;
     suite_.localizedMessage = &TakeMessage;
     suite_.reportError = &TakeReport;
+    TakeResults(suite_);
     CreateZentor_1(&manager_, nullptr, nullptr, locale.c_str(), this, &suite_, nullptr);
-    if (manager_ == nullptr) throw LibraryFailure(report_);
+    if (manager_ == nullptr) throw LibraryFailure(report_.Text());
 }
 
 Library::~Library() { DestroyZentor_1(&manager_, this); }
 
 void Library::TakeReport(void* library, std::uint32_t code, const char* message, std::int64_t extra1, std::int64_t) {
-    std::string& report = static_cast<Library*>(library)->report_;
-    report = "error " + std::to_string(code) + ": " + message;
-    if (extra1 >= 0) report += " (at byte " + std::to_string(extra1) + ")";
+    static_cast<Library*>(library)->report_ = {code, message, extra1};
 }
 
 void Library::TakeMessage(void* library, const char* text, std::uint64_t length) {
@@ -28,7 +36,7 @@ void Library::AddFormat(void* list, const char* extension, const char* displayNa
 
 void Library::Check(ZT_Result result) const {
     if (result == ZT_OK) return;
-    throw LibraryFailure(report_.empty() ? "error " + std::to_string(result) : report_);
+    throw LibraryFailure(report_.code == result ? report_.Text() : Report{result, {}, -1}.Text());
 }
 
 void Library::Fail(std::uint32_t code, const char* key) {
@@ -42,8 +50,8 @@ std::vector<Format> Library::Formats() {
     return formats;
 }
 
-Stream::Stream(Library& library, const std::string& inputPath) : library_(library) {
-    library.Check(library.manager().ConvertFile(&stream_, inputPath.c_str(), 0));
+Stream::Stream(Library& library, const std::string& inputPath, bool validate) : library_(library) {
+    library.Check(library.manager().ConvertFile(&stream_, inputPath.c_str(), validate ? 1 : 0));
 }
 
 }  // namespace zentor_cli

@@ -16,6 +16,16 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+// What the library reported last.
+struct Report {
+    std::uint32_t code = 0;
+    std::string message;
+    std::int64_t offset = -1;  // in bytes, in the document; -1: none
+
+    // "error 32: Parsing error. (at byte 7)"
+    std::string Text() const;
+};
+
 struct Format {
     std::string extension;
     std::string displayName;
@@ -33,6 +43,7 @@ public:
 
     // Throws the latest report, or the code where there is none, unless `result` is success.
     void Check(ZT_Result result) const;
+    const Report& LatestReport() const { return report_; }
     // Throws a failure of the library's own that the command has found first.
     [[noreturn]] void Fail(std::uint32_t code, const char* key);
 
@@ -46,14 +57,14 @@ private:
 
     ZT_HostSuite suite_{};
     IZentor* manager_ = nullptr;
-    std::string report_;
+    Report report_;
     std::string message_;
 };
 
 // A converted document.
 class Stream {
 public:
-    Stream(Library& library, const std::string& inputPath);
+    Stream(Library& library, const std::string& inputPath, bool validate);
     ~Stream() { library_.manager().ReleaseStream(&stream_); }
     Stream(const Stream&) = delete;
     Stream& operator=(const Stream&) = delete;

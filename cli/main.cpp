@@ -14,9 +14,18 @@ namespace {
 constexpr int kFailed = 1;
 constexpr int kWrongUsage = 2;
 
-using Command = std::function<void(Library&)>;
+// The command that the arguments ask for; false when it found something wrong and has said what.
+using Command = std::function<bool(Library&)>;
 
-void AddCommands(CLI::App& app, CommonOptions& common, ConvertOptions& convert, Command& chosen) {
+struct Arguments {
+    CommonOptions common;
+    ConvertOptions convert;
+    std::string document;
+    std::string dataPath;
+    std::vector<std::string> documents;
+};
+
+void AddCommonOptions(CLI::App& app, CommonOptions& common) {
     app.add_flag("--json", common.json, "Print the result as JSON");
     app.add_flag("--quiet", common.quiet, "Show no progress and no summary");
     app.add_option("--locale", common.locale, "Language of messages, e.g. en_US");
@@ -24,26 +33,68 @@ void AddCommands(CLI::App& app, CommonOptions& common, ConvertOptions& convert, 
     app.require_subcommand(1);
     app.fallthrough();
     app.allow_windows_style_options(false);  // a path may begin with a slash everywhere
+}
 
+void AddConvert(CLI::App& app, const CommonOptions& common, ConvertOptions& convert, Command& chosen) {
+    CLI::App* command = app.add_subcommand("convert", "Convert a recording into a vkjson document");
+    command->add_option("INPUT", convert.input, "The recording")->required();
+    command->add_option("-o,--output", convert.output,
+                        "The document, or - for standard output (default: INPUT's name with .vkjson, here)");
+    command->add_flag("--force", convert.force, "Replace the document if it exists");
+    command->add_flag("--no-validate", convert.noValidate, "Do not read the document back");
+    command->callback([&] {
+        chosen = [&](Library& library) {
+            RunConvert(library, common, convert);
+            return true;
+        };
+    });
+}
+
+// A command that reads one document.
+template <class Run>
+CLI::App* AddReader(CLI::App& app, const char* name, const char* help, Arguments& arguments, Command& chosen, Run run) {
+    CLI::App* command = app.add_subcommand(name, help);
+    command->add_option("DOC", arguments.document, "A document, or a recording")->required();
+    command->callback([&chosen, run] {
+        chosen = [run](Library& library) {
+            run(library);
+            return true;
+        };
+    });
+    return command;
+}
+
+void AddCommands(CLI::App& app, Arguments& arguments, Command& chosen) {
+    const CommonOptions& common = arguments.common;
     CLI::App* formats = app.add_subcommand("formats", "List the formats that can be converted");
-    formats->callback([&] { chosen = [&](Library& library) { RunFormats(library, common); }; });
-
-    CLI::App* conversion = app.add_subcommand("convert", "Convert a recording into a vkjson document");
-    conversion->add_option("INPUT", convert.input, "The recording")->required();
-    conversion->add_option("-o,--output", convert.output,
-                           "The document, or - for standard output (default: INPUT's name with .vkjson, here)");
-    conversion->add_flag("--force", convert.force, "Replace the document if it exists");
-    conversion->add_flag("--no-validate", convert.noValidate, "Do not read the document back (this version cannot)")
+    formats->callback([&] {
+        chosen = [&](Library& library) {
+            RunFormats(library, common);
+            return true;
+        };
+    });
+    AddConvert(app, common, arguments.convert, chosen);
+    AddReader(app, "info", "Show what a document is and how much it holds", arguments, chosen,
+              [&](Library& library) { RunInfo(library, common, arguments.document); });
+    AddReader(app, "tree", "Show the outline of a document", arguments, chosen, [&](Library& library) {
+        RunTree(library, common, arguments.document, arguments.dataPath);
+    })->add_option("PATH", arguments.dataPath, "Only what is below this group, e.g. [0] or [\"data1\"]");
+    AddReader(app, "get", "Show one node in full", arguments, chosen,
+              [&](Library& library) { RunGet(library, common, arguments.document, arguments.dataPath); })
+        ->add_option("PATH", arguments.dataPath, "The node, e.g. [0][2] or [\"data1\"]")
         ->required();
-    conversion->callback([&] { chosen = [&](Library& library) { RunConvert(library, common, convert); }; });
+    CLI::App* validate = app.add_subcommand("validate", "Say of each document whether it is good");
+    validate->add_option("DOC", arguments.documents, "Documents, or recordings")->required();
+    validate->callback(
+        [&] { chosen = [&](Library& library) { return RunValidate(library, common, arguments.documents); }; });
 }
 
 int Run(std::vector<std::string> arguments) {
     CLI::App app("Turns sensor and motion recordings into vkjson documents.", "zentor");
-    CommonOptions common;
-    ConvertOptions convert;
+    Arguments given;
     Command chosen;
-    AddCommands(app, common, convert, chosen);
+    AddCommonOptions(app, given.common);
+    AddCommands(app, given, chosen);
     try {
         std::reverse(arguments.begin(), arguments.end());  // the parser takes them from the back
         app.parse(std::move(arguments));
@@ -51,9 +102,9 @@ int Run(std::vector<std::string> arguments) {
         return app.exit(error) == 0 ? 0 : kWrongUsage;
     }
     try {
-        Library library(common.locale);
-        chosen(library);
-        if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return 0;
+        Library library(given.common.locale);
+        const bool isGood = chosen(library);
+        if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return isGood ? 0 : kFailed;
         throw LibraryFailure("standard output cannot be written");
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "zentor: %s\n", failure.what());

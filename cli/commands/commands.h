@@ -1,9 +1,11 @@
-// The commands. Each returns nothing and throws LibraryFailure.
+// The commands. Each throws LibraryFailure.
 #pragma once
 
+#include <memory>
 #include <string>
+#include <vector>
 
-#include "library.h"
+#include "document.h"
 
 namespace zentor_cli {
 
@@ -23,5 +25,14 @@ struct ConvertOptions {
 
 void RunFormats(Library& library, const CommonOptions& common);
 void RunConvert(Library& library, const CommonOptions& common, const ConvertOptions& options);
+void RunInfo(Library& library, const CommonOptions& common, const std::string& path);
+// `dataPath`: whose children to show; empty: the whole outline.
+void RunTree(Library& library, const CommonOptions& common, const std::string& path, const std::string& dataPath);
+void RunGet(Library& library, const CommonOptions& common, const std::string& path, const std::string& dataPath);
+// Whether all documents are good.
+bool RunValidate(Library& library, const CommonOptions& common, const std::vector<std::string>& paths);
+
+// Opens a document, or converts a supported file and opens the result.
+std::unique_ptr<Document> OpenShowingProgress(Library& library, const CommonOptions& common, const std::string& path);
 
 }  // namespace zentor_cli

@@ -1,3 +1,5 @@
+#include <cstdio>
+
 #include "commands/commands.h"
 #include "json_output.h"
 #include "output_file.h"
@@ -9,15 +11,13 @@ namespace {
 
 void SayResult(const CommonOptions& common, const std::string& input, const std::string& output, std::uint32_t bytes) {
     if (common.json) {
-        rapidjson::StringBuffer json;
-        JsonWriter writer(json);
-        writer.StartObject();
-        WriteMember(writer, "input", input);
-        WriteMember(writer, "output", output);
-        writer.Key("bytes");
-        writer.Uint(bytes);
-        writer.EndObject();
-        PrintLine(json);
+        JsonOutput json;
+        json.BeginObject();
+        json.Member("input", input);
+        json.Member("output", output);
+        json.Member("bytes", bytes);
+        json.EndObject();
+        json.Finish();
     } else if (!common.quiet) {
         std::printf("%s (%u bytes)\n", output.c_str(), static_cast<unsigned>(bytes));
     }
@@ -32,7 +32,7 @@ void RunConvert(Library& library, const CommonOptions& common, const ConvertOpti
     std::uint32_t bytes = 0;
     {
         const Progress progress("converting " + options.input, common.quiet);
-        Stream stream(library, options.input);
+        Stream stream(library, options.input, !options.noValidate);
         bytes = stream->Size();
         if (toStandardOutput) {
             WriteToStandardOutput(library, stream);

@@ -1,3 +1,5 @@
+#include <cstdio>
+
 #include "commands/commands.h"
 #include "json_output.h"
 
@@ -11,17 +13,16 @@ void RunFormats(Library& library, const CommonOptions& common) {
         }
         return;
     }
-    rapidjson::StringBuffer json;
-    JsonWriter writer(json);
-    writer.StartArray();
+    JsonOutput json;
+    json.BeginArray();
     for (const Format& format : formats) {
-        writer.StartObject();
-        WriteMember(writer, "extension", format.extension);
-        WriteMember(writer, "displayName", format.displayName);
-        writer.EndObject();
+        json.BeginObject();
+        json.Member("extension", format.extension);
+        json.Member("displayName", format.displayName);
+        json.EndObject();
     }
-    writer.EndArray();
-    PrintLine(json);
+    json.EndArray();
+    json.Finish();
 }
 
 }  // namespace zentor_cli

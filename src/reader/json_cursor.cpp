@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "util/number_text.h"
+#include "util/utf_codec.h"
 
 namespace zentor {
 
@@ -69,37 +70,17 @@ bool ReadUnit(std::string_view text, std::uint32_t& unit) {
     return true;
 }
 
-void AppendUtf8(std::string& text, std::uint32_t codePoint) {
-    const auto append = [&](std::uint32_t byte) { text += static_cast<char>(static_cast<unsigned char>(byte)); };
-    if (codePoint < 0x80) {
-        append(codePoint);
-        return;
-    }
-    if (codePoint < 0x800) {
-        append(0xC0 | (codePoint >> 6));
-    } else {
-        if (codePoint < 0x10000) {
-            append(0xE0 | (codePoint >> 12));
-        } else {
-            append(0xF0 | (codePoint >> 18));
-            append(0x80 | ((codePoint >> 12) & 0x3F));
-        }
-        append(0x80 | ((codePoint >> 6) & 0x3F));
-    }
-    append(0x80 | (codePoint & 0x3F));
-}
-
 // Decodes the escape at the beginning of `text`; returns its length, 0 when it is none.
 std::size_t DecodeUnicodeEscape(std::string_view text, std::string& decoded) {
     std::uint32_t unit = 0;
     if (!ReadUnit(text, unit)) return 0;
-    if (unit < 0xD800 || unit > 0xDFFF) {
+    if (!IsHighSurrogate(unit) && !IsLowSurrogate(unit)) {
         AppendUtf8(decoded, unit);
         return 6;
     }
     std::uint32_t low = 0;
-    if (unit > 0xDBFF || !ReadUnit(text.substr(6), low) || low < 0xDC00 || low > 0xDFFF) return 0;
-    AppendUtf8(decoded, 0x10000 + ((unit - 0xD800) << 10) + (low - 0xDC00));
+    if (!IsHighSurrogate(unit) || !ReadUnit(text.substr(6), low) || !IsLowSurrogate(low)) return 0;
+    AppendUtf8(decoded, CombineSurrogates(unit, low));
     return 12;
 }
 

@@ -1,0 +1,54 @@
+#include <cstdio>
+
+#include "commands/commands.h"
+#include "json_output.h"
+
+namespace zentor_cli {
+
+namespace {
+
+// What is wrong with a document; code 0 for nothing.
+Report Validate(Library& library, const CommonOptions& common, const std::string& path) {
+    try {
+        OpenShowingProgress(library, common, path);
+        return {};
+    } catch (const LibraryFailure&) {
+        return library.LatestReport();
+    }
+}
+
+void WriteResult(JsonOutput& json, const std::string& path, const Report& report) {
+    json.BeginObject();
+    json.Member("document", path);
+    json.Member("ok", report.code == 0);
+    if (report.code != 0) {
+        json.Member("code", report.code);
+        json.Member("message", report.message);
+        if (report.offset >= 0) json.Member("offset", report.offset);
+    }
+    json.EndObject();
+}
+
+}  // namespace
+
+bool RunValidate(Library& library, const CommonOptions& common, const std::vector<std::string>& paths) {
+    bool allGood = true;
+    JsonOutput json;
+    if (common.json) json.BeginArray();
+    for (const std::string& path : paths) {
+        const Report report = Validate(library, common, path);
+        allGood = allGood && report.code == 0;
+        if (common.json) {
+            WriteResult(json, path, report);
+        } else {
+            std::printf("%s: %s\n", path.c_str(), report.code == 0 ? "ok" : report.Text().c_str());
+        }
+    }
+    if (common.json) {
+        json.EndArray();
+        json.Finish();
+    }
+    return allGood;
+}
+
+}  // namespace zentor_cli

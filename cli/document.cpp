@@ -1,0 +1,188 @@
+#include "document.h"
+
+namespace zentor_cli {
+
+namespace {
+
+std::string Text(const char* text, std::uint64_t length) { return std::string(text, length); }
+
+// Children are handed over item by item.
+struct ChildrenTaker {
+    std::vector<Child> children;
+    std::string path;
+    bool isAtRoot = true;
+};
+
+void AddPathItem(void* handle, const char* matchName, std::int64_t index, std::uint64_t, std::uint8_t last) {
+    auto& taker = *static_cast<ChildrenTaker*>(handle);
+    if (index >= 0) {
+        taker.path += "[" + std::to_string(index) + "]";
+    } else if (!taker.isAtRoot) {  // an item that the caller gave by its name
+        taker.path += "[\"" + std::string(matchName) + "\"]";
+    }
+    taker.isAtRoot = last != 0;
+    if (last == 0) return;
+    taker.children.push_back({taker.path, index});
+    taker.path.clear();
+}
+
+constexpr ZT_DataPathCallbacks kDataPaths = {&AddPathItem};
+
+constexpr ZT_NodeInfoCallbacks kNodeInfo = {[](void* handle, std::uint32_t nodeType, const char* displayName,
+                                               std::uint64_t displayNameLength, const char* matchName,
+                                               std::uint64_t matchNameLength) {
+    *static_cast<NodeNames*>(handle) = {static_cast<NodeKind>(nodeType), Text(displayName, displayNameLength),
+                                        Text(matchName, matchNameLength)};
+}};
+
+// The names of leaves come with Names already.
+constexpr ZT_StaticDataCallbacks kStaticData = {
+    nullptr,
+    [](void* handle, double value) { static_cast<Leaf*>(handle)->value = value; },
+    [](void* handle, const char* text, std::uint64_t length) {
+        static_cast<Leaf*>(handle)->value = Text(text, length);
+    },
+    [](void* handle, std::uint8_t value) { static_cast<Leaf*>(handle)->value = value != 0; },
+    [](void* handle, const double* values, std::uint64_t count) {
+        static_cast<Leaf*>(handle)->value = std::vector<double>(values, values + count);
+    },
+};
+
+constexpr ZT_DynamicDataCallbacks kDynamicData = {
+    nullptr,
+    [](void* handle, const char* sampleSetId, std::uint64_t sampleSetIdLength, std::uint32_t interpolation,
+       std::uint8_t hasExpectedFrequency, std::uint64_t sampleCount, const char* duration,
+       std::uint64_t durationLength) {
+        auto& leaf = *static_cast<Leaf*>(handle);
+        leaf.sampleSetId = Text(sampleSetId, sampleSetIdLength);
+        leaf.isLinear = interpolation == 1;
+        leaf.hasExpectedFrequency = hasExpectedFrequency != 0;
+        leaf.sampleCount = sampleCount;
+        leaf.maxInterSampleDuration = Text(duration, durationLength);
+    },
+};
+
+DataType& TypeOf(void* handle) { return static_cast<Leaf*>(handle)->dataType; }
+
+constexpr ZT_DataTypeCallbacks kDataTypes = {
+    [](void* handle, const char* type, std::uint64_t length) { TypeOf(handle).type = Text(type, length); },
+    [](void* handle, std::uint8_t isSigned, std::int64_t digitsInteger, std::int64_t digitsDecimal) {
+        TypeOf(handle).isSigned = isSigned != 0;
+        TypeOf(handle).digitsInteger = digitsInteger;
+        TypeOf(handle).digitsDecimal = digitsDecimal;
+    },
+    [](void* handle, std::uint64_t, double occurringMin, double occurringMax, double legalMin, double legalMax) {
+        TypeOf(handle).ranges.push_back({occurringMin, occurringMax, legalMin, legalMax});
+    },
+    [](void* handle, std::int64_t maxLength, std::int64_t maxDigitsInLength, std::uint8_t isEventMarker) {
+        TypeOf(handle).isString = true;
+        TypeOf(handle).maxLen = maxLength;
+        TypeOf(handle).maxDigitsInStrLength = maxDigitsInLength;
+        TypeOf(handle).isEventMarker = isEventMarker != 0;
+    },
+    [](void* handle, std::int64_t arraySize, std::uint8_t isPoint) {
+        TypeOf(handle).isArray = true;
+        TypeOf(handle).arraySize = arraySize;
+        TypeOf(handle).isPoint = isPoint != 0;
+    },
+    [](void* handle, std::uint64_t, const char* text, std::uint64_t length) {
+        TypeOf(handle).arrayDisplayNames.push_back(Text(text, length));
+    },
+};
+
+constexpr ZT_FileInfoCallbacks kFileInfo = {
+    [](void* handle, std::uint32_t frameRateValue, std::uint32_t frameRateScale, const char* version,
+       std::uint64_t versionLength, const char* creator, std::uint64_t creatorLength) {
+        auto& info = *static_cast<FileInfo*>(handle);
+        info.frameRateValue = frameRateValue;
+        info.frameRateScale = frameRateScale;
+        info.version = Text(version, versionLength);
+        info.creator = Text(creator, creatorLength);
+    },
+    [](void* handle, std::uint32_t timeMode, double framesPerSecond, std::uint8_t dropFrame,
+       std::uint64_t precisionLength, std::uint8_t isGmt) {
+        auto& info = *static_cast<FileInfo*>(handle);
+        info.timeMode = static_cast<ZT_TimeMode>(timeMode);
+        info.framesPerSecond = framesPerSecond;
+        info.dropFrame = dropFrame != 0;
+        info.precisionLength = precisionLength;
+        info.isGmt = isGmt != 0;
+    },
+};
+
+using VideoSyncList = std::vector<VideoSync>;
+
+constexpr ZT_VideoSyncCallbacks kVideoSync = {
+    [](void* handle, const char* fileName, std::uint64_t fileNameLength, std::uint64_t frameNumber) {
+        static_cast<VideoSyncList*>(handle)->push_back({Text(fileName, fileNameLength), frameNumber});
+    },
+    [](void* handle, const char* fileName, std::uint64_t fileNameLength, const char* time, std::uint64_t timeLength) {
+        static_cast<VideoSyncList*>(handle)->push_back({Text(fileName, fileNameLength), Text(time, timeLength)});
+    },
+};
+
+}  // namespace
+
+const char* NameOf(NodeKind kind) {
+    switch (kind) {
+        case NodeKind::kGroup:
+            return "group";
+        case NodeKind::kDynamic:
+            return "dynamic";
+        default:
+            return "static";
+    }
+}
+
+void TakeResults(ZT_HostSuite& suite) {
+    suite.dataPaths = &kDataPaths;
+    suite.nodeInfo = &kNodeInfo;
+    suite.staticData = &kStaticData;
+    suite.dynamicData = &kDynamicData;
+    suite.dataTypes = &kDataTypes;
+    suite.fileInfo = &kFileInfo;
+    suite.videoSync = &kVideoSync;
+}
+
+Document::Document(Library& library, const std::string& path) : library_(library) {
+    library.Check(library.manager().OpenFile(&handler_, path.c_str(), nullptr));
+}
+
+FileInfo Document::Info() const {
+    FileInfo info;
+    library_.Check(handler_->GetFileInfoClient(&info));
+    return info;
+}
+
+std::vector<VideoSync> Document::VideoSyncTimes() const {
+    VideoSyncList list;
+    library_.Check(handler_->GetVideoSyncTimeListClient(&list));
+    return list;
+}
+
+std::vector<Child> Document::Children(const std::string& path) const {
+    ChildrenTaker taker;
+    library_.Check(path.empty() ? handler_->GetRootChildrenClient(&taker)
+                                : handler_->GetGroupChildrenClient(path.c_str(), &taker));
+    return std::move(taker.children);
+}
+
+NodeNames Document::Names(const std::string& path) const {
+    NodeNames names;
+    library_.Check(handler_->GetGroupChildInfoClient(path.c_str(), &names));
+    return names;
+}
+
+Leaf Document::StaticNode(const std::string& path) const {
+    Leaf leaf;
+    library_.Check(handler_->GetStaticDataInfoClient(path.c_str(), &leaf));
+    return leaf;
+}
+
+Leaf Document::DynamicNode(const std::string& path) const {
+    Leaf leaf;
+    library_.Check(handler_->GetDynamicDataInfoClient(path.c_str(), &leaf));
+    return leaf;
+}
+
+}  // namespace zentor_cli

@@ -1,0 +1,47 @@
+#include "json_output.h"
+
+#include <cstdio>
+
+#include "text_output.h"
+#include "util/utf_codec.h"
+
+namespace zentor_cli {
+
+namespace {
+
+constexpr std::size_t kPiece = 65536;
+
+}  // namespace
+
+void JsonOutput::EndObject() {
+    writer_.EndObject();
+    if (buffer_.GetSize() >= kPiece) WriteOut();
+}
+
+void JsonOutput::EndArray() {
+    writer_.EndArray();
+    if (buffer_.GetSize() >= kPiece) WriteOut();
+}
+
+void JsonOutput::Value(const std::string& text) {
+    const std::string valid = zentor::Utf16ToUtf8(zentor::Utf8ToUtf16(text));
+    writer_.String(valid.data(), static_cast<rapidjson::SizeType>(valid.size()));
+}
+
+void JsonOutput::Value(double value) {
+    const std::string text = NumberText(value);
+    writer_.RawValue(text.data(), text.size(), rapidjson::kNumberType);
+}
+
+void JsonOutput::Finish() {
+    buffer_.Put('\n');
+    WriteOut();
+}
+
+// A failed write shows when standard output is closed.
+void JsonOutput::WriteOut() {
+    std::fwrite(buffer_.GetString(), 1, buffer_.GetSize(), stdout);
+    buffer_.Clear();
+}
+
+}  // namespace zentor_cli

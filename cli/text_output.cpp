@@ -1,0 +1,39 @@
+#include "text_output.h"
+
+#include <charconv>
+#include <cstdio>
+
+#include "util/utf_codec.h"
+
+namespace zentor_cli {
+
+namespace {
+
+bool IsControl(char16_t unit) { return unit < 0x20 || (unit >= 0x7F && unit < 0xA0); }
+
+}  // namespace
+
+std::string NumberText(double value) {
+    char digits[32];
+    const char* const end = std::to_chars(digits, digits + sizeof digits, value).ptr;
+    return std::string(static_cast<const char*>(digits), end);
+}
+
+std::string Printable(const std::string& text) {
+    std::u16string shown;
+    for (const char16_t unit : zentor::Utf8ToUtf16(text)) {
+        if (!IsControl(unit)) {
+            shown += unit;
+            continue;
+        }
+        constexpr const char16_t* kHex = u"0123456789abcdef";
+        shown += u"\\u00";
+        shown += kHex[unit >> 4];
+        shown += kHex[unit & 15];
+    }
+    return zentor::Utf16ToUtf8(shown);
+}
+
+void PrintField(const char* name, const std::string& value) { std::printf("%-22s %s\n", name, value.c_str()); }
+
+}  // namespace zentor_cli
