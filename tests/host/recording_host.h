@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "client_log.h"
 #include "zentor/zentor.h"
 
 namespace zentor_test {
@@ -43,6 +44,7 @@ inline const ZT_HostSuite& Suite() {
             static_cast<std::string*>(text)->assign(message, length);
         };
         table.reportError = &AddReport;
+        FillClientForms(table);
         return table;
     }();
     return suite;
