@@ -1,0 +1,150 @@
+// Threads that open, query and close the same and different files at once.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <atomic>
+#include <functional>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "test_folder.h"
+#include "zentor/records.h"
+
+namespace {
+
+using zentor_test::TestFolder;
+using zentor_test::Utf8Of;
+
+constexpr int kThreads = 4;
+constexpr int kRounds = 40;
+
+std::atomic<int> reports{0};
+
+IZentor* CreateManager() {
+    static const ZT_HostSuite suite = [] {
+        ZT_HostSuite table{};
+        table.reportError = [](void*, std::uint32_t, const char*, std::int64_t, std::int64_t) { ++reports; };
+        return table;
+    }();
+    IZentor* manager = nullptr;
+    CreateZentor_1(&manager, nullptr, nullptr, "en_US", nullptr, &suite, nullptr);
+    return manager;
+}
+
+// Runs `body` in all threads, each with a number of its own.
+void InThreads(const std::function<void(int)>& body) {
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < kThreads; ++thread) threads.emplace_back(body, thread);
+    for (std::thread& thread : threads) thread.join();
+}
+
+std::string TableOf(int number) { return "n\n" + std::to_string(number) + "\n"; }
+
+double FirstValue(ISensorFileHandler* handler) {
+    ZT_StaticDataInfo info;
+    if (handler->GetStaticDataInfo("[0][0]", &info) != 0) return -1;
+    const double* const value = boost::get<double>(&info.value);
+    return value == nullptr ? -1 : *value;
+}
+
+std::size_t TemporaryFiles() {
+    std::size_t count = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(std::filesystem::temp_directory_path())) {
+        if (Utf8Of(entry.path().filename()).starts_with("ZTT")) ++count;
+    }
+    return count;
+}
+
+std::uint32_t LastCode() {
+    std::uint32_t last = 0;
+    GetLastException_1(
+        &last,
+        [](void* code, std::uint32_t value, const char*, std::int64_t, std::int64_t) {
+            *static_cast<std::uint32_t*>(code) = value;
+        },
+        1);
+    return last;
+}
+
+}  // namespace
+
+TEST(Threads, SameAndDifferentFiles) {
+    const TestFolder folder;
+    const std::size_t temporary = TemporaryFiles();
+    IZentor* manager = CreateManager();
+    ASSERT_NE(manager, nullptr);
+    const std::string shared = folder.Write("shared.csv", TableOf(1000));
+    const std::string broken = folder.Write("broken.vkjson", "{\"version\"");
+    for (int thread = 0; thread < kThreads; ++thread) {
+        folder.Write("own" + std::to_string(thread) + ".csv", TableOf(thread));
+    }
+    std::atomic<int> wrong{0};
+    const auto expect = [&](bool holds) {
+        if (!holds) ++wrong;
+    };
+    InThreads([&](int thread) {
+        const std::string own = folder / ("own" + std::to_string(thread) + ".csv");
+        const std::string output = folder / ("out" + std::to_string(thread) + ".vkjson");
+        for (int round = 0; round < kRounds; ++round) {
+            ISensorFileHandler* sharedHandler = nullptr;
+            ISensorFileHandler* ownHandler = nullptr;
+            ISensorFileHandler* none = nullptr;
+            expect(manager->OpenFile(&sharedHandler, shared.c_str(), nullptr) == 0);
+            expect(manager->OpenFile(&ownHandler, own.c_str(), round % 2 == 0 ? nullptr : output.c_str()) == 0);
+            // Every thread has failures of its own.
+            const bool isDamaged = (thread + round) % 2 == 0;
+            const std::string missing = folder / "missing";
+            const std::uint32_t code = isDamaged ? 32 : 4;
+            expect(manager->OpenFile(&none, isDamaged ? broken.c_str() : missing.c_str(), nullptr) == code);
+            expect(none == nullptr && LastCode() == code);
+            if (sharedHandler == nullptr || ownHandler == nullptr) continue;
+            expect(FirstValue(ownHandler) == thread);
+            ZT_FileInfo info;
+            expect(sharedHandler->GetFileInfo(&info) == 0 && info.version == "vkjson2.0.0");
+            expect(manager->CloseFile(&ownHandler) == 0 && ownHandler == nullptr);
+            expect(manager->CloseFile(&sharedHandler) == 0);
+        }
+        // What was kept of the last rounds; the manager closes it.
+        ISensorFileHandler* kept = nullptr;
+        expect(manager->OpenFile(&kept, output.c_str(), nullptr) == 0 && FirstValue(kept) == thread);
+    });
+    EXPECT_EQ(wrong, 0);
+    EXPECT_EQ(reports, kThreads * kRounds);
+    DestroyZentor_1(&manager, nullptr);
+    EXPECT_EQ(TemporaryFiles(), temporary);
+}
+
+TEST(Threads, OneOpensForAll) {
+    const TestFolder folder;
+    IZentor* manager = CreateManager();
+    const std::string table = folder.Write("a.csv", TableOf(7));
+    for (int round = 0; round < kRounds; ++round) {
+        std::vector<ISensorFileHandler*> handlers(kThreads);
+        InThreads([&](int thread) {
+            manager->OpenFile(&handlers[static_cast<std::size_t>(thread)], table.c_str(), nullptr);
+        });
+        for (ISensorFileHandler* const handler : handlers) EXPECT_EQ(handler, handlers[0]);
+        ASSERT_NE(handlers[0], nullptr);
+        EXPECT_EQ(FirstValue(handlers[0]), 7);
+        InThreads([&](int thread) { manager->CloseFile(&handlers[static_cast<std::size_t>(thread)]); });
+        EXPECT_EQ(std::count(handlers.begin(), handlers.end(), nullptr), 1) << "only the last close takes it away";
+        EXPECT_EQ(manager->CloseFile(&handlers[0]), handlers[0] == nullptr ? 1U : 26U);
+    }
+    DestroyZentor_1(&manager, nullptr);
+}
+
+TEST(Threads, ManagersComeAndGo) {
+    const TestFolder folder;
+    const std::string table = folder.Write("a.csv", TableOf(3));
+    std::atomic<int> wrong{0};
+    InThreads([&](int) {
+        for (int round = 0; round < kRounds; ++round) {
+            IZentor* manager = CreateManager();
+            IVkjsonStream* stream = nullptr;
+            if (manager->ConvertFile(&stream, table.c_str(), 1) != 0 || manager->ReleaseStream(&stream) != 0) ++wrong;
+            DestroyZentor_1(&manager, nullptr);
+        }
+    });
+    EXPECT_EQ(wrong, 0);
+}
