@@ -3,30 +3,15 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "host.h"
 #include "measure.h"
-#include "zentor/zentor.h"
-
-namespace {
-
-void ReportError(void*, std::uint32_t code, const char* message, std::int64_t extra1, std::int64_t extra2) {
-    std::fprintf(stderr, "error %" PRIu32 ": %s (%" PRId64 ", %" PRId64 ")\n", code, message, extra1, extra2);
-}
-
-// The library keeps the address of the suite for the life of the process.
-const ZT_HostSuite hostSuite = {nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
-                                nullptr, nullptr, nullptr, nullptr, nullptr, &ReportError};
-
-}  // namespace
 
 int main(int argc, char** argv) {
     if (argc != 2 && argc != 3) {
         std::fprintf(stderr, "usage: %s INPUT.csv [OUT]\n", argv[0]);
         return EXIT_FAILURE;
     }
-    IZentor* zentor = nullptr;
-    CreateZentor_1(&zentor, nullptr, nullptr, nullptr, nullptr, &hostSuite, nullptr);
-    if (zentor == nullptr) return EXIT_FAILURE;
-
+    const bench::Host zentor;
     IVkjsonStream* stream = nullptr;
     const long peakBefore = bench::Usage().ru_maxrss;
     bench::Stopwatch watch;
@@ -42,6 +27,5 @@ int main(int argc, char** argv) {
         if (argc == 3) ok = stream->SaveTo(argv[2]) == ZT_OK;
         ok = zentor->ReleaseStream(&stream) == ZT_OK && ok;
     }
-    DestroyZentor_1(&zentor, nullptr);
     return ok ? EXIT_SUCCESS : EXIT_FAILURE;
 }

@@ -22,10 +22,7 @@ work=$(mktemp -d "${BENCH_DIR:-/dev/shm}/zentor-bench.XXXXXX")
 trap 'rm -rf "$work"' EXIT
 export TMPDIR=$work LC_ALL=C
 
-fail() {
-    echo "$*" >&2
-    exit 1
-}
+. "$source_dir/common.sh"
 
 if ((peers)); then
     # The programs are copied because imports are looked up from the folder of the importing file.
@@ -36,26 +33,6 @@ if ((peers)); then
 else
     echo "DuckDB and Polars: skipped (--peers measures them)"
 fi
-
-# The system hands out memory that has been idle more slowly than memory that was in use a moment ago, by up to twice.
-# So that every program finds it alike, as much as a document takes is written and removed before each of them.
-warm_memory() {
-    "$build_dir/bench_bare_write" "$(($(wc -c <"$input") * 40))" "$work/warm" >/dev/null || fail "failed: bench_bare_write"
-    rm "$work/warm"
-}
-
-# measure KEY COMMAND...: runs the command and adds its figures to the series KEY.NAME.
-measure() {
-    local key=$1 name value
-    shift
-    warm_memory
-    "$@" >"$work/figures" || fail "failed: $*"
-    while read -r name value; do echo "$value" >>"$work/$key.$name"; done <"$work/figures"
-}
-
-median() {
-    sort -g "$work/$1" | awk '{ values[NR] = $1 } END { print values[int((NR + 1) / 2)] }'
-}
 
 # Empty without the file.
 median_if_measured() { if [[ -e $work/$1 ]]; then median "$1"; fi; }
@@ -70,6 +47,7 @@ done
 for ((run = 1; run <= runs; ++run)); do
     for size in "${sizes[@]}"; do
         input=$work/$size.csv
+        warm_bytes=$(($(wc -c <"$input") * 40))  # as much as a document takes
         # The outputs of the first run are compared; the copy is made after the timed call.
         copy=()
         if ((run == 1)); then copy=("$work/zentor.vkjson"); fi

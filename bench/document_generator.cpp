@@ -1,0 +1,146 @@
+// Writes documents to measure reading with; the same bytes on every machine.
+//
+//   samples COUNT   COUNT samples in six dynamic nodes, three of them arrays of 3: about 74 bytes a sample
+//   flat COUNT      COUNT static numbers, all in one group
+//   grouped COUNT   COUNT static numbers, nine to a group
+#include <cinttypes>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <string_view>
+
+#include "measure.h"
+
+namespace {
+
+constexpr int kNodes = 6;
+constexpr std::uint64_t kFramesOfADay = 30 * 86400;
+constexpr std::size_t kPiece = 1 << 20;
+
+class Output {
+public:
+    explicit Output(const char* path) : m_file(std::fopen(path, "wb")) {
+        if (m_file == nullptr) bench::Fail(path);
+    }
+    ~Output() {
+        Flush();
+        if (std::fclose(m_file) != 0) bench::Fail("close");
+    }
+    Output(const Output&) = delete;
+    Output& operator=(const Output&) = delete;
+
+    template <class... Values>
+    void Format(const char* format, Values... values) {
+        char text[512];
+        const int length = std::snprintf(text, sizeof text, format, values...);
+        Text({text, static_cast<std::size_t>(length)});
+    }
+    void Text(std::string_view text) {
+        m_text += text;
+        if (m_text.size() >= kPiece) Flush();
+    }
+
+private:
+    void Flush() {
+        if (std::fwrite(m_text.data(), 1, m_text.size(), m_file) != m_text.size()) bench::Fail("write");
+        m_text.clear();
+    }
+
+    std::FILE* m_file;
+    std::string m_text;
+};
+
+void Value(Output& out, bool isArray, std::uint64_t i) {
+    const std::uint64_t a = i * 7919 % 100000000;
+    const std::uint64_t b = i * 104729 % 10000000;
+    if (isArray) {
+        out.Format("[\"+%03" PRIu64 ".%04" PRIu64 "\",\"-%03" PRIu64 ".%04" PRIu64 "\",\"+%03" PRIu64 ".%04" PRIu64
+                   "\"]",
+                   a % 1000, a / 1000 % 10000, b % 1000, b / 1000 % 10000, a / 10 % 1000, b % 10000);
+    } else {
+        out.Format("\"%c%020" PRIu64 ".%023" PRIu64 "\"", i % 3 == 0 ? '-' : '+', a, b);
+    }
+}
+
+void SampleSet(Output& out, int node, std::uint64_t count) {
+    out.Format("%s{\"sampleSetID\":\"set%d\",\"samples\":[", node == 0 ? "" : ",", node);
+    for (std::uint64_t i = 0; i < count; ++i) {
+        // More samples than a day has frames: some share a time.
+        const std::uint64_t frame = count <= kFramesOfADay ? i : i * kFramesOfADay / count;
+        out.Format("%s{\"time\":\"%02" PRIu64 ":%02" PRIu64 ":%02" PRIu64 ":%02" PRIu64 "\",\"value\":",
+                   i == 0 ? "" : ",", frame / 108000, frame / 1800 % 60, frame / 30 % 60, frame % 30);
+        Value(out, node % 2 == 1, i);
+        out.Text("}");
+    }
+    out.Text("]}");
+}
+
+constexpr const char* kRange = "{\"occurring\":{\"min\":-1000,\"max\":1000},\"legal\":{\"min\":-1000,\"max\":1000}}";
+
+void DynamicNode(Output& out, int node, std::uint64_t count) {
+    out.Format(
+        "%s{\"objectType\":\"dataDynamic\",\"matchName\":\"node%d\",\"displayName\":\"Node %d\","
+        "\"sampleSetID\":\"set%d\",\"interpolation\":\"linear\",\"hasExpectedFrequencyB\":false,"
+        "\"sampleCount\":%" PRIu64 ",\"dataType\":{",
+        node == 0 ? "" : ",", node, node, node, count);
+    if (node % 2 == 1) {
+        out.Format(
+            "\"type\":\"numberStringArray\",\"numberArrayProperties\":{\"pattern\":{\"isSigned\":true,"
+            "\"digitsDecimal\":4,\"digitsInteger\":3},\"arrayRanges\":{\"ranges\":[%s,%s,%s]},\"arraySize\":3,"
+            "\"arrayDisplayNames\":[]}}}",
+            kRange, kRange, kRange);
+    } else {
+        out.Format(
+            "\"type\":\"numberString\",\"numberStringProperties\":{\"pattern\":{\"isSigned\":true,"
+            "\"digitsDecimal\":23,\"digitsInteger\":20},\"range\":%s}}}",
+            kRange);
+    }
+}
+
+void Samples(Output& out, std::uint64_t count) {
+    out.Text(
+        "{\"version\":\"vkjson2.0.0\",\"dynamicSamplesPresentB\":true,\"dynamicDataInfo\":{\"useTimecodeB\":true,"
+        "\"timecodeInfo\":{\"frameRate\":{\"value\":30,\"scale\":1},\"dropFrame\":false}},\"dataDynamicSamples\":[");
+    for (int node = 0; node < kNodes; ++node) SampleSet(out, node, count / kNodes);
+    out.Text(
+        "],\"creator\":\"bench\",\"dataOutline\":[{\"objectType\":\"dataGroup\",\"matchName\":\"all\","
+        "\"displayName\":\"All\",\"children\":[");
+    for (int node = 0; node < kNodes; ++node) DynamicNode(out, node, count / kNodes);
+    out.Text("]}]}");
+}
+
+void StaticNumbers(Output& out, std::uint64_t count, std::uint64_t groupSize) {
+    out.Text("{\"version\":\"vkjson2.0.0\",\"dynamicSamplesPresentB\":false,\"creator\":\"bench\",\"dataOutline\":[");
+    for (std::uint64_t i = 0; i < count; ++i) {
+        if (i % groupSize == 0) {
+            out.Format("%s{\"objectType\":\"dataGroup\",\"matchName\":\"group%" PRIu64
+                       "\",\"displayName\":\"\","
+                       "\"children\":[",
+                       i == 0 ? "" : ",", i / groupSize);
+        }
+        out.Format("%s{\"objectType\":\"dataStatic\",\"matchName\":\"data%" PRIu64 "\",\"displayName\":\"cell %" PRIu64
+                   "\",\"dataType\":{\"type\":\"number\",\"numberStringProperties\":{\"pattern\":{\"isSigned\":false,"
+                   "\"digitsDecimal\":1,\"digitsInteger\":3},\"range\":{\"occurring\":{\"min\":%" PRIu64
+                   ".5,\"max\":%" PRIu64 ".5},\"legal\":{\"min\":0,\"max\":1000}}}},\"value\":%" PRIu64 ".5}",
+                   i % groupSize == 0 ? "" : ",", i, i, i % 999, i % 999, i % 999);
+        if (i % groupSize == groupSize - 1 || i == count - 1) out.Text("]}");
+    }
+    out.Text("]}");
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (argc != 4) {
+        std::fprintf(stderr, "usage: %s samples|flat|grouped COUNT FILE\n", argv[0]);
+        return EXIT_FAILURE;
+    }
+    const std::string_view kind = argv[1];
+    const std::uint64_t count = bench::CountArgument(argv[2]);
+    Output out(argv[3]);
+    if (kind == "samples") {
+        Samples(out, count);
+    } else {
+        StaticNumbers(out, count, kind == "flat" ? count : 9);
+    }
+}
