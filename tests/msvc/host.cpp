@@ -33,6 +33,21 @@ static void ReportError(void*, uint32_t code, const char* message, int64_t extra
     messagesMatch = Same(message, "File Format Not Supported.") && extra1 == -1 && extra2 == -1;
 }
 
+static uint32_t childCount, staticCalls, typeCalls;
+static double numberSeen;
+
+static void AddPathItem(void* handle, const char*, int64_t index, uint64_t count, uint8_t last) {
+    if (handle == &childCount && last == 1 && index >= 0) childCount = static_cast<uint32_t>(count);
+}
+
+static void SetNames(void* handle, const char*, uint64_t, const char*, uint64_t) {
+    staticCalls += handle == &childCount;
+}
+static void SetNumber(void*, double value) { numberSeen = value; }
+static void SetRange(void*, uint64_t, double occurringMin, double occurringMax, double, double legalMax) {
+    typeCalls += occurringMin == 1 && occurringMax == 1 && legalMax == 1;
+}
+
 static void Expect(int holds, const char* what) {
     if (holds) return;
     Print("failed: ");
@@ -46,6 +61,12 @@ extern "C" void hostMain() {
     static ZT_HostSuite suite = {};
     suite.addFormat = AddFormat;
     suite.reportError = ReportError;
+    static const ZT_DataPathCallbacks paths = {AddPathItem};
+    static const ZT_StaticDataCallbacks statics = {SetNames, SetNumber, nullptr, nullptr, nullptr};
+    static const ZT_DataTypeCallbacks types = {nullptr, nullptr, SetRange, nullptr, nullptr, nullptr};
+    suite.dataPaths = &paths;
+    suite.staticData = &statics;
+    suite.dataTypes = &types;
     IZentor* zentor = nullptr;
     CreateZentor_1(&zentor, nullptr, nullptr, "en_US", nullptr, &suite, nullptr);
     Expect(zentor != nullptr, "create");
@@ -61,6 +82,14 @@ extern "C" void hostMain() {
     Expect(text[0] == '{' && text[size - 1] == '}', "content");
     Expect(stream->SaveTo("saved.vkjson") == ZT_OK && stream->Rewind() == ZT_OK, "save");
     Expect(zentor->ReleaseStream(&stream) == ZT_OK && stream == nullptr, "release");
+
+    ISensorFileHandler* handler = nullptr;
+    Expect(zentor->OpenFile(&handler, "table.csv", "opened.vkjson") == ZT_OK && handler != nullptr, "open");
+    Expect(handler->GetRootChildrenClient(&childCount) == ZT_OK && childCount == 2, "children");
+    Expect(handler->GetStaticDataInfoClient("[0][0]", &childCount) == ZT_OK, "static node");
+    Expect(staticCalls == 1 && typeCalls == 1 && numberSeen == 1, "static values");
+    Expect(handler->GetDynamicSampleClient("[0][0]", ZT_Time{1, 0}, nullptr) == 1, "time by value");
+    Expect(zentor->CloseFile(&handler) == ZT_OK && handler == nullptr, "close");
 
     Expect(zentor->ConvertFile(&stream, "table.unknown", 0) == 25 && stream == nullptr, "refuse");
     Expect(reportedCode == 25 && messagesMatch, "report");
