@@ -6,24 +6,25 @@ namespace {
 
 std::string Text(const char* text, std::uint64_t length) { return std::string(text, length); }
 
-// Children are handed over item by item.
+// Paths are handed over item by item, in the order of the children, so that the first says it all.
 struct ChildrenTaker {
-    std::vector<Child> children;
-    std::string path;
+    Children children;
     bool isAtRoot = true;
+    bool isDone = false;
 };
 
-void AddPathItem(void* handle, const char* matchName, std::int64_t index, std::uint64_t, std::uint8_t last) {
+void AddPathItem(void* handle, const char* matchName, std::int64_t index, std::uint64_t childCount, std::uint8_t last) {
     auto& taker = *static_cast<ChildrenTaker*>(handle);
-    if (index >= 0) {
-        taker.path += "[" + std::to_string(index) + "]";
+    if (taker.isDone) return;
+    taker.isDone = last != 0;
+    if (taker.isDone) {
+        taker.children.count = childCount;
+    } else if (index >= 0) {
+        taker.children.parent += '[' + std::to_string(index) + ']';
     } else if (!taker.isAtRoot) {  // an item that the caller gave by its name
-        taker.path += "[\"" + std::string(matchName) + "\"]";
+        taker.children.parent += "[\"" + std::string(matchName) + "\"]";
     }
-    taker.isAtRoot = last != 0;
-    if (last == 0) return;
-    taker.children.push_back({taker.path, index});
-    taker.path.clear();
+    taker.isAtRoot = false;
 }
 
 constexpr ZT_DataPathCallbacks kDataPaths = {&AddPathItem};
@@ -160,7 +161,7 @@ std::vector<VideoSync> Document::VideoSyncTimes() const {
     return list;
 }
 
-std::vector<Child> Document::Children(const std::string& path) const {
+Children Document::ChildrenOf(const std::string& path) const {
     ChildrenTaker taker;
     library_.Check(path.empty() ? handler_->GetRootChildrenClient(&taker)
                                 : handler_->GetGroupChildrenClient(path.c_str(), &taker));

@@ -15,9 +15,13 @@ enum class NodeKind : std::uint32_t { kGroup = 0, kDynamic = 1, kStatic = 2 };
 // "group", "dynamic" or "static".
 const char* NameOf(NodeKind kind);
 
-struct Child {
-    std::string path;  // without the root: [0][2]
-    std::int64_t index = 0;
+// The children of a group, without a list of them, which would grow with the document.
+struct Children {
+    std::string parent;  // [0]; empty for the root
+    std::uint64_t count = 0;
+
+    // [0][2]
+    std::string PathOf(std::uint64_t index) const { return parent + '[' + std::to_string(index) + ']'; }
 };
 
 struct NodeNames {
@@ -86,7 +90,7 @@ public:
     FileInfo Info() const;
     std::vector<VideoSync> VideoSyncTimes() const;
     // The children of a group; of the root for an empty path.
-    std::vector<Child> Children(const std::string& path) const;
+    Children ChildrenOf(const std::string& path) const;
     NodeNames Names(const std::string& path) const;
     Leaf StaticNode(const std::string& path) const;
     Leaf DynamicNode(const std::string& path) const;

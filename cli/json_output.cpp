@@ -1,7 +1,6 @@
 #include "json_output.h"
 
-#include <cstdio>
-
+#include "standard_output.h"
 #include "text_output.h"
 #include "util/utf_codec.h"
 
@@ -38,9 +37,8 @@ void JsonOutput::Finish() {
     WriteOut();
 }
 
-// A failed write shows when standard output is closed.
 void JsonOutput::WriteOut() {
-    std::fwrite(buffer_.GetString(), 1, buffer_.GetSize(), stdout);
+    WriteOutput({buffer_.GetString(), buffer_.GetSize()});
     buffer_.Clear();
 }
 

@@ -17,7 +17,7 @@ Library::Library(const std::string& locale) {
     suite_.reportError = &TakeReport;
     TakeResults(suite_);
     CreateZentor_1(&manager_, nullptr, nullptr, locale.c_str(), this, &suite_, nullptr);
-    if (manager_ == nullptr) throw LibraryFailure(report_.Text());
+    if (manager_ == nullptr) throw LibraryFailure(report_);
 }
 
 Library::~Library() { DestroyZentor_1(&manager_, this); }
@@ -36,12 +36,12 @@ void Library::AddFormat(void* list, const char* extension, const char* displayNa
 
 void Library::Check(ZT_Result result) const {
     if (result == ZT_OK) return;
-    throw LibraryFailure(report_.code == result ? report_.Text() : Report{result, {}, -1}.Text());
+    throw LibraryFailure(report_.code == result ? report_ : Report{result, {}, -1});
 }
 
 void Library::Fail(std::uint32_t code, const char* key) {
     GetLocalizedErrorMsg_1(key, nullptr, nullptr, nullptr, nullptr, this);
-    throw LibraryFailure("error " + std::to_string(code) + ": " + message_);
+    throw LibraryFailure(Report{code, message_, -1});
 }
 
 std::vector<Format> Library::Formats() {

@@ -10,20 +10,26 @@
 
 namespace zentor_cli {
 
-// A failure that the library reported: "error 25: File Format Not Supported."
-class LibraryFailure : public std::runtime_error {
-public:
-    using std::runtime_error::runtime_error;
-};
-
-// What the library reported last.
+// What the library reports of a failure.
 struct Report {
-    std::uint32_t code = 0;
+    std::uint32_t code = 0;  // 0: the command's own failure
     std::string message;
     std::int64_t offset = -1;  // in bytes, in the document; -1: none
 
     // "error 32: Parsing error. (at byte 7)"
     std::string Text() const;
+};
+
+// A failure of the library: "error 25: File Format Not Supported.", or the command's own.
+class LibraryFailure : public std::runtime_error {
+public:
+    explicit LibraryFailure(const std::string& text) : std::runtime_error(text), report_{0, text, -1} {}
+    explicit LibraryFailure(const Report& report) : std::runtime_error(report.Text()), report_(report) {}
+
+    const Report& report() const { return report_; }
+
+private:
+    Report report_;
 };
 
 struct Format {
@@ -43,7 +49,6 @@ public:
 
     // Throws the latest report, or the code where there is none, unless `result` is success.
     void Check(ZT_Result result) const;
-    const Report& LatestReport() const { return report_; }
     // Throws a failure of the library's own that the command has found first.
     [[noreturn]] void Fail(std::uint32_t code, const char* key);
 

@@ -5,6 +5,8 @@
 #include <functional>
 
 #include "commands/commands.h"
+#include "standard_output.h"
+#include "text_output.h"
 #include "util/console.h"
 
 namespace zentor_cli {
@@ -104,10 +106,10 @@ int Run(std::vector<std::string> arguments) {
     try {
         Library library(given.common.locale);
         const bool isGood = chosen(library);
-        if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return isGood ? 0 : kFailed;
-        throw LibraryFailure("standard output cannot be written");
+        FlushOutput();
+        return isGood ? 0 : kFailed;
     } catch (const std::exception& failure) {
-        std::fprintf(stderr, "zentor: %s\n", failure.what());
+        std::fprintf(stderr, "zentor: %s\n", Printable(failure.what()).c_str());
         return kFailed;
     }
 }

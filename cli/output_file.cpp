@@ -1,9 +1,9 @@
 #include "output_file.h"
 
-#include <cstdio>
 #include <random>
 #include <vector>
 
+#include "standard_output.h"
 #include "util/console.h"
 #include "util/os_file.h"
 
@@ -71,9 +71,9 @@ void WriteToStandardOutput(Library& library, Stream& stream) {
     while (stream->Remaining() != 0) {
         const std::uint32_t got = stream->Read(piece.data(), &kPieceSize);
         if (got == 0) library.Check(ZT_FILE_READ);
-        if (std::fwrite(piece.data(), 1, got, stdout) != got) throw LibraryFailure("standard output cannot be written");
+        WriteOutput({piece.data(), got});
     }
-    if (std::fflush(stdout) != 0) throw LibraryFailure("standard output cannot be written");
+    FlushOutput();
 }
 
 }  // namespace zentor_cli

@@ -34,6 +34,8 @@ std::string Printable(const std::string& text) {
     return zentor::Utf16ToUtf8(shown);
 }
 
-void PrintField(const char* name, const std::string& value) { std::printf("%-22s %s\n", name, value.c_str()); }
+void PrintField(const std::string& name, const std::string& value) {
+    std::printf("%-22s %s\n", (name + ":").c_str(), value.c_str());
+}
 
 }  // namespace zentor_cli

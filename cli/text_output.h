@@ -12,7 +12,7 @@ std::string NumberText(double value);
 // characters.
 std::string Printable(const std::string& text);
 
-// A line of a result: the name, padded, and the value.
-void PrintField(const char* name, const std::string& value);
+// A line of a result: the name, a colon, blanks and the value.
+void PrintField(const std::string& name, const std::string& value);
 
 }  // namespace zentor_cli

@@ -4,6 +4,7 @@
 #include "json_output.h"
 #include "output_file.h"
 #include "progress.h"
+#include "text_output.h"
 
 namespace zentor_cli {
 
@@ -19,7 +20,7 @@ void SayResult(const CommonOptions& common, const std::string& input, const std:
         json.EndObject();
         json.Finish();
     } else if (!common.quiet) {
-        std::printf("%s (%u bytes)\n", output.c_str(), static_cast<unsigned>(bytes));
+        std::printf("%s (%u bytes)\n", Printable(output).c_str(), static_cast<unsigned>(bytes));
     }
 }
 

@@ -172,7 +172,7 @@ Node ReadNode(const Document& document, const std::string& path) {
     Node node{document.Names(path), {}};
     if (node.names.kind == NodeKind::kStatic) node.leaf = document.StaticNode(path);
     if (node.names.kind == NodeKind::kDynamic) node.leaf = document.DynamicNode(path);
-    if (node.names.kind == NodeKind::kGroup) node.children = document.Children(path).size();
+    if (node.names.kind == NodeKind::kGroup) node.children = document.ChildrenOf(path).count;
     return node;
 }
 

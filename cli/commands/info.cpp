@@ -16,15 +16,17 @@ struct Counts {
 
 // Groups of a document do not stand deeper in each other than the library allows.
 void Count(const Document& document, const std::string& path, Counts& counts) {
-    for (const Child& child : document.Children(path)) {
-        switch (document.Names(child.path).kind) {
+    const Children children = document.ChildrenOf(path);
+    for (std::uint64_t i = 0; i < children.count; ++i) {
+        const std::string child = children.PathOf(i);
+        switch (document.Names(child).kind) {
             case NodeKind::kGroup:
                 ++counts.groups;
-                Count(document, child.path, counts);
+                Count(document, child, counts);
                 break;
             case NodeKind::kDynamic:
                 ++counts.dynamicNodes;
-                counts.samples += document.DynamicNode(child.path).sampleCount;
+                counts.samples += document.DynamicNode(child).sampleCount;
                 break;
             case NodeKind::kStatic:
                 ++counts.staticNodes;

@@ -1,7 +1,6 @@
-#include <cstdio>
-
 #include "commands/commands.h"
 #include "json_output.h"
+#include "standard_output.h"
 #include "text_output.h"
 
 namespace zentor_cli {
@@ -9,36 +8,40 @@ namespace zentor_cli {
 namespace {
 
 // Groups of a document do not stand deeper in each other than the library allows.
-void PrintNodes(const Document& document, const std::string& path, int depth) {
-    for (const Child& child : document.Children(path)) {
-        const NodeNames names = document.Names(child.path);
-        std::printf("%*s%s %s %s", 2 * depth, "", child.path.c_str(), NameOf(names.kind),
-                    Printable(names.matchName).c_str());
-        if (!names.displayName.empty()) std::printf(" \"%s\"", Printable(names.displayName).c_str());
+void PrintNodes(const Document& document, const std::string& path, std::size_t depth) {
+    const Children children = document.ChildrenOf(path);
+    for (std::uint64_t i = 0; i < children.count; ++i) {
+        const std::string child = children.PathOf(i);
+        const NodeNames names = document.Names(child);
+        std::string line(2 * depth, ' ');
+        line += child + ' ' + NameOf(names.kind) + ' ' + Printable(names.matchName);
+        if (!names.displayName.empty()) line += " \"" + Printable(names.displayName) + '"';
         if (names.kind == NodeKind::kDynamic) {
-            std::printf(" %llu samples", static_cast<unsigned long long>(document.DynamicNode(child.path).sampleCount));
+            line += ' ' + std::to_string(document.DynamicNode(child).sampleCount) + " samples";
         }
-        std::printf("\n");
-        if (names.kind == NodeKind::kGroup) PrintNodes(document, child.path, depth + 1);
+        WriteOutput(line + '\n');
+        if (names.kind == NodeKind::kGroup) PrintNodes(document, child, depth + 1);
     }
 }
 
 void WriteNodes(const Document& document, const std::string& path, JsonOutput& json) {
     json.BeginArray();
-    for (const Child& child : document.Children(path)) {
-        const NodeNames names = document.Names(child.path);
+    const Children children = document.ChildrenOf(path);
+    for (std::uint64_t i = 0; i < children.count; ++i) {
+        const std::string child = children.PathOf(i);
+        const NodeNames names = document.Names(child);
         json.BeginObject();
-        json.Member("path", child.path);
-        json.Member("index", child.index);
+        json.Member("path", child);
+        json.Member("index", i);
         json.Member("type", NameOf(names.kind));
         json.Member("matchName", names.matchName);
         json.Member("displayName", names.displayName);
         if (names.kind == NodeKind::kDynamic) {
-            json.Member("sampleCount", document.DynamicNode(child.path).sampleCount);
+            json.Member("sampleCount", document.DynamicNode(child).sampleCount);
         }
         if (names.kind == NodeKind::kGroup) {
             json.Key("children");
-            WriteNodes(document, child.path, json);
+            WriteNodes(document, child, json);
         }
         json.EndObject();
     }

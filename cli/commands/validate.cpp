@@ -2,6 +2,7 @@
 
 #include "commands/commands.h"
 #include "json_output.h"
+#include "text_output.h"
 
 namespace zentor_cli {
 
@@ -12,8 +13,8 @@ Report Validate(Library& library, const CommonOptions& common, const std::string
     try {
         OpenShowingProgress(library, common, path);
         return {};
-    } catch (const LibraryFailure&) {
-        return library.LatestReport();
+    } catch (const LibraryFailure& failure) {
+        return failure.report();
     }
 }
 
@@ -41,7 +42,8 @@ bool RunValidate(Library& library, const CommonOptions& common, const std::vecto
         if (common.json) {
             WriteResult(json, path, report);
         } else {
-            std::printf("%s: %s\n", path.c_str(), report.code == 0 ? "ok" : report.Text().c_str());
+            const std::string result = report.code == 0 ? "ok" : report.Text();
+            std::printf("%s: %s\n", Printable(path).c_str(), Printable(result).c_str());
         }
     }
     if (common.json) {

@@ -1,0 +1,23 @@
+#include "standard_output.h"
+
+#include <cstdio>
+
+#include "library.h"
+
+namespace zentor_cli {
+
+namespace {
+
+void Require(bool isWritten) {
+    if (!isWritten) throw LibraryFailure("standard output cannot be written");
+}
+
+}  // namespace
+
+void WriteOutput(std::string_view bytes) {
+    Require(std::fwrite(bytes.data(), 1, bytes.size(), stdout) == bytes.size());
+}
+
+void FlushOutput() { Require(std::fflush(stdout) == 0 && std::ferror(stdout) == 0); }
+
+}  // namespace zentor_cli

@@ -1,0 +1,14 @@
+// Standard output. Each function throws LibraryFailure when it cannot be written, so that work for a reader that has
+// gone away ends.
+#pragma once
+
+#include <string_view>
+
+namespace zentor_cli {
+
+void WriteOutput(std::string_view bytes);
+
+// Takes in what was printed by other ways, too.
+void FlushOutput();
+
+}  // namespace zentor_cli
