@@ -2,6 +2,7 @@
 # The command as a person uses it. Arguments: the command, with what runs it before it.
 set -u
 zentor=("$@")
+documents=$(realpath "$(dirname "$0")")/documents.sh
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 cd "$work" || exit 1
@@ -46,49 +47,164 @@ expect 0 '[{"extension":"csv","displayName":"Comma Seperated Value"},{"extension
 expect 0 "~^zentor [0-9]+\.[0-9]+\.[0-9]+$" "" --version
 expect 0 "~convert.*formats|formats.*convert" "" --help
 
-expect 0 "~^table\.vkjson \([0-9]+ bytes\)$" "" convert table.csv --no-validate
+expect 0 "~^table\.vkjson \([0-9]+ bytes\)$" "" convert table.csv
 cp table.vkjson expected
-expect 0 "~^take\.2\.vkjson " "" convert --no-validate take.2.csv
-expect 0 "" "" --quiet convert --no-validate table.csv -o folder/out.vkjson
+expect 0 "~^take\.2\.vkjson " "" convert take.2.csv
+expect 0 "" "" --quiet convert table.csv -o folder/out.vkjson
 cmp folder/out.vkjson expected || fail "-o FILE"
-expect 0 '~^\{"version":"vkjson2.0.0",.*\}\]\}\]\}$' "" convert table.csv -o - --no-validate
+expect 0 '~^\{"version":"vkjson2.0.0",.*\}\]\}\]\}$' "" convert table.csv -o -
 cmp out.txt expected || fail "-o -: not the document's bytes"
 expect 0 '~^\{"input":"table.csv","output":"folder/json.vkjson","bytes":[0-9]+\}$' "" \
-  convert table.csv -o folder/json.vkjson --no-validate --json
+  convert table.csv -o folder/json.vkjson --json
 cd folder
-expect 0 "~^größe.vkjson" "" convert '../accent é/größe.csv' --no-validate --locale de_DE
+expect 0 "~^größe.vkjson" "" convert '../accent é/größe.csv' --locale de_DE
 cd ..
 cmp folder/größe.vkjson expected || fail "accented path"
 
 # An existing output stays unless --force replaces it; then it is replaced whole.
 echo mine >mine.vkjson
-expect 1 "" "zentor: mine.vkjson exists already; --force replaces it" convert table.csv -o mine.vkjson --no-validate
+expect 1 "" "zentor: mine.vkjson exists already; --force replaces it" convert table.csv -o mine.vkjson
 [ "$(cat mine.vkjson)" = mine ] || fail "existing output was touched"
-expect 1 "" "zentor: error 25: File Format Not Supported." convert table.unknown -o mine.vkjson --force --no-validate
+expect 1 "" "zentor: error 25: File Format Not Supported." convert table.unknown -o mine.vkjson --force
 [ "$(cat mine.vkjson)" = mine ] || fail "a failed conversion touched the output"
-expect 0 "~^mine" "" convert table.csv -o mine.vkjson --force --no-validate
+expect 0 "~^mine" "" convert table.csv -o mine.vkjson --force
 cmp mine.vkjson expected || fail "--force"
 
-expect 1 "" 'zentor: error 4: File not exist at input path:"missing.csv".' convert missing.csv --no-validate
-expect 1 "" "zentor: error 58: VKJSON output directory does not exists." convert table.csv -o no/out.vkjson --no-validate
-expect 1 "" "zentor: folder is not a file" convert table.csv -o folder --force --no-validate
-expect 1 "" 'zentor: error 7: "File_IO::Create", Cannot create file.' convert table.csv -o table.csv --force --no-validate
+expect 1 "" 'zentor: error 4: File not exist at input path:"missing.csv".' convert missing.csv
+expect 1 "" "zentor: error 58: VKJSON output directory does not exists." convert table.csv -o no/out.vkjson
+expect 1 "" "zentor: folder is not a file" convert table.csv -o folder --force
+expect 1 "" 'zentor: error 7: "File_IO::Create", Cannot create file.' convert table.csv -o table.csv --force
 cmp table.csv take.2.csv || fail "an input was overwritten"
-expect 0 "~^table" "" convert table.vkjson -o table.vkjson --force --no-validate
+expect 0 "~^table" "" convert table.vkjson -o table.vkjson --force
 cmp table.vkjson expected || fail "a document saved onto itself changed"
+
+# A document that cannot be read back is no result, unless nobody asks.
+printf 'a\n"x\n' >quote.csv
+expect 1 "" "~^zentor: error 32: .* \(at byte 371\)$" convert quote.csv
+[ ! -e quote.vkjson ] || fail "a document that cannot be read was kept"
+expect 0 "~^quote.vkjson " "" convert quote.csv --no-validate
+
+# What a document is, as text and as JSON; a table gives what its document gives.
+. "$documents"
+expect 0 "version:               vkjson2.0.0
+creator:               by hand
+time mode:             timecode, 29.97002997002997 frames per second (30000/1001), drop frame
+groups:                2
+static nodes:          4
+dynamic nodes:         3
+samples:               17
+video:                 a.mov frame 3
+video:                 b.mov at 00:00:01;00" "" info timecode.vkjson
+expect 0 '{"version":"vkjson2.0.0","creator":"by hand","timeMode":"timecode","frameRate":{"value":30000,"scale":1001},"framesPerSecond":29.97002997002997,"dropFrame":true,"groups":2,"staticNodes":4,"dynamicNodes":3,"samples":17,"videoSync":[{"fileName":"a.mov","frameNumber":3},{"fileName":"b.mov","timeString":"00:00:01;00"}]}' "" info timecode.vkjson --json
+expect 0 '{"version":"vkjson2.0.0","creator":"by hand","timeMode":"utc","precisionLength":3,"isGMT":true,"groups":0,"staticNodes":0,"dynamicNodes":0,"samples":0,"videoSync":[{"fileName":"c.mov","timeString":"2024-02-29T12:00:00.500Z"}]}' "" info utc.vkjson --json
+expect 0 "~time mode: +utc, 3 decimals of a second, GMT" "" info utc.vkjson
+for document in table.csv table.vkjson; do
+  expect 0 '{"version":"vkjson2.0.0","creator":"com.orvane.sensor.csv","timeMode":"none","groups":2,"staticNodes":4,"dynamicNodes":0,"samples":0,"videoSync":[]}' "" --json info $document
+done
+
+# The outline; in text no control character of a document gets through.
+shown='\u001b[31m\u000a'$'\xef\xbf\xbd'
+json='\u001B[31m\n'$'\xef\xbf\xbd'
+expect 0 "[0] group g \"A group\"
+  [0][0] static n \"Number\"
+  [0][1] static s \"$shown\"
+  [0][2] static b
+  [0][3] static a \"Array\"
+  [0][4] group e
+[1] dynamic dn 5 samples
+[2] dynamic ds \"No samples\" 0 samples
+[3] dynamic da 12 samples" "" tree timecode.vkjson
+children='[{"path":"[0][0]","index":0,"type":"static","matchName":"n","displayName":"Number"},{"path":"[0][1]","index":1,"type":"static","matchName":"s","displayName":"'$json'"},{"path":"[0][2]","index":2,"type":"static","matchName":"b","displayName":""},{"path":"[0][3]","index":3,"type":"static","matchName":"a","displayName":"Array"},{"path":"[0][4]","index":4,"type":"group","matchName":"e","displayName":"","children":[]}]'
+outline='[{"path":"[0]","index":0,"type":"group","matchName":"g","displayName":"A group","children":'$children'},{"path":"[1]","index":1,"type":"dynamic","matchName":"dn","displayName":"","sampleCount":5},{"path":"[2]","index":2,"type":"dynamic","matchName":"ds","displayName":"No samples","sampleCount":0},{"path":"[3]","index":3,"type":"dynamic","matchName":"da","displayName":"","sampleCount":12}]'
+# status|data path|standard output|standard error
+while IFS='|' read -r status path out err; do
+  # shellcheck disable=SC2086 # no path, no argument
+  expect "$status" "$out" "$err" tree timecode.vkjson --json $path
+done <<EOF
+0||$outline
+0|["dataOutline"]|$outline
+0|["dataOutline"][0]|$children
+0|[0][4]|[]
+1|[0][0]||zentor: error 33: Leaf node is not a group node.
+1|["none"]||zentor: error 33: No node found with match name : none.
+1|[4]||~^zentor: error 33: Invalid node index
+1|[0||~^zentor: error 45: Missing \]
+EOF
+
+# Each kind and type of node in full.
+while IFS='|' read -r path out; do
+  expect 0 "$out" "" get timecode.vkjson "$path" --json
+done <<EOF
+["dataOutline"]|{"type":"group","matchName":"dataOutline","displayName":"","children":4}
+[0]|{"type":"group","matchName":"g","displayName":"A group","children":5}
+[0][0]|{"type":"static","matchName":"n","displayName":"Number","dataType":{"type":"number",$number},"value":2.25}
+[0]["s"]|{"type":"static","matchName":"s","displayName":"$json","dataType":{"type":"string",$text},"value":"$json"}
+["g"][2]|{"type":"static","matchName":"b","displayName":"","dataType":{"type":"boolean"},"value":true}
+["g"]["a"]|{"type":"static","matchName":"a","displayName":"Array","dataType":{"type":"numberArray",$array},"value":[-0.1,1e+21]}
+["dn"]|{"type":"dynamic","matchName":"dn","displayName":"","sampleSetID":"sn","interpolation":"linear","hasExpectedFrequencyB":true,"sampleCount":5,"expectedMaxInterSampleDuration":"00:00:00;02","dataType":{"type":"numberString",$number}}
+[2]|{"type":"dynamic","matchName":"ds","displayName":"No samples","sampleSetID":"ss","interpolation":"hold","hasExpectedFrequencyB":false,"sampleCount":0,"dataType":{"type":"paddedString",$text}}
+[3]|{"type":"dynamic","matchName":"da","displayName":"","sampleSetID":"sa","interpolation":"linear","hasExpectedFrequencyB":false,"sampleCount":12,"dataType":{"type":"numberStringArray",$array}}
+EOF
+expect 0 "kind:                  static
+match name:            s
+display name:          $shown
+data type:             string
+longest, bytes:        4
+digits of the length:  1
+event marker:          yes
+value:                 \"$shown\"" "" get timecode.vkjson '[0][1]'
+expect 0 "~range: +y: -1\.5 to 2\.25, legal -100 to 1e\+21.*value: +-0\.1 1e\+21$" "" get timecode.vkjson '[0][3]'
+expect 0 "~interpolation: +linear.samples: +5.longest interval: +00:00:00;02" "" get timecode.vkjson '[1]'
+expect 1 "" 'zentor: error 33: No node found with match name : none.' get timecode.vkjson '["none"]' --json
+
+# Every document is looked at; a message of a document shows no control characters either.
+head -c 100 timecode.vkjson >cut.vkjson
+: >empty.vkjson
+printf '{"version":"vkjson2.0.0","%s":1}' "$control" >key.vkjson
+expect 0 "timecode.vkjson: ok
+table.csv: ok" "" validate timecode.vkjson table.csv
+expect 1 "~^cut\.vkjson: error 32: [^
+]* \(at byte 94\)
+timecode\.vkjson: ok
+empty\.vkjson: error 54: [^
+]*[^)]
+key\.vkjson: error 32: [^
+]*\\\\u001b\[31m\\\\u000a[^
+]* \(at byte 25\)
+no\.vkjson: error 4: [^
+]*[^)]$" "" validate cut.vkjson timecode.vkjson empty.vkjson key.vkjson no.vkjson
+expect 0 '[{"document":"timecode.vkjson","ok":true},{"document":"table.csv","ok":true}]' "" \
+  validate timecode.vkjson table.csv --json
+expect 1 '~^\[\{"document":"cut\.vkjson","ok":false,"code":32,"message":"[^"]+","offset":94\},\{"document":"empty\.vkjson","ok":false,"code":54,"message":"[^"]+"\},\{"document":"timecode\.vkjson","ok":true\}\]$' "" \
+  validate --json cut.vkjson empty.vkjson timecode.vkjson
+for arguments in "info cut.vkjson" "tree cut.vkjson" "get cut.vkjson [0] --json"; do
+  # shellcheck disable=SC2086 # a command and its arguments
+  expect 1 "" "~^zentor: error 32: .* \(at byte 94\)$" $arguments
+done
+expect 1 "" "~^zentor: error 32: .*\\\\u001b\[31m\\\\u000a" info key.vkjson
 
 # A reader that goes away, or a full disk, is a failure that leaves nothing behind.
 mkdir temporary
 for k in $(seq 1 4000); do echo "$k,row"; done >long.csv
-TMPDIR=$work/temporary "${zentor[@]}" convert long.csv -o - --no-validate 2>/dev/null | head -c 1 >/dev/null
+TMPDIR=$work/temporary "${zentor[@]}" convert long.csv -o - 2>/dev/null | head -c 1 >/dev/null
 [ -z "$(find temporary -name 'ZTT*')" ] || fail "left over after a broken pipe: $(ls temporary)"
-"${zentor[@]}" formats >/dev/full 2>err.txt && fail "a full disk was not noticed"
+for command in formats "tree long.csv" "tree long.csv --json"; do
+  # shellcheck disable=SC2086 # a command and its arguments
+  "${zentor[@]}" $command >/dev/full 2>err.txt && fail "$command: a full disk was not noticed"
+  matches err.txt "zentor: standard output cannot be written" || fail "$command: $(head -c 300 err.txt)"
+done
+
+# A long output comes in pieces that make one whole.
+nodes=$(seq 0 3998 | awk '{ printf "%s{\"path\":\"[0][%d]\",\"index\":%d,\"type\":\"static\",\"matchName\":\"data%d\",\"displayName\":\"1 %d\"}", $1 ? "," : "", $1, $1, $1 + 1, $1 }')
+expect 0 "[$nodes]" "" tree long.csv '[0]' --json
 
 expect 2 "" "~." convert
-expect 2 "" "~." convert table.csv
+expect 2 "" "~." get table.csv
+expect 2 "" "~." tree table.csv '[0]' more
+expect 2 "" "~." validate
 expect 2 "" "~." nonsense
 expect 2 "" "~." formats --nonsense
-expect 2 "" "~." convert a b c --no-validate
+expect 2 "" "~." convert a b c
 
 [ -z "$(find . -name '*.part')" ] || fail "left over: $(find . -name '*.part')"
 [ $failures = 0 ] && echo "all as expected"
