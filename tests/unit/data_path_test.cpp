@@ -1,4 +1,6 @@
 // Data paths, and what they lead to.
+#include <sstream>
+
 #include "conversion/document_record.h"
 #include "documents.h"
 #include "reader/sensor_file_handler.h"
@@ -40,34 +42,25 @@ protected:
     const std::unique_ptr<VkjsonDocument> document_ = ParseDocument(text_, ParserChoice::kProbe);
 };
 
-void ExpectNumbers(const ZT_DataType& type) {
-    EXPECT_TRUE(type.pattern.isSigned);
-    EXPECT_EQ(type.pattern.digitsInteger, 3);
-    EXPECT_EQ(type.pattern.digitsDecimal, 2);
-    ASSERT_EQ(type.ranges.size(), 1u);
-    EXPECT_EQ(type.ranges[0].occurringMin, -4.5);
-    EXPECT_EQ(type.ranges[0].occurringMax, 4.25);
-    EXPECT_EQ(type.ranges[0].legalMin, -100);
-    EXPECT_EQ(type.ranges[0].legalMax, 100);
+// The type in words, with what the document says of it.
+std::string Describe(const ZT_DataType& type) {
+    std::ostringstream text;
+    text << type.type << ", pattern " << type.pattern.isSigned << ' ' << type.pattern.digitsInteger << ' '
+         << type.pattern.digitsDecimal << ", string " << type.maxLen << ' ' << type.maxDigitsInStrLength << ' '
+         << type.eventMarkerB << ", array " << type.arraySize << ' ' << type.isPoint;
+    for (const std::string& name : type.arrayDisplayNames) text << ' ' << name;
+    for (const ZT_NumberRange& range : type.ranges) {
+        text << ", range " << range.occurringMin << ' ' << range.occurringMax << ' ' << range.legalMin << ' '
+             << range.legalMax;
+    }
+    return text.str();
 }
-
-void ExpectStrings(const ZT_DataType& type) {
-    EXPECT_EQ(type.maxLen, 4);
-    EXPECT_EQ(type.maxDigitsInStrLength, 1);
-    EXPECT_FALSE(type.eventMarkerB);
+std::string NumberType(const std::string& type) {
+    return type + ", pattern 1 3 2, string -1 -1 0, array -1 0, range -4.5 4.25 -100 100";
 }
-
-void ExpectArrays(const ZT_DataType& type) {
-    EXPECT_FALSE(type.pattern.isSigned);
-    EXPECT_EQ(type.pattern.digitsInteger, 1);
-    EXPECT_EQ(type.pattern.digitsDecimal, 0);
-    ASSERT_EQ(type.ranges.size(), 2u);
-    EXPECT_EQ(type.ranges[0].occurringMax, 5);
-    EXPECT_EQ(type.ranges[1].occurringMin, 2);
-    EXPECT_EQ(type.ranges[1].legalMax, 9);
-    EXPECT_EQ(type.arraySize, 2);
-    EXPECT_TRUE(type.isPoint);
-    EXPECT_EQ(type.arrayDisplayNames, (std::vector<std::string>{"x", "y"}));
+std::string StringType(const std::string& type) { return type + ", pattern 0 -1 -1, string 4 1 0, array -1 0"; }
+std::string ArrayType(const std::string& type) {
+    return type + ", pattern 0 1 0, string -1 -1 0, array 2 1 x y, range 1 5 0 8, range 2 6 0 9";
 }
 
 }  // namespace
@@ -158,77 +151,61 @@ TEST_P(Nodes, OfOtherKindsAreRefused) {
 }
 
 TEST_P(Nodes, DynamicRecords) {
-    ZT_DynamicDataInfo info = DynamicDataInfoOf(Find("[0]"));
-    EXPECT_EQ(info.displayName, "Speed");
-    EXPECT_EQ(info.matchName, "d1");
-    EXPECT_EQ(info.sampleSetID, "s1");
+    const ZT_DynamicDataInfo info = DynamicDataInfoOf(Find("[0]"));
+    EXPECT_EQ(info.displayName + ' ' + info.matchName + ' ' + info.sampleSetID, "Speed d1 s1");
     EXPECT_EQ(info.interpolation, "linear");
     EXPECT_TRUE(info.hasExpectedFrequencyB);
     EXPECT_EQ(info.sampleCount, 2u);
     EXPECT_EQ(info.expectedMaxInterSampleDuration, "00:00:00:01");
-    EXPECT_EQ(info.dataType.type, "numberString");
-    ExpectNumbers(info.dataType);
-    info = DynamicDataInfoOf(Find("[1]"));
-    EXPECT_EQ(info.interpolation, "hold");
-    EXPECT_FALSE(info.hasExpectedFrequencyB);
-    EXPECT_EQ(info.expectedMaxInterSampleDuration, "");
-    EXPECT_EQ(info.dataType.type, "paddedString");
-    ExpectStrings(info.dataType);
-    info = DynamicDataInfoOf(Find("[2]"));
-    EXPECT_EQ(info.dataType.type, isV2_ ? "numberStringArray" : "numberArray");
-    ExpectArrays(info.dataType);
+    EXPECT_EQ(Describe(info.dataType), NumberType("numberString"));
+    const ZT_DynamicDataInfo other = DynamicDataInfoOf(Find("[1]"));
+    EXPECT_EQ(other.interpolation, "hold");
+    EXPECT_FALSE(other.hasExpectedFrequencyB);
+    EXPECT_EQ(other.expectedMaxInterSampleDuration, "");
+    EXPECT_EQ(Describe(other.dataType), StringType("paddedString"));
+    EXPECT_EQ(Describe(DynamicDataInfoOf(Find("[2]")).dataType),
+              ArrayType(isV2_ ? "numberStringArray" : "numberArray"));
 }
 
 TEST_P(Nodes, StaticRecords) {
-    ZT_StaticDataInfo info = StaticDataInfoOf(Find("[3][0]"));
-    EXPECT_EQ(info.displayName, "Static n1");
-    EXPECT_EQ(info.matchName, "n1");
-    EXPECT_EQ(info.dataType.type, isV2_ ? "number" : "numberString");
-    EXPECT_EQ(boost::get<double>(info.value), 2.5);
-    ExpectNumbers(info.dataType);
-    info = StaticDataInfoOf(Find("[3][1]"));
-    EXPECT_EQ(info.dataType.type, isV2_ ? "string" : "paddedString");
-    EXPECT_EQ(boost::get<std::string>(info.value), "ab");
-    ExpectStrings(info.dataType);
-    info = StaticDataInfoOf(Find("[3][2]"));
-    EXPECT_EQ(info.dataType.type, "numberArray");
-    EXPECT_EQ(boost::get<std::vector<double>>(info.value), (std::vector<double>{3, 4}));
-    ExpectArrays(info.dataType);
+    const ZT_StaticDataInfo number = StaticDataInfoOf(Find("[3][0]"));
+    EXPECT_EQ(number.displayName + ' ' + number.matchName, "Static n1 n1");
+    EXPECT_EQ(boost::get<double>(number.value), 2.5);
+    EXPECT_EQ(Describe(number.dataType), NumberType(isV2_ ? "number" : "numberString"));
+    const ZT_StaticDataInfo string = StaticDataInfoOf(Find("[3][1]"));
+    EXPECT_EQ(boost::get<std::string>(string.value), "ab");
+    EXPECT_EQ(Describe(string.dataType), StringType(isV2_ ? "string" : "paddedString"));
+    const ZT_StaticDataInfo array = StaticDataInfoOf(Find("[3][2]"));
+    EXPECT_EQ(boost::get<std::vector<double>>(array.value), (std::vector<double>{3, 4}));
+    EXPECT_EQ(Describe(array.dataType), ArrayType("numberArray"));
     if (isV2_) {
-        info = StaticDataInfoOf(Find("[3][3]"));
-        EXPECT_EQ(info.dataType.type, "boolean");
-        EXPECT_TRUE(boost::get<bool>(info.value));
-        EXPECT_TRUE(info.dataType.ranges.empty());
+        const ZT_StaticDataInfo flag = StaticDataInfoOf(Find("[3][3]"));
+        EXPECT_TRUE(boost::get<bool>(flag.value));
+        EXPECT_EQ(Describe(flag.dataType), "boolean, pattern 0 -1 -1, string -1 -1 0, array -1 0");
     } else {
         EXPECT_EQ(boost::get<double>(StaticDataInfoOf(Find(R"(["g1"]["g2"]["n2"])")).value), 7);
     }
 }
 
 TEST_P(Nodes, RecordsWithoutWhatIsOptional) {
-    std::string text = text_;
-    for (const char* const name : {"digitsInteger", "maxLen", "maxDigitsInStrLength", "digitsDecimal", "arraySize",
-                                   "arrayDisplayNames", "isPoint", "digitsInteger"}) {
+    std::string text = Replaced(text_, Samples(isV2_ ? kTimecodes : kUtcTimes) + ",", "");
+    for (const char* const name : {"digitsInteger", "digitsDecimal", "maxLen", "maxDigitsInStrLength", "digitsInteger",
+                                   "arraySize", "arrayDisplayNames", "isPoint"}) {
         text = Replaced(text, '"' + std::string(name) + '"', "\"x\"");
     }
     text = Replaced(text, R"("hasExpectedFrequencyB":true)", R"("hasExpectedFrequecyB":true)");
     text = Replaced(text, "\"occurring\"", "\"occuring\"");
-    text = Replaced(text, Samples(isV2_ ? kTimecodes : kUtcTimes) + ",", "");
     const std::unique_ptr<VkjsonDocument> read = ParseDocument(text, ParserChoice::kProbe);
     const JsonValue& nodes = read->outline.TopLevelNodes();
     const ZT_DynamicDataInfo number = DynamicDataInfoOf(&nodes[0]);
     EXPECT_TRUE(number.hasExpectedFrequencyB);
     EXPECT_EQ(number.expectedMaxInterSampleDuration, "00:00:00:01");
-    EXPECT_EQ(number.dataType.pattern.digitsInteger, -1);
-    EXPECT_EQ(number.dataType.pattern.digitsDecimal, -1);
-    EXPECT_EQ(number.dataType.ranges[0].occurringMax, 4.25);
-    const ZT_DataType string = DynamicDataInfoOf(&nodes[1]).dataType;
-    EXPECT_EQ(string.maxLen, -1);
-    EXPECT_EQ(string.maxDigitsInStrLength, -1);
-    const ZT_DataType array = DynamicDataInfoOf(&nodes[2]).dataType;
-    EXPECT_EQ(array.arraySize, -1);
-    EXPECT_FALSE(array.isPoint);
-    EXPECT_TRUE(array.arrayDisplayNames.empty());
-    EXPECT_EQ(array.ranges.size(), 2u);
+    EXPECT_EQ(Describe(number.dataType), Replaced(NumberType("numberString"), "1 3 2", "1 -1 -1"));
+    EXPECT_EQ(Describe(DynamicDataInfoOf(&nodes[1]).dataType),
+              Replaced(StringType("paddedString"), "4 1 0", "-1 -1 0"));
+    EXPECT_EQ(Describe(DynamicDataInfoOf(&nodes[2]).dataType),
+              Replaced(Replaced(ArrayType(isV2_ ? "numberStringArray" : "numberArray"), "0 1 0", "0 -1 0"), "2 1 x y",
+                       "-1 0"));
 }
 
 // By way of a handler, which makes the paths.

@@ -75,7 +75,6 @@ TEST(Parser, TopLevelOfAnyVersion) {
                                 {"@\v{}", kNoOpening},
                                 {"{@", InvalidJson("^1")},
                                 {"{ \n@", InvalidJson("^1")},
-                                {"{@version", kNoKeyQuotes},
                                 {"{@'version':1}", kNoKeyQuotes},
                                 {R"({@"version)", kNoKeyQuotes},
                                 {R"({@"version\":)", kNoKeyQuotes},
@@ -89,15 +88,12 @@ TEST(Parser, TopLevelOfAnyVersion) {
                                 {R"({"creator": @"a})", NoValueQuotes("creator")},
                                 {R"({"creator":@null})", NoValueQuotes("creator")},
                                 {R"({"version":"a"@)", InvalidJson("\"version\"")},
-                                {R"({"version":"a" @)", InvalidJson("\"version\"")},
                                 {R"({"version":"a",@)", InvalidJson("^1")},
                                 {R"({"version":"a"@;"creator":"a"})", NoComma("version")},
                                 {R"({"version":"a"@]})", NoComma("version")},
                                 {R"({"version":"a",@})", kNoKeyQuotes},
-                                {R"({"version":"a",@,"creator":"a"})", kNoKeyQuotes},
                                 {R"({"creator":"a",@"creator":"a"})", InvalidJson("\"creator\"")},
                                 {R"({"dataOutline":@{}})", NotOfType("dataOutline", "Array")},
-                                {R"({"dataOutline":@1})", NotOfType("dataOutline", "Array")},
                                 {R"({"dataOutline":@)", InvalidJson("\"dataOutline\"")}});
     }
 }
@@ -125,7 +121,6 @@ TEST(Parser, KeysOfVersion1) {
          {R"({"useTimecodeB":false,@)" + timecode + "}", timecodeAlone},
          {"{@" + timecode + R"(,"useTimecodeB":false})", timecodeAlone},
          {R"({"useTimecodeB":@1})", NotOfType("useTimecodeB", "Boolean")},
-         {R"({"useTimecodeB":@"true"})", NotOfType("useTimecodeB", "Boolean")},
          {R"({"useTimecodeB":@tru)", NotOfType("useTimecodeB", "Boolean")},
          {R"({"useTimecodeB":true@r})", NoComma("useTimecodeB")},
          {R"({"useTimecodeB":true,@"useTimecodeB":true})", InvalidJson("\"useTimecodeB\"")},
