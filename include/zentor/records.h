@@ -34,7 +34,8 @@ struct ZT_DataPath {
     }
 };
 
-// The children of a group, in the order of the outline. Every item but the root carries index and match name.
+// The children of a group, in the order of the outline. A path is the one asked for, as it was given, and an item more
+// with the child's index and match name.
 struct ZT_GroupChildren {
     std::vector<ZT_DataPath> paths;
 };

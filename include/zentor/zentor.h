@@ -61,8 +61,9 @@ enum ZT_TimeMode : uint32_t {
 
 // Hands over lists of data paths (slot 0).
 struct ZT_DataPathCallbacks {
-    // Once for each item of each path, in order. The first item is the root, "dataOutline" with index -1; every other
-    // one has both the node's match name, which may be empty, and its index among its siblings. `childCount` is the
+    // Once for each item of each path, in order. The first item is the root, "dataOutline" with index -1; then come the
+    // items of the path asked for, as they were given: an index, or a match name and index -1; the last item is the
+    // child and has both its match name, which may be empty, and its index among its siblings. `childCount` is the
     // number of paths in the whole list; `last` is 1 for the last item of a path, else 0.
     void (*addPathItem)(void* handle, const char* matchName, int64_t index, uint64_t childCount, uint8_t last);
 };

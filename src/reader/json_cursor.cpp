@@ -97,6 +97,8 @@ std::size_t DecodeEscape(std::string_view text, std::string& decoded) {
 
 }  // namespace
 
+std::string RawString::Decoded() const { return hasBackslash ? DecodeEscapes(text) : std::string(text); }
+
 bool JsonCursor::SkipWord(std::string_view word) {
     if (!std::string_view(next_, static_cast<std::size_t>(end_ - next_)).starts_with(word)) return false;
     next_ += word.size();

@@ -13,6 +13,9 @@ namespace zentor {
 struct RawString {
     std::string_view text;
     bool hasBackslash = false;
+
+    // With its escapes decoded.
+    std::string Decoded() const;
 };
 
 enum class NumberStatus {
@@ -23,6 +26,10 @@ enum class NumberStatus {
     kTooBig,      // the integer part is beyond the largest double
     kOverflow,    // the exponent takes the number beyond it
 };
+
+// The text of a string with its JSON escapes decoded to UTF-8. A backslash that begins no JSON escape, an escape for a
+// surrogate without its other half among them, stays as it is.
+std::string DecodeEscapes(std::string_view text);
 
 class JsonCursor {
 public:
@@ -63,9 +70,5 @@ private:
     const char* next_;
     const char* end_;
 };
-
-// The text of a string with its JSON escapes decoded to UTF-8. A backslash that begins no JSON escape, an escape for a
-// surrogate without its other half among them, stays as it is.
-std::string DecodeEscapes(std::string_view text);
 
 }  // namespace zentor

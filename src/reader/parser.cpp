@@ -35,11 +35,11 @@ bool IsVersion2(JsonCursor cursor) {
     cursor.SkipWhiteSpace();
     if (!cursor.Skip('{')) return false;
     cursor.SkipWhiteSpace();
-    if (!cursor.TakeString(key) || key.text != words::kVersion) return false;
+    if (!cursor.TakeString(key) || key.Decoded() != words::kVersion) return false;
     cursor.SkipWhiteSpace();
     if (!cursor.Skip(':')) return false;
     cursor.SkipWhiteSpace();
-    return cursor.TakeString(value) && value.text == kVersion2;
+    return cursor.TakeString(value) && value.Decoded() == kVersion2;
 }
 
 // A number as a part of the frame rate that hosts get; 0 when it is none.
@@ -72,7 +72,7 @@ void ZT_VkjsonParser::Parse() {
     for (bool atEnd = cursor_.Skip('}'); !atEnd;) {
         cursor_.SkipWhiteSpace();
         if (cursor_.AtEnd()) Raise({kInvalidJson, Detail(cursor_.Offset())});
-        const std::string_view key = ReadProperty();
+        const std::string_view key = NameOf(ReadProperty());
         cursor_.SkipWhiteSpace();
         if (cursor_.AtEnd()) Raise({kInvalidJson, Detail(cursor_.Offset())}, Quoted(key));
         atEnd = cursor_.Skip('}');
@@ -83,20 +83,21 @@ void ZT_VkjsonParser::Parse() {
     if (!cursor_.AtEnd()) Raise({kInvalidJson, Detail(cursor_.Offset())});
 }
 
-std::string_view ZT_VkjsonParser::ReadProperty() {
+TopLevelKey ZT_VkjsonParser::ReadProperty() {
     const std::size_t keyOffset = cursor_.Offset();
     RawString key;
     if (!cursor_.TakeString(key)) Raise({kInvalidKeyMissingQuotes, Detail(keyOffset)});
+    const std::string name = key.Decoded();
     cursor_.SkipWhiteSpace();
-    if (!cursor_.Skip(':')) Raise({kInvalidPropertyMissingColon, Detail(cursor_.Offset())}, key.text);
-    const auto name = std::find(kNames.begin(), kNames.end(), key.text);
-    if (name == kNames.end()) Raise({kFoundUnrecognisedKey, Detail(keyOffset)}, key.text);
-    const auto known = static_cast<TopLevelKey>(name - kNames.begin());
-    if (Has(known)) Raise({kInvalidJson, Detail(keyOffset)}, Quoted(key.text));
+    if (!cursor_.Skip(':')) Raise({kInvalidPropertyMissingColon, Detail(cursor_.Offset())}, name);
+    const auto found = std::find(kNames.begin(), kNames.end(), name);
+    if (found == kNames.end()) Raise({kFoundUnrecognisedKey, Detail(keyOffset)}, name);
+    const auto known = static_cast<TopLevelKey>(found - kNames.begin());
+    if (Has(known)) Raise({kInvalidJson, Detail(keyOffset)}, Quoted(name));
     cursor_.SkipWhiteSpace();
     ReadCommonProperty(known, keyOffset);
     offsets_[static_cast<std::size_t>(known)] = keyOffset;
-    return key.text;
+    return known;
 }
 
 void ZT_VkjsonParser::ReadCommonProperty(TopLevelKey key, std::size_t keyOffset) {
@@ -121,7 +122,7 @@ void ZT_VkjsonParser::ReadCommonProperty(TopLevelKey key, std::size_t keyOffset)
 std::string ZT_VkjsonParser::ReadString(std::string_view key) {
     RawString string;
     if (!cursor_.TakeString(string)) Raise({kInvalidPropertyValueMissingQuotes, Detail(cursor_.Offset())}, key);
-    return string.hasBackslash ? DecodeEscapes(string.text) : std::string(string.text);
+    return string.Decoded();
 }
 
 bool ZT_VkjsonParser::ReadBoolean(std::string_view key) {

@@ -81,7 +81,7 @@ protected:
     VkjsonDocument& document() { return document_; }
 
 private:
-    std::string_view ReadProperty();
+    TopLevelKey ReadProperty();
     void ReadCommonProperty(TopLevelKey key, std::size_t keyOffset);
     void ReadDataOutline();
     void RegisterDynamicNodes(ValueChecks& checks, const JsonValue& nodes);

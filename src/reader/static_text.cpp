@@ -1,8 +1,8 @@
 #include "reader/static_text.h"
 
 #include <algorithm>
-#include <cmath>
 
+#include "reader/value_checks.h"
 #include "util/number_text.h"
 
 namespace zentor {
@@ -21,7 +21,7 @@ bool ReadLength(const JsonValue& value, double& length) {
         const std::string_view text = TextOf(value);
         if (!std::all_of(text.begin(), text.end(), IsDigit)) return false;
     }
-    return ReadNumberText(value, length) && length >= 0 && std::trunc(length) == length;
+    return ReadNumberText(value, length) && IsCount(length);
 }
 
 }  // namespace zentor

@@ -7,7 +7,7 @@ namespace zentor {
 
 // A JSON number, or a string that holds a number and nothing else.
 bool ReadNumberText(const JsonValue& value, double& number);
-// A length: a JSON number, or a string of digits; whole and not negative.
+// A length: a JSON number, or a string of digits, within the range of counts.
 bool ReadLength(const JsonValue& value, double& length);
 
 }  // namespace zentor

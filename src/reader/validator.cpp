@@ -71,6 +71,9 @@ void ZT_VkjsonValidator::TimecodeInfo(ValueChecks& checks, const JsonValue& info
     const bool dropFrame = checks.Require(info, words::kDropFrame, JsonType::kBoolean).GetBool();
     const double value = FindMember(frameRate, words::kValue)->GetDouble();
     const double scale = FindMember(frameRate, words::kScale)->GetDouble();
+    if (!std::isfinite(value / scale)) {
+        checks.RaiseAt(kInvalidPropertyValueAtPath, words::kFrameRate, words::kFrameRate, "a finite number");
+    }
     if (dropFrame && !AllowsDropFrame(value / scale)) {
         Raise({kNonSupportedFrameRate, checks.OffsetOf(words::kFrameRate)});
     }

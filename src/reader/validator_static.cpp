@@ -8,23 +8,32 @@ namespace zentor {
 
 namespace {
 
-// A number, or a string that holds one, of an older document.
-void RequireNumberText(ValueChecks& checks, const JsonValue& value, std::string_view key) {
-    if (value.IsNumber()) return;
-    checks.RequireType(value, words::kValue, JsonType::kString);
+// A number, or a string that holds one, of an older document: a member of the object at this place, or the value there.
+void CheckNumberText(const ValueChecks& checks, const JsonValue& value, std::string_view key) {
     double number = 0;
-    if (!ReadNumberText(value, number)) checks.RaiseAt(kInvalidPropertyValueAtPath, words::kValue, key, "a number");
+    if (value.IsNumber() || (value.IsString() && ReadNumberText(value, number))) return;
+    if (value.IsString()) checks.RaiseAt(kInvalidPropertyValueAtPath, words::kValue, key, "a number");
+    checks.RaiseAt(kInvalidPropertyTypeAtPath, words::kValue, key, Quoted("JSON String"));
 }
 
-void PaddedStringValue(ValueChecks& checks, const JsonValue& node, const JsonValue& value) {
+void CheckNumberArray(ValueChecks& checks, const JsonValue& node) {
+    const JsonValue& value = checks.Require(node, words::kValue, JsonType::kArray);
     const auto into = checks.Into(words::kValue);
-    checks.RequireType(value, words::kValue, JsonType::kObject);
+    for (JsonSize i = 0; i < value.Size(); ++i) {
+        const auto intoItem = checks.Into(i);
+        CheckNumberText(checks, value[i], {});
+    }
+}
+
+void CheckPaddedString(ValueChecks& checks, const JsonValue& node) {
+    const JsonValue& value = checks.Require(node, words::kValue, JsonType::kObject);
+    const auto into = checks.Into(words::kValue);
     const JsonValue& length = checks.Require(value, words::kLength);
     checks.Require(value, words::kStr, JsonType::kString);
     if (!length.IsNumber()) checks.Require(value, words::kLength, JsonType::kString);
     double count = 0;
     if (!ReadLength(length, count)) {
-        checks.RaiseAt(kInvalidPropertyValueAtPath, words::kLength, words::kLength, "a whole number");
+        checks.RaiseAt(kInvalidPropertyValueAtPath, words::kLength, words::kLength, kExpectedCount);
     }
     const JsonValue& properties = *FindMember(*FindMember(node, words::kDataType), words::kPaddedStringProperties);
     const JsonValue* const maxLength = FindMember(properties, words::kMaxLen);
@@ -45,21 +54,9 @@ void ZT_VkjsonValidator_v1::StaticDataNode(ValueChecks& checks, const JsonValue&
         if (type == words::kPaddedString) PaddedStringProperties(checks, dataType);
         if (type == words::kNumberArray) NumberArrayProperties(checks, dataType);
     }
-    const JsonValue& value = checks.Require(node, words::kValue);
-    if (type == words::kPaddedString) {
-        PaddedStringValue(checks, node, value);
-        return;
-    }
-    const auto into = checks.Into(words::kValue);
-    if (type == words::kNumberString) {
-        RequireNumberText(checks, value, {});
-        return;
-    }
-    checks.RequireType(value, words::kValue, JsonType::kArray);
-    for (JsonSize i = 0; i < value.Size(); ++i) {
-        const auto intoItem = checks.Into(i);
-        RequireNumberText(checks, value[i], {});
-    }
+    if (type == words::kPaddedString) CheckPaddedString(checks, node);
+    if (type == words::kNumberArray) CheckNumberArray(checks, node);
+    if (type == words::kNumberString) CheckNumberText(checks, checks.Require(node, words::kValue), words::kValue);
 }
 
 void ZT_VkjsonValidator_v2::StaticDataNode(ValueChecks& checks, const JsonValue& node) const {

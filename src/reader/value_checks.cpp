@@ -11,7 +11,6 @@ namespace zentor {
 namespace {
 
 constexpr double kLargestCount = 9007199254740992;  // 2^53: up to here every whole number is a double
-constexpr const char* kExpectedCount = "a whole number from 0 to 9007199254740992";
 
 const char* NameOf(JsonType type) {
     switch (type) {
@@ -55,7 +54,7 @@ public:
             cursor_.SkipWhiteSpace();
             cursor_.Skip(':');
             cursor_.SkipWhiteSpace();
-            if ((name.hasBackslash ? DecodeEscapes(name.text) : std::string(name.text)) == key) return;
+            if (name.Decoded() == key) return;
             cursor_.SkipValue();
         }
     }
@@ -80,6 +79,8 @@ private:
 };
 
 }  // namespace
+
+bool IsCount(double number) { return number >= 0 && number <= kLargestCount && std::trunc(number) == number; }
 
 const JsonValue& ValueChecks::Require(const JsonValue& object, std::string_view key) const {
     const JsonValue* const value = FindMember(object, key);
@@ -118,10 +119,7 @@ void ValueChecks::AllowCount(const JsonValue& object, std::string_view key) cons
 }
 
 void ValueChecks::CheckCount(const JsonValue& value, std::string_view key) const {
-    const double count = value.GetDouble();
-    if (!(count >= 0 && count <= kLargestCount && std::trunc(count) == count)) {
-        RaiseAt(kInvalidPropertyValueAtPath, key, key, kExpectedCount);
-    }
+    if (!IsCount(value.GetDouble())) RaiseAt(kInvalidPropertyValueAtPath, key, key, kExpectedCount);
 }
 
 void ValueChecks::RequireType(const JsonValue& value, std::string_view name, JsonType type) const {

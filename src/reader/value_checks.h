@@ -11,6 +11,10 @@
 
 namespace zentor {
 
+// Counts, digits and lengths are whole and from 0 to 2^53.
+bool IsCount(double number);
+inline constexpr const char* kExpectedCount = "a whole number from 0 to 9007199254740992";
+
 enum class JsonType { kObject, kArray, kString, kNumber, kBoolean };
 
 // Walks along with the checks of one top-level value: it knows the steps from there down to the value being checked.
@@ -50,7 +54,7 @@ public:
     // A string that is one of `allowed`, which `expected` names. Codes 28, 43, 44.
     std::string_view RequireOneOf(const JsonValue& object, std::string_view key,
                                   std::initializer_list<std::string_view> allowed, const char* expected) const;
-    // A number that is whole and from 0 to 2^53. Codes 28, 43, 44.
+    // A count. Codes 28, 43, 44.
     void RequireCount(const JsonValue& object, std::string_view key) const;
     void AllowCount(const JsonValue& object, std::string_view key) const;
 

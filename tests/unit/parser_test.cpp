@@ -139,6 +139,7 @@ TEST(Parser, KeysOfVersion2) {
     const std::string absent = R"({"dynamicSamplesPresentB":false,)";
     ExpectFailures(kV2, {{Outline2(""), ""},
                          {R"({"dataOutline":[],"creator":"","dynamicSamplesPresentB":false,"version":""})", ""},
+                         {R"({"data\u004futline":[],"dynamicSamplesPresentB":false,"version":""})", ""},
                          {present + info + R"(,"dataDynamicSamples":[],"dataOutline":[],"version":"vkjson2.0.0"})", ""},
                          {Outline2("") + "@,", InvalidJson("^1")},
                          {"{@}", Lacking("version, dataOutline, dynamicSamplesPresentB")},

@@ -224,19 +224,28 @@ TEST(Validator, NodesOfVersion1) {
           NoItems("children", "dataOutline[3].children[3]")},
          {R"(["x","y"])", "@[]", NoItems("arrayDisplayNames", array)},
          {R"("+002.50")", "-1e2", ""},
+         {R"("+002.50")", R"(@"2.5 m")", WrongValue("value", "a number", number)},
+         {R"("+002.50")", R"(@"")", WrongValue("value", "a number", number)},
+         {R"("+002.50")", "@true", WrongType("value", "String", number)},
+         {R"({"length":"2","str":"ab  "})", "@5", WrongType("value", "Object", string)},
          {R"({"length":"2","str":"ab  "})", R"(@{"length":"2"})", Missing("str", string + ".value")},
          {R"({"length":"2","str":"ab  "})", R"(@{"str":"ab"})", Missing("length", string + ".value")},
          {length, R"("length":4)", ""},
          {length, R"("length":"004")", ""},
          {length, R"("length":@true)", WrongType("length", "String", string + ".value")},
          {length, R"("length":@"5")", "39: Padded string length cannot be greater than max length."},
-         {length, R"("length":@4.5)", WrongValue("length", "a whole number", string + ".value")},
-         {length, R"("length":@"-1")", WrongValue("length", "a whole number", string + ".value")},
-         {length, R"("length":@"")", WrongValue("length", "a whole number", string + ".value")},
+         {length, R"("length":@4.5)", WrongValue("length", kCount, string + ".value")},
+         {length, R"("length":@"-1")", WrongValue("length", kCount, string + ".value")},
+         {length, R"("length":@"")", WrongValue("length", kCount, string + ".value")},
          {R"("str":"ab  ")", R"("str":@1)", WrongType("str", "String", string + ".value")},
          {R"(["3",4])", "[]", ""},
+         {R"(["3",4])", "@{}", WrongType("value", "Array", values)},
          {R"(["3",4])", R"(["3",@[4]])", WrongType("value", "String", values + ".value[1]")},
          {R"(["3",4])", R"([@"three",4])", WrongValue("value", "a number", values + ".value[0]")}});
+    ExpectFailure(
+        Replaced(Replaced(text, R"("maxLen":4,"eventMarkerB":false}},"value")", R"("eventMarkerB":false}},"value")"),
+                 length, R"("length":@1e300)"),
+        kV1, WrongValue("length", kCount, string + ".value"));
     ExpectChecked(text, kV1, {R"({"matchName":"a1")", values, {{"dataType", "Object"}}});
 }
 
@@ -315,7 +324,9 @@ TEST(Validator, TimeInformation) {
                        {{R"("value":30000)", R"("value":@0)", WrongValue("value", positive, rate)},
                         {R"("value":30000)", R"("value":@-30000)", WrongValue("value", positive, rate)},
                         {R"("scale":1001)", R"("scale":@-0)", WrongValue("scale", positive, rate)},
-                        {R"("scale":1001)", R"("scale":@-1001)", WrongValue("scale", positive, rate)}});
+                        {R"("scale":1001)", R"("scale":@-1001)", WrongValue("scale", positive, rate)},
+                        {R"({"value":30000,"scale":1001})", R"(@{"value":1e300,"scale":1e-300})",
+                         WrongValue("frameRate", "a finite number", steps + "timecodeInfo")}});
         const std::tuple<const char*, const char*, bool> rates[] = {
             {"60000", "1001", true}, {"29.97", "1", true},     {"59.94", "1", true},  {"2997", "100", true},
             {"25", "1", false},      {"30", "1", false},       {"60", "1", false},    {"29.96", "1", false},
