@@ -18,12 +18,12 @@ END
 cmake -G Ninja -S "$work/host" -B "$work/host/build" -DCMAKE_PREFIX_PATH="$work/prefix" >/dev/null
 cmake --build "$work/host/build" >/dev/null
 table="$source/resources/recordings/greenhouse.csv"
-"$work/host/build/host" "$table" "$work/by-cmake.vkjson"
+[ "$("$work/host/build/host" "$table" "$work/by-cmake.vkjson" "[1][0]")" = 12.25 ]
 
 export PKG_CONFIG_PATH="$work/prefix/lib/pkgconfig"
 g++ -std=c++17 "$work/host/host.cpp" $(pkg-config --cflags --libs zentor) -Wl,-rpath,"$work/prefix/lib" -o "$work/plain"
-"$work/plain" "$table" "$work/by-pkgconfig.vkjson"
-"$work/prefix/bin/zentor" convert "$table" -o "$work/by-command.vkjson" --no-validate
+[ "$("$work/plain" "$table" "$work/by-pkgconfig.vkjson" "[1][0]")" = 12.25 ]
+"$work/prefix/bin/zentor" convert "$table" -o "$work/by-command.vkjson"
 cmp "$work/by-cmake.vkjson" "$work/by-command.vkjson"
 cmp "$work/by-pkgconfig.vkjson" "$work/by-command.vkjson"
-! "$work/plain" "$work/missing.csv" "$work/none.vkjson"
+! "$work/plain" "$work/missing.csv" "$work/none.vkjson" "[0]"
