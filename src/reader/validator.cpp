@@ -32,7 +32,7 @@ bool AllowsDropFrame(double framesPerSecond) {
 
 void RequirePositive(ValueChecks& checks, const JsonValue& object, std::string_view key) {
     if (!(checks.Require(object, key, JsonType::kNumber).GetDouble() > 0)) {
-        checks.RaiseAt(kInvalidPropertyValueAtPath, key, key, "a number greater than 0");
+        checks.RaiseValueAt(key, key, "a number greater than 0");
     }
 }
 
@@ -42,9 +42,9 @@ void RequireOneForEachElement(ValueChecks& checks, const JsonValue& properties, 
     const JsonValue* const size = FindMember(properties, words::kArraySize);
     if (size == nullptr || size->GetDouble() == static_cast<double>(items.Size())) return;
     const std::string expected = "as many items as \"arraySize\" says";
-    if (step.empty()) checks.RaiseAt(kInvalidPropertyValueAtPath, key, key, expected);
+    if (step.empty()) checks.RaiseValueAt(key, key, expected);
     const auto into = checks.Into(step);
-    checks.RaiseAt(kInvalidPropertyValueAtPath, key, key, expected);
+    checks.RaiseValueAt(key, key, expected);
 }
 
 }  // namespace
@@ -72,7 +72,7 @@ void ZT_VkjsonValidator::TimecodeInfo(ValueChecks& checks, const JsonValue& info
     const double value = FindMember(frameRate, words::kValue)->GetDouble();
     const double scale = FindMember(frameRate, words::kScale)->GetDouble();
     if (!std::isfinite(value / scale)) {
-        checks.RaiseAt(kInvalidPropertyValueAtPath, words::kFrameRate, words::kFrameRate, "a finite number");
+        checks.RaiseValueAt(words::kFrameRate, words::kFrameRate, "a finite number");
     }
     if (dropFrame && !AllowsDropFrame(value / scale)) {
         Raise({kNonSupportedFrameRate, checks.OffsetOf(words::kFrameRate)});

@@ -12,8 +12,8 @@ namespace {
 void CheckNumberText(const ValueChecks& checks, const JsonValue& value, std::string_view key) {
     double number = 0;
     if (value.IsNumber() || (value.IsString() && ReadNumberText(value, number))) return;
-    if (value.IsString()) checks.RaiseAt(kInvalidPropertyValueAtPath, words::kValue, key, "a number");
-    checks.RaiseAt(kInvalidPropertyTypeAtPath, words::kValue, key, Quoted("JSON String"));
+    if (value.IsString()) checks.RaiseValueAt(words::kValue, key, "a number");
+    checks.RaiseTypeAt(words::kValue, key, JsonType::kString);
 }
 
 void CheckNumberArray(ValueChecks& checks, const JsonValue& node) {
@@ -33,7 +33,7 @@ void CheckPaddedString(ValueChecks& checks, const JsonValue& node) {
     if (!length.IsNumber()) checks.Require(value, words::kLength, JsonType::kString);
     double count = 0;
     if (!ReadLength(length, count)) {
-        checks.RaiseAt(kInvalidPropertyValueAtPath, words::kLength, words::kLength, kExpectedCount);
+        checks.RaiseValueAt(words::kLength, words::kLength, kExpectedCount);
     }
     const JsonValue& properties = *FindMember(*FindMember(node, words::kDataType), words::kPaddedStringProperties);
     const JsonValue* const maxLength = FindMember(properties, words::kMaxLen);

@@ -105,7 +105,7 @@ std::string_view ValueChecks::RequireOneOf(const JsonValue& object, std::string_
                                            const char* expected) const {
     const std::string_view text = TextOf(Require(object, key, JsonType::kString));
     if (std::find(allowed.begin(), allowed.end(), text) == allowed.end()) {
-        RaiseAt(kInvalidPropertyValueAtPath, key, key, expected);
+        RaiseValueAt(key, key, expected);
     }
     return text;
 }
@@ -119,7 +119,7 @@ void ValueChecks::AllowCount(const JsonValue& object, std::string_view key) cons
 }
 
 void ValueChecks::CheckCount(const JsonValue& value, std::string_view key) const {
-    if (!IsCount(value.GetDouble())) RaiseAt(kInvalidPropertyValueAtPath, key, key, kExpectedCount);
+    if (!IsCount(value.GetDouble())) RaiseValueAt(key, key, kExpectedCount);
 }
 
 void ValueChecks::RequireType(const JsonValue& value, std::string_view name, JsonType type) const {
@@ -127,21 +127,23 @@ void ValueChecks::RequireType(const JsonValue& value, std::string_view name, Jso
 }
 
 void ValueChecks::CheckType(const JsonValue& value, std::string_view name, std::string_view key, JsonType type) const {
-    if (!IsOfType(value, type)) RaiseAt(kInvalidPropertyTypeAtPath, name, key, Quoted(NameOf(type)));
+    if (!IsOfType(value, type)) RaiseTypeAt(name, key, type);
 }
 
 void ValueChecks::RequireElements(const JsonValue& array, std::string_view key) const {
     if (array.Empty()) RaiseAt(kEmptyArrayAtPath, key, key);
 }
 
-void ValueChecks::RaiseAt(const ErrorEntry& entry, std::string_view name, std::string_view key,
-                          std::string_view expected) const {
-    const std::string place = Quoted(Place());
-    const ZT_ErrorInfo info(entry, OffsetOf(key));
-    // The type comes before the place in a message, an expected value after it.
-    if (entry.key == kInvalidPropertyTypeAtPath.key) Raise(info, name, expected, place);
-    if (expected.empty()) Raise(info, name, place);
-    Raise(info, name, place, expected);
+void ValueChecks::RaiseAt(const ErrorEntry& entry, std::string_view name, std::string_view key) const {
+    Raise({entry, OffsetOf(key)}, name, Quoted(Place()));
+}
+
+void ValueChecks::RaiseValueAt(std::string_view name, std::string_view key, std::string_view expected) const {
+    Raise({kInvalidPropertyValueAtPath, OffsetOf(key)}, name, Quoted(Place()), expected);
+}
+
+void ValueChecks::RaiseTypeAt(std::string_view name, std::string_view key, JsonType expected) const {
+    Raise({kInvalidPropertyTypeAtPath, OffsetOf(key)}, name, Quoted(NameOf(expected)), Quoted(Place()));
 }
 
 std::int64_t ValueChecks::OffsetOf(std::string_view key) const {

@@ -63,10 +63,13 @@ public:
     // Code 47.
     void RequireElements(const JsonValue& array, std::string_view key) const;
 
-    // The failure of a member of the object at this place (of the value itself when `key` is empty), with the name and
-    // the place as first parameters and `expected` as third.
-    [[noreturn]] void RaiseAt(const ErrorEntry& entry, std::string_view name, std::string_view key,
-                              std::string_view expected = {}) const;
+    // The failure of a member of the object at this place, or of the value itself when `key` is empty; `name` is what
+    // the message calls it.
+    [[noreturn]] void RaiseAt(const ErrorEntry& entry, std::string_view name, std::string_view key) const;
+    // Code 44, with what was expected.
+    [[noreturn]] void RaiseValueAt(std::string_view name, std::string_view key, std::string_view expected) const;
+    // Code 43.
+    [[noreturn]] void RaiseTypeAt(std::string_view name, std::string_view key, JsonType expected) const;
     // The byte offset of a member of the object at this place, or of the value at this place when `key` is empty.
     std::int64_t OffsetOf(std::string_view key = {}) const;
     // The place in words, e.g. dataOutline[0]/["dataType"].
