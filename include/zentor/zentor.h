@@ -13,8 +13,9 @@
 // Ownership. The host owns nothing that it receives. A manager goes back with DestroyZentor_1, a file handler with
 // IZentor::CloseFile, a stream with IZentor::ReleaseStream; each nulls the host's pointer.
 //
-// Threads. Every exported function and every operation of IZentor may be called from any thread. A stream or a file
-// handler is used by one thread at a time. The library starts no threads; callbacks run on the calling thread.
+// Threads. Every exported function and every operation of IZentor may be called from any thread. A stream is used by
+// one thread at a time. The queries of a file handler may run on several threads at once; the close that ends its use
+// comes after them. The library starts no threads; callbacks run on the calling thread.
 #ifndef ZENTOR_ZENTOR_H
 #define ZENTOR_ZENTOR_H
 
@@ -253,15 +254,16 @@ struct IZentor {
     // now; a report's first detail is its byte offset. A file that is open already gives the same handler again, and
     // each call needs one CloseFile. *handler is null after a failure, and no file is changed or left behind.
     //
-    // With an output path (null or empty: none) the document is kept there, and replaces the content of a file that is
-    // there already. What is kept of a path that is open already are the bytes of the input path itself, converted or
-    // not. Output and input being the same file is no failure when the input is a document: nothing is copied.
+    // With an output path (null or empty: none) the document is kept there, and takes the place of a file that is there
+    // already, once nothing can fail any more. What is kept of a path that is open already are the bytes of the input
+    // path itself, converted or not. Output and input being the same file is no failure when the input is a document:
+    // nothing is copied.
     //
-    // Codes of the arguments and of conversion: those of ConvertFile, but for 11; and 7 (the output cannot be created,
-    // is the input, or is an open document), 58 (the output's folder does not exist), 15, 21, 22 (the converted
-    // document cannot be put in the output's place), 34 (disk full), 55. Codes of the document: 5, 6, 21 (it cannot be
-    // mapped, or its samples cannot be copied to a temporary file), 14 and 15 (there can be no temporary file), 28 to
-    // 32, 37, 39 to 44, 46, 47, 54.
+    // Codes of the arguments and of conversion: those of ConvertFile; and 4, 7 (the output is not a file, cannot be
+    // written, is the input, or is an open document), 58 (the output's folder does not exist), 15, 21, 22 (the
+    // converted document cannot be put in the output's place), 34 (disk full), 55. Codes of the document: 5, 6, 21 (it
+    // cannot be mapped, or its samples cannot be copied to a temporary file), 14 and 15 (there can be no temporary
+    // file), 28 to 32, 37, 39 to 44, 46, 47, 54.
     virtual ZT_Result OpenFile(ISensorFileHandler** handler, const char* inputPath,
                                const char* outputPath) noexcept = 0;
     // slot 1: gives back a handler that OpenFile returned. The last close of a document unmaps it, deletes it when it

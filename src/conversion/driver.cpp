@@ -51,7 +51,7 @@ std::shared_ptr<DocumentRecord> RecordOfDocument(const std::string& path, bool i
 std::shared_ptr<DocumentRecord> CreateDocumentFor(const InputFile& input, const std::string& outputPath) {
     if (outputPath.empty()) return CreateTemporaryDocument(File_IO::TempFolder(), true);
     if (File_IO::IsSameFile(input.path, outputPath)) Raise(kCreateFile, Quoted("File_IO::Create"));
-    return CreateTemporaryDocument(CheckOutputFolder(outputPath), false);
+    return CreateTemporaryDocument(CheckOutput(outputPath), false);
 }
 
 }  // namespace
@@ -64,8 +64,11 @@ InputFile CheckInput(const char* inputPath) {
 
 std::shared_ptr<DocumentRecord> PrepareInput(const InputFile& input, const std::string& outputPath) {
     const std::string extension = ExtensionOf(input.path);
-    if (extension == "vkjson") return RecordOfDocument(input.path, false);
-    if (IsVkjsonDocument(input.path)) return RecordOfDocument(input.path, true);
+    const bool isNamedDocument = extension == "vkjson";
+    if (isNamedDocument || IsVkjsonDocument(input.path)) {
+        if (!outputPath.empty() && !File_IO::IsSameFile(input.path, outputPath)) CheckOutput(outputPath);
+        return RecordOfDocument(input.path, !isNamedDocument);
+    }
     const NativeFormat* format = FindConvertibleFormat(LowerCaseAscii(extension));
     if (format == nullptr) Raise(kFileFormatNotSupported);
     auto record = CreateDocumentFor(input, outputPath);
@@ -74,7 +77,7 @@ std::shared_ptr<DocumentRecord> PrepareInput(const InputFile& input, const std::
 }
 
 IVkjsonStream* ConversionDriver::MakeStream(std::shared_ptr<DocumentRecord> record, const std::string& inputPath) {
-    auto stream = std::make_unique<VkjsonStreamImpl>(std::move(record), inputPath);
+    auto stream = std::make_unique<VkjsonStreamImpl>(std::move(record), inputPath, openDocuments_);
     IVkjsonStream* const handle = stream.get();
     const std::lock_guard lock(streamsMutex_);
     streams_.emplace(handle, std::move(stream));

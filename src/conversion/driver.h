@@ -15,12 +15,15 @@ struct NativeFormat;
 // Thread-safe.
 class ConversionDriver {
 public:
+    explicit ConversionDriver(OpenDocuments& openDocuments) : openDocuments_(openDocuments) {}
+
     // Makes a stream of the document that stands for the input at `inputPath`, which is absolute. Code 11.
     IVkjsonStream* MakeStream(std::shared_ptr<DocumentRecord> record, const std::string& inputPath);
     // Destroys a stream. Codes 56 (there are none), 57 (not one of these).
     void ReleaseStream(IVkjsonStream* stream);
 
 private:
+    OpenDocuments& openDocuments_;
     std::mutex streamsMutex_;
     std::map<IVkjsonStream*, std::unique_ptr<VkjsonStreamImpl>> streams_;
 };
@@ -36,8 +39,7 @@ InputFile CheckInput(const char* inputPath);
 
 // The document that stands for an input: the input itself when it is a vkjson document, or a temporary document that a
 // converter makes now. It stands in the folder for temporary files, or in the folder of `outputPath`, an absolute path,
-// when that is not empty. Codes 7 (the output is the input), 14, 15, 25, 58 (the output's folder does not exist), 1506,
-// and the codes of converters.
+// when that is not empty. Codes of CheckOutput, 7 (the output is the input), 14, 15, 25, 1506, and those of converters.
 std::shared_ptr<DocumentRecord> PrepareInput(const InputFile& input, const std::string& outputPath);
 
 }  // namespace zentor

@@ -1,5 +1,8 @@
 #include "conversion/output_placement.h"
 
+#include "conversion/document_copy.h"
+#include "errors/exception.h"
+#include "errors/last_exception.h"
 #include "errors/raise.h"
 #include "util/file_io.h"
 
@@ -7,57 +10,72 @@ namespace zentor {
 
 namespace {
 
-// Whether a file is there that the document has to replace.
-bool ReplacesFile(const std::string& output) {
-    switch (File_IO::GetFileMode(output)) {
-        case PathKind::kNone:
-            return false;
-        case PathKind::kFile:
-            return true;
-        default:
-            Raise(kNotAFile, Quoted("File_IO::Create"));
-    }
-}
+[[noreturn]] void RefuseOutput() { Raise(kCreateFile, Quoted("File_IO::Create")); }
 
-void Exchange(const std::string& from, const std::string& to, bool replaces) {
-    if (replaces) {
-        File_IO::SwapData(to, from);
-    } else {
-        File_IO::Rename(from, to);
-    }
+// Exchanging files goes by their folder's permissions alone; a file that is protected itself is not to be replaced.
+void CheckWritable(const std::string& path) {
+    FileHandle file = kNoFile;
+    if (os::OpenFile(path, true, Access::kReadWrite, file) != os::Status::kOk) RefuseOutput();
+    os::CloseFile(file);
 }
 
 }  // namespace
 
+std::string CheckOutput(const std::string& output) {
+    const std::size_t separator = output.find_last_of(os::kPathSeparators);
+    // The separator stays: the folder may be the root.
+    const std::string folder = output.substr(0, separator == std::string::npos ? 0 : separator + 1);
+    if (File_IO::GetFileMode(folder) != PathKind::kFolder) Raise(kDirectoryDoesNotExist);
+    const PathKind kind = File_IO::GetFileMode(output);
+    if (kind == PathKind::kFile) {
+        CheckWritable(output);
+    } else if (kind != PathKind::kNone) {
+        Raise(kNotAFile, Quoted("File_IO::Create"));
+    }
+    return folder;
+}
+
+std::shared_ptr<DocumentRecord> CopyBeside(const std::string& from, const std::string& output) {
+    auto record = CreateTemporaryDocument(CheckOutput(output), false);
+    CopyDocument(from, record->documentPath);
+    return record;
+}
+
 OutputPlacement::OutputPlacement(std::shared_ptr<DocumentRecord> record, const std::string& output)
-    : record_(std::move(record)), temporaryPath_(output), replacesFile_(ReplacesFile(output)) {
-    Exchange(record_->documentPath, output, replacesFile_);
-    record_->documentPath.swap(temporaryPath_);
+    : record_(std::move(record)) {
+    std::string made = output;  // nothing can fail once the files have changed places
+    if (File_IO::GetFileMode(output) == PathKind::kNone) {
+        File_IO::Rename(record_->documentPath, output);
+    } else {
+        os::CopyPermissions(output, record_->documentPath);
+        File_IO::SwapData(output, record_->documentPath);
+        replacedPath_.swap(record_->documentPath);
+    }
+    record_->documentPath.swap(made);
     record_->isTemporary = false;
 }
 
 OutputPlacement::~OutputPlacement() {
-    if (isKept_) return;
+    if (!isKept_) TakeBack();
+}
+
+void OutputPlacement::TakeBack() noexcept {
+    record_->isTemporary = true;
+    if (replacedPath_.empty()) return;        // the document goes from where it is
+    const auto failure = GetLastException();  // the one that is being reported
     try {
-        Exchange(record_->documentPath, temporaryPath_, replacesFile_);
-        record_->documentPath.swap(temporaryPath_);
-        record_->isTemporary = true;
+        File_IO::SwapData(record_->documentPath, replacedPath_);
+        record_->documentPath.swap(replacedPath_);
     } catch (...) {
-        // Whatever was there before stays under the temporary name rather than be lost.
+        // Both stay where they are rather than that the one that was there before is lost.
+        record_->isTemporary = false;
+        if (failure) SetLastException(*failure);
     }
 }
 
 void OutputPlacement::Keep() noexcept {
     isKept_ = true;
-    if (replacesFile_) DeleteQuietly(temporaryPath_);
-}
-
-std::string CheckOutputFolder(const std::string& output) {
-    const std::size_t separator = output.find_last_of(os::kPathSeparators);
-    // The separator stays: the folder may be the root.
-    const std::string folder = output.substr(0, separator == std::string::npos ? 0 : separator + 1);
-    if (File_IO::GetFileMode(folder) != PathKind::kFolder) Raise(kDirectoryDoesNotExist);
-    return folder;
+    if (!replacedPath_.empty()) DeleteQuietly(replacedPath_);
 }
 
 }  // namespace zentor

@@ -1,4 +1,4 @@
-// Puts a converted document where the host wants it.
+// Puts a document where the host wants it.
 #pragma once
 
 #include <memory>
@@ -8,11 +8,19 @@
 
 namespace zentor {
 
-// Puts the temporary document of `record` at `output`, and takes it back at the end of its life unless it is kept.
+// Checks that a document may be put at `output`: codes 4 (something other than a file is there), 7 (the file that is
+// there cannot be written), 58 (its folder does not exist). Returns the folder.
+std::string CheckOutput(const std::string& output);
+
+// A temporary document beside `output` with the bytes of a file. Codes of CheckOutput, 6, 8, 11, 12, 15, 34, 55.
+std::shared_ptr<DocumentRecord> CopyBeside(const std::string& from, const std::string& output);
+
+// Puts the temporary document of `record`, which stands beside `output`, at `output`, and takes it back at the end of
+// its life unless it is kept. The document must not be open then.
 class OutputPlacement {
 public:
     // Renames the document, or exchanges it with the file that is there; the record then stands for the output and is
-    // no longer temporary. Codes 4 (something other than a file is there), 15, 21, 22.
+    // no longer temporary. Codes 15, 21, 22.
     OutputPlacement(std::shared_ptr<DocumentRecord> record, const std::string& output);
     ~OutputPlacement();
     OutputPlacement(const OutputPlacement&) = delete;
@@ -22,13 +30,11 @@ public:
     void Keep() noexcept;
 
 private:
+    void TakeBack() noexcept;
+
     std::shared_ptr<DocumentRecord> record_;
-    std::string temporaryPath_;
-    bool replacesFile_;
+    std::string replacedPath_;  // where the file that was there before is now; empty when there was none
     bool isKept_ = false;
 };
-
-// Checks that an output can be written: code 58 when its folder does not exist. Returns the folder.
-std::string CheckOutputFolder(const std::string& output);
 
 }  // namespace zentor

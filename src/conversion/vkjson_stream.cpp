@@ -21,9 +21,11 @@ std::uint32_t StreamLength(FileHandle file) {
 
 }  // namespace
 
-VkjsonStreamImpl::VkjsonStreamImpl(std::shared_ptr<DocumentRecord> record, std::string inputPath)
+VkjsonStreamImpl::VkjsonStreamImpl(std::shared_ptr<DocumentRecord> record, std::string inputPath,
+                                   OpenDocuments& openDocuments)
     : record_(std::move(record)),
       inputPath_(std::move(inputPath)),
+      openDocuments_(openDocuments),
       document_(File_IO::Open(record_->documentPath, true, Access::kRead)),
       size_(StreamLength(document_.get())),
       remaining_(size_) {}
@@ -53,7 +55,9 @@ ZT_Result VkjsonStreamImpl::SaveTo(const char* path) noexcept {
         CheckInputFilePath(path);
         const std::string target = File_IO::AbsolutePath(path);
         if (File_IO::IsSameFile(target, record_->documentPath)) return;
-        if (File_IO::IsSameFile(target, inputPath_)) Raise(kCreateFile, Quoted("File_IO::Create"));
+        if (File_IO::IsSameFile(target, inputPath_) || openDocuments_.IsOpen(target)) {
+            Raise(kCreateFile, Quoted("File_IO::Create"));
+        }
         CopyDocument(record_->documentPath, target);
     });
 }

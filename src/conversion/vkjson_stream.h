@@ -6,6 +6,7 @@
 #include <string>
 
 #include "conversion/document_record.h"
+#include "conversion/open_documents.h"
 #include "model/shared_object_impl.h"
 #include "util/file_io.h"
 #include "zentor/zentor.h"
@@ -22,7 +23,7 @@ public:
 class VkjsonStreamImpl final : public IVkjsonStream_I, public ZT_PLUGIN::SharedObjectImpl {
 public:
     // `inputPath` is absolute. Code 11 when the document is of 4 GiB or more: the interface counts in 32 bits.
-    VkjsonStreamImpl(std::shared_ptr<DocumentRecord> record, std::string inputPath);
+    VkjsonStreamImpl(std::shared_ptr<DocumentRecord> record, std::string inputPath, OpenDocuments& openDocuments);
     ~VkjsonStreamImpl() override = default;
 
     std::uint32_t Read(void* buffer, const std::uint32_t* count) noexcept override;
@@ -42,6 +43,7 @@ private:
 
     std::shared_ptr<DocumentRecord> record_;  // before the file, so that it is closed when the document is deleted
     std::string inputPath_;
+    OpenDocuments& openDocuments_;
     FileCloser document_;
     std::uint32_t size_;
     std::uint32_t remaining_;

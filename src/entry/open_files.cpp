@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "conversion/document_copy.h"
 #include "conversion/output_placement.h"
 #include "errors/raise.h"
 #include "util/file_io.h"
@@ -11,86 +10,114 @@ namespace zentor {
 
 namespace {
 
-std::unique_ptr<SensorFileHandlerImpl> OpenDocument(const InputFile& input, const std::string& outputPath) {
+// A document that is open, and put at its output until that is kept. The handler goes first: it has mapped the output.
+struct OpenedDocument {
+    std::unique_ptr<OutputPlacement> placement;
+    std::unique_ptr<SensorFileHandlerImpl> handler;
+};
+
+OpenedDocument OpenDocument(const InputFile& input, const std::string& outputPath) {
+    OpenedDocument opened;
     std::shared_ptr<DocumentRecord> record = PrepareInput(input, outputPath);
-    if (outputPath.empty()) return std::make_unique<SensorFileHandlerImpl>(input.path, std::move(record));
-    if (record->isTemporary) {
+    const bool isConverted = record->isTemporary;
+    if (isConverted && !outputPath.empty()) {
         // Before it is mapped: a mapped file cannot be renamed everywhere.
-        OutputPlacement placement(record, outputPath);
-        auto handler = std::make_unique<SensorFileHandlerImpl>(input.path, record);
-        placement.Keep();
-        return handler;
+        opened.placement = std::make_unique<OutputPlacement>(record, outputPath);
     }
-    CheckOutputFolder(outputPath);
-    auto handler = std::make_unique<SensorFileHandlerImpl>(input.path, record);
-    if (!File_IO::IsSameFile(input.path, outputPath)) CopyDocument(input.path, outputPath);
-    return handler;
+    opened.handler = std::make_unique<SensorFileHandlerImpl>(input.path, std::move(record));
+    if (!isConverted && !outputPath.empty() && !File_IO::IsSameFile(input.path, outputPath)) {
+        opened.placement = std::make_unique<OutputPlacement>(CopyBeside(input.path, outputPath), outputPath);
+    }
+    return opened;
 }
+
+bool IsAmong(const std::multiset<std::string>& paths, const std::string& path) {
+    return std::any_of(paths.begin(), paths.end(),
+                       [&](const std::string& other) { return other == path || File_IO::IsSameFile(other, path); });
+}
+
+[[noreturn]] void RefuseOutput() { Raise(kCreateFile, Quoted("File_IO::Create")); }
 
 }  // namespace
 
-// An input that is being opened. The others who want it wait until this ends.
-class OpenFiles::OpeningScope {
+// An input that is being opened and an output that is being written, while the lock is not held.
+class OpenFiles::Reservation {
 public:
-    OpeningScope(OpenFiles& files, std::unique_lock<std::mutex>& lock, const std::string& inputPath)
-        : files_(files), lock_(lock), place_(files.opening_.insert(inputPath).first) {
+    Reservation(OpenFiles& files, std::unique_lock<std::mutex>& lock, const std::string& inputPath,
+                const std::string& outputPath)
+        : files_(files), lock_(lock), input_(files.inputsAtWork_.insert(inputPath)) {
+        try {
+            output_ = files.outputsAtWork_.insert(outputPath);
+        } catch (...) {
+            files.inputsAtWork_.erase(input_);
+            throw;
+        }
         lock_.unlock();
     }
-    ~OpeningScope() {
+    ~Reservation() {
         if (!lock_.owns_lock()) lock_.lock();
-        files_.opening_.erase(place_);
-        files_.opened_.notify_all();
+        files_.inputsAtWork_.erase(input_);
+        files_.outputsAtWork_.erase(output_);
+        files_.reservationsChanged_.notify_all();
     }
-    OpeningScope(const OpeningScope&) = delete;
-    OpeningScope& operator=(const OpeningScope&) = delete;
+    Reservation(const Reservation&) = delete;
+    Reservation& operator=(const Reservation&) = delete;
 
 private:
     OpenFiles& files_;
     std::unique_lock<std::mutex>& lock_;
-    std::set<std::string>::iterator place_;
+    std::multiset<std::string>::iterator input_;
+    std::multiset<std::string>::iterator output_;
 };
 
 ISensorFileHandler* OpenFiles::Open(const InputFile& input, const std::string& outputPath) {
     std::unique_lock lock(mutex_);
-    if (SensorFileHandlerImpl* const handler = TakeOpenOne(lock, input.path)) {
-        const bool isAtOutput = outputPath.empty() || File_IO::IsSameFile(handler->DocumentPath(), outputPath);
-        if (isAtOutput) return handler;
-        try {
-            CheckOutputIsNotOpen(outputPath);
-            lock.unlock();
-            CheckOutputFolder(outputPath);
-            CopyDocument(input.path, outputPath);
-        } catch (...) {
-            if (lock.owns_lock()) lock.unlock();
-            Close(handler);
-            throw;
-        }
-        return handler;
+    reservationsChanged_.wait(lock, [&] { return !IsBusy(input.path, outputPath); });
+    SensorFileHandlerImpl* const open = TakeOpenOne(input.path);
+    if (open == nullptr) {
+        if (!outputPath.empty() && IsOpenDocument(outputPath)) RefuseOutput();
+        const Reservation reservation(*this, lock, input.path, outputPath);
+        OpenedDocument opened = OpenDocument(input, outputPath);
+        lock.lock();
+        const auto entry = entries_.emplace(input.path, Entry{std::move(opened.handler), 1}).first;
+        if (opened.placement) opened.placement->Keep();
+        return entry->second.handler.get();
     }
-    if (!outputPath.empty()) CheckOutputIsNotOpen(outputPath);
-    const OpeningScope opening(*this, lock, input.path);
-    auto handler = OpenDocument(input, outputPath);
-    SensorFileHandlerImpl* const opened = handler.get();
-    lock.lock();
-    entries_.emplace(input.path, Entry{std::move(handler), 1});
-    return opened;
+    if (outputPath.empty() || File_IO::IsSameFile(open->DocumentPath(), outputPath)) return open;
+    try {
+        if (File_IO::IsSameFile(input.path, outputPath) || IsOpenDocument(outputPath)) RefuseOutput();
+        const Reservation reservation(*this, lock, input.path, outputPath);
+        // The input's own bytes, even where the open document was converted from them.
+        OutputPlacement(CopyBeside(input.path, outputPath), outputPath).Keep();
+    } catch (...) {
+        if (lock.owns_lock()) lock.unlock();
+        Close(open);
+        throw;
+    }
+    return open;
 }
 
-SensorFileHandlerImpl* OpenFiles::TakeOpenOne(std::unique_lock<std::mutex>& lock, const std::string& inputPath) {
-    opened_.wait(lock, [&] { return !opening_.contains(inputPath); });
+bool OpenFiles::IsBusy(const std::string& inputPath, const std::string& outputPath) const {
+    if (inputsAtWork_.contains(inputPath)) return true;
+    return !outputPath.empty() && IsAmong(outputsAtWork_, outputPath);
+}
+
+SensorFileHandlerImpl* OpenFiles::TakeOpenOne(const std::string& inputPath) {
     const auto found = entries_.find(inputPath);
     if (found == entries_.end()) return nullptr;
     ++found->second.useCount;
     return found->second.handler.get();
 }
 
-// An open document is mapped; writing to its file would pull it away from under its handler.
-void OpenFiles::CheckOutputIsNotOpen(const std::string& outputPath) {
-    for (const auto& [path, entry] : entries_) {
-        if (File_IO::IsSameFile(entry.handler->DocumentPath(), outputPath)) {
-            Raise(kCreateFile, Quoted("File_IO::Create"));
-        }
-    }
+bool OpenFiles::IsOpenDocument(const std::string& path) const {
+    return std::any_of(entries_.begin(), entries_.end(), [&](const auto& entry) {
+        return File_IO::IsSameFile(entry.second.handler->DocumentPath(), path);
+    });
+}
+
+bool OpenFiles::IsOpen(const std::string& path) {
+    const std::lock_guard lock(mutex_);
+    return IsOpenDocument(path) || IsAmong(inputsAtWork_, path) || IsAmong(outputsAtWork_, path);
 }
 
 bool OpenFiles::Close(const ISensorFileHandler* handler) {

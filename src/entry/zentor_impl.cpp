@@ -15,7 +15,7 @@ ZT_Result ZentorImpl::OpenFile(ISensorFileHandler** handler, const char* inputPa
         std::string output;
         if (outputPath != nullptr && *outputPath != '\0') {
             CheckInputFilePath(outputPath);
-            output = File_IO::AbsolutePath(outputPath);
+            output = File_IO::ResolveLinks(File_IO::AbsolutePath(outputPath));
         }
         *handler = openFiles_.Open(input, output);
     });

@@ -32,8 +32,8 @@ public:
 private:
     void OnUnreferenced() noexcept override {}
 
-    ConversionDriver driver_;
     OpenFiles openFiles_;
+    ConversionDriver driver_{openFiles_};
 };
 
 }  // namespace zentor

@@ -19,4 +19,12 @@ std::string Quoted(std::string_view name) {
     return quoted;
 }
 
+std::string Excerpt(std::string_view text) {
+    constexpr std::size_t kLongest = 1024;
+    if (text.size() <= kLongest) return std::string(text);
+    std::size_t end = kLongest;
+    while ((static_cast<unsigned char>(text[end]) & 0xC0) == 0x80 && end > kLongest - 3) --end;  // whole characters
+    return std::string(text.substr(0, end)) + "...";
+}
+
 }  // namespace zentor

@@ -29,4 +29,7 @@ struct ZT_ErrorInfo {
 // A parameter that names a type, a path or a calling operation is shown in double quotes.
 std::string Quoted(std::string_view name);
 
+// A text of a document as a parameter: the beginning of it when it is long.
+std::string Excerpt(std::string_view text);
+
 }  // namespace zentor

@@ -2,6 +2,8 @@
 // decoding, so values live no longer than the mapping. Assertions of the library become failures with code 19.
 #pragma once
 
+#include <cstdlib>
+#include <new>
 #include <string_view>
 
 namespace zentor {
@@ -14,8 +16,31 @@ namespace zentor {
 
 namespace zentor {
 
-using JsonDocument = rapidjson::Document;
-using JsonValue = rapidjson::Value;
+// RapidJSON does not look whether it has got the memory that it has asked for.
+class JsonMemory {
+public:
+    static const bool kNeedFree = true;
+
+    void* Malloc(std::size_t size) { return size == 0 ? nullptr : Checked(std::malloc(size)); }
+    void* Realloc(void* memory, std::size_t, std::size_t size) {
+        if (size != 0) return Checked(std::realloc(memory, size));
+        std::free(memory);
+        return nullptr;
+    }
+    static void Free(void* memory) { std::free(memory); }
+
+    bool operator==(const JsonMemory&) const { return true; }
+
+private:
+    static void* Checked(void* memory) {
+        if (memory == nullptr) throw std::bad_alloc();
+        return memory;
+    }
+};
+
+using JsonPool = rapidjson::MemoryPoolAllocator<JsonMemory>;
+using JsonValue = rapidjson::GenericValue<rapidjson::UTF8<>, JsonPool>;
+using JsonDocument = rapidjson::GenericDocument<rapidjson::UTF8<>, JsonPool, JsonMemory>;
 using JsonSize = rapidjson::SizeType;
 
 inline std::string_view TextOf(const JsonValue& string) { return {string.GetString(), string.GetStringLength()}; }

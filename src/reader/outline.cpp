@@ -52,7 +52,7 @@ const JsonValue& Outline::Child(const JsonValue& siblings, const ZT_DataPathItem
         const JsonValue& node = siblings[static_cast<JsonSize>(item.index)];
         const std::string_view name = TextOf(*FindMember(node, words::kMatchName));
         if (!item.matchName.empty() && item.matchName != name) {
-            Raise(kMatchNameNotMatching, name, item.index, itemNumber, item.matchName);
+            Raise(kMatchNameNotMatching, Excerpt(name), item.index, itemNumber, item.matchName);
         }
         return node;
     }

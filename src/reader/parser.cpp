@@ -87,7 +87,7 @@ TopLevelKey ZT_VkjsonParser::ReadProperty() {
     const std::size_t keyOffset = cursor_.Offset();
     RawString key;
     if (!cursor_.TakeString(key)) Raise({kInvalidKeyMissingQuotes, Detail(keyOffset)});
-    const std::string name = key.Decoded();
+    const std::string name = Excerpt(key.Decoded());
     cursor_.SkipWhiteSpace();
     if (!cursor_.Skip(':')) Raise({kInvalidPropertyMissingColon, Detail(cursor_.Offset())}, name);
     const auto found = std::find(kNames.begin(), kNames.end(), name);
@@ -162,7 +162,7 @@ void ZT_VkjsonParser::RegisterDynamicNodes(ValueChecks& checks, const JsonValue&
         }
         const std::string_view id = TextOf(*FindMember(node, words::kSampleSetId));
         if (!document_.dynamicNodes.emplace(id, &node).second) {
-            Raise({kDuplicateSampleId, checks.OffsetOf(words::kSampleSetId)}, id);
+            Raise({kDuplicateSampleId, checks.OffsetOf(words::kSampleSetId)}, Excerpt(id));
         }
     }
 }

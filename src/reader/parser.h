@@ -78,8 +78,6 @@ protected:
     void KeepTimecodeInfo(ValueChecks& checks, const JsonValue& info);
     void KeepVideoSyncTimeList(ValueChecks& checks, const JsonValue& list);
 
-    VkjsonDocument& document() { return document_; }
-
 private:
     TopLevelKey ReadProperty();
     void ReadCommonProperty(TopLevelKey key, std::size_t keyOffset);

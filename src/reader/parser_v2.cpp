@@ -41,7 +41,8 @@ void ZT_VkjsonParser_v2::ReadDynamicDataInfo() {
     ValueChecks& checks = read.checks;
     const std::string_view first = info.ObjectEmpty() ? std::string_view("") : TextOf(info.MemberBegin()->name);
     if (first != words::kUseTimecode) {
-        Raise({kTopPropertyNotTimeInfo, checks.OffsetOf(first)}, words::kDynamicDataInfo, words::kUseTimecode, first);
+        Raise({kTopPropertyNotTimeInfo, checks.OffsetOf(first)}, words::kDynamicDataInfo, words::kUseTimecode,
+              Excerpt(first));
     }
     const bool useTimecode = checks.Require(info, words::kUseTimecode, JsonType::kBoolean).GetBool();
     const std::string_view refused = useTimecode ? words::kUtcInfo : words::kTimecodeInfo;

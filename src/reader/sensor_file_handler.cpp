@@ -44,15 +44,12 @@ void ForEachChild(const Outline& outline, ZT_DataPath parent, Take&& take) {
 }
 
 void FillChildren(const Outline& outline, ZT_DataPath parent, ZT_GroupChildren& children) {
-    try {
-        ForEachChild(outline, std::move(parent), [&](const ZT_DataPath& path, JsonSize count) {
-            children.paths.reserve(count);
-            children.paths.push_back(path);
-        });
-    } catch (...) {
-        children = {};
-        throw;
-    }
+    ZT_GroupChildren filled;
+    ForEachChild(outline, std::move(parent), [&](const ZT_DataPath& path, JsonSize count) {
+        if (filled.paths.empty()) filled.paths.reserve(count);
+        filled.paths.push_back(path);
+    });
+    children = std::move(filled);
 }
 
 void HandOverChildren(const Outline& outline, const char* dataPath, void* handle) {

@@ -71,8 +71,9 @@ void ZT_VkjsonValidator::TimecodeInfo(ValueChecks& checks, const JsonValue& info
     const bool dropFrame = checks.Require(info, words::kDropFrame, JsonType::kBoolean).GetBool();
     const double value = FindMember(frameRate, words::kValue)->GetDouble();
     const double scale = FindMember(frameRate, words::kScale)->GetDouble();
-    if (!std::isfinite(value / scale)) {
-        checks.RaiseValueAt(words::kFrameRate, words::kFrameRate, "a finite number");
+    // Two numbers that are in range can make one that is not.
+    if (!std::isfinite(value / scale) || value / scale == 0) {
+        checks.RaiseValueAt(words::kFrameRate, words::kFrameRate, "a number greater than 0");
     }
     if (dropFrame && !AllowsDropFrame(value / scale)) {
         Raise({kNonSupportedFrameRate, checks.OffsetOf(words::kFrameRate)});
@@ -143,7 +144,7 @@ void ZT_VkjsonValidator::Group(OutlineWalk& walk, const JsonValue& node) const {
 void ZT_VkjsonValidator::MatchName(OutlineWalk& walk, const JsonValue& node) const {
     const std::string_view name = TextOf(walk.checks.Require(node, words::kMatchName, JsonType::kString));
     if (!IsMatchName(name)) walk.checks.RaiseAt(kInvalidMatchName, words::kMatchName, words::kMatchName);
-    if (!walk.nodes.insert(&node).second) walk.checks.RaiseAt(kDuplicateMatchName, name, words::kMatchName);
+    if (!walk.nodes.insert(&node).second) walk.checks.RaiseAt(kDuplicateMatchName, Excerpt(name), words::kMatchName);
 }
 
 void ZT_VkjsonValidator::DynamicDataNode(ValueChecks& checks, const JsonValue& node) const {

@@ -69,10 +69,9 @@ public:
 private:
     bool EnterOrGoOn() {
         cursor_.SkipWhiteSpace();
-        if (cursor_.AtEnd() || std::string_view("{[,").find(cursor_.Peek()) == std::string_view::npos) return false;
-        cursor_.Skip(cursor_.Peek());
+        if (!cursor_.Skip('{') && !cursor_.Skip('[') && !cursor_.Skip(',')) return false;
         cursor_.SkipWhiteSpace();
-        return true;
+        return !cursor_.AtEnd() && cursor_.Peek() != '}' && cursor_.Peek() != ']';
     }
 
     JsonCursor cursor_;

@@ -16,6 +16,8 @@ JsonSize CheckedSize(std::size_t size) {
     return static_cast<JsonSize>(size);
 }
 
+constexpr std::size_t kLongestKeyShown = 2048;  // more than a message takes
+
 template <class Put>
 void PutText(const RawString& string, Put&& put) {
     if (string.hasBackslash) {
@@ -160,9 +162,9 @@ std::string ValueReader::PropertyName() const {
     for (const Level& level : levels_) {
         if (!level.isObject || level.key.data() == nullptr) continue;
         name += "::";
-        name += level.key;
+        name += level.key.substr(0, kLongestKeyShown);
     }
-    return name;
+    return Excerpt(name);
 }
 
 void RaiseNumberFailure(NumberStatus status, std::size_t offset, const std::string& property) {

@@ -212,4 +212,12 @@ std::string File_IO::AbsolutePath(const std::string& path) {
     return absolute;
 }
 
+std::string File_IO::ResolveLinks(const std::string& path) {
+    constexpr const char* kName = "File_IO::ResolveLinks";
+    std::string resolved;
+    const os::Status status = Try(kName, [&] { return os::ResolveLinks(path, resolved); });
+    if (status != os::Status::kOk) Raise(kConvertPath, Quoted(kName));
+    return resolved;
+}
+
 }  // namespace zentor

@@ -57,6 +57,8 @@ public:
     // Whether both paths name one existing file, whatever the spelling and through links.
     static bool IsSameFile(const std::string& a, const std::string& b);
     static std::string AbsolutePath(const std::string& path);
+    // Where an absolute path leads to through links.
+    static std::string ResolveLinks(const std::string& path);
 };
 
 // Closes the file at the end of its scope, without failing.

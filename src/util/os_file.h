@@ -40,6 +40,10 @@ struct CreateOptions {
 
 Status GetPathKind(const std::string& path, PathKind& kind);
 Status AbsolutePath(const std::string& path, std::string& absolute);
+// The path of the existing file that an absolute path leads to through links; the path itself where there is none.
+Status ResolveLinks(const std::string& path, std::string& resolved);
+// Lets `to` be used by the same people as `from`, where the system keeps that with each file.
+void CopyPermissions(const std::string& from, const std::string& to);
 // Whether both paths name the same existing file, links resolved; false when either does not exist.
 Status IsSameFile(const std::string& a, const std::string& b, bool& same);
 

@@ -271,7 +271,10 @@ TEST(Open, OutputPaths) {
         EXPECT_EQ(open(table, output), 0U);
         EXPECT_EQ(open(table, folder / "copy"), 0U);
         EXPECT_EQ(ReadWhole(folder / "copy"), kTable);
-        for (int i = 0; i < 3; ++i) EXPECT_EQ(manager->CloseFile(&handler), 0U);
+        EXPECT_EQ(open(table, table), 7U) << "onto the recording itself";
+        EXPECT_EQ(ReadWhole(table), kTable);
+        ASSERT_EQ(open(table, ""), 0U);
+        for (int i = 0; i < 4; ++i) EXPECT_EQ(manager->CloseFile(&handler), 0U);
         EXPECT_EQ(handler, nullptr);
         EXPECT_EQ(ReadWhole(output).substr(0, 24), R"({"version":"vkjson2.0.0")");
     }
@@ -287,6 +290,10 @@ TEST(Open, OutputPaths) {
     ISensorFileHandler* const opened = handler;
     EXPECT_EQ(open(table, text), 7U);
     EXPECT_EQ(handler, nullptr);
+    IVkjsonStream* stream = nullptr;
+    ASSERT_EQ(manager->ConvertFile(&stream, table.c_str(), 0), 0U);
+    EXPECT_EQ(stream->SaveTo(text.c_str()), 7U);
+    manager->ReleaseStream(&stream);
     handler = opened;
     EXPECT_EQ(manager->CloseFile(&handler), 0U);
     EXPECT_EQ(ReadWhole(text), kDocument);
@@ -305,6 +312,31 @@ TEST(Open, OutputPaths) {
     EXPECT_EQ(names, std::set<std::string>({"in.csv", "in.vkjson", "old.vkjson", "new.vkjson", "new2.vkjson", "copy"}));
     EXPECT_EQ(TemporaryFiles(), temporary);
     TakeReports();
+}
+
+TEST(Open, AnOutputStaysWhatItIs) {
+    const TestFolder folder;
+    const std::string table = folder.Write("in.csv", kTable);
+    const auto old = PathOf(folder.Write("old.vkjson", "before"));
+    Manager manager;
+    ISensorFileHandler* handler = nullptr;
+#if defined(_WIN32)
+    std::filesystem::permissions(old, std::filesystem::perms::owner_read);
+    EXPECT_EQ(manager->OpenFile(&handler, table.c_str(), Utf8Of(old).c_str()), 7U) << "write-protected";
+    std::filesystem::permissions(old, std::filesystem::perms::all);
+    EXPECT_EQ(ReadWhole(folder / "old.vkjson"), "before");
+    TakeReports();
+#else
+    const auto mode = std::filesystem::perms::owner_read | std::filesystem::perms::owner_write;
+    const auto link = PathOf(folder / "link.vkjson");
+    std::filesystem::permissions(old, mode);
+    std::filesystem::create_symlink(old, link);
+    ASSERT_EQ(manager->OpenFile(&handler, table.c_str(), Utf8Of(link).c_str()), 0U);
+    EXPECT_TRUE(std::filesystem::is_symlink(link));
+    EXPECT_EQ(std::filesystem::status(old).permissions(), mode);
+    EXPECT_EQ(ReadWhole(folder / "old.vkjson").substr(0, 10), R"({"version")");
+    EXPECT_EQ(manager->CloseFile(&handler), 0U);
+#endif
 }
 
 TEST(Open, TheNameAndTheFirstPropertyChooseTheVersion) {

@@ -102,6 +102,7 @@ TEST(Threads, SameAndDifferentFiles) {
             expect(FirstValue(ownHandler) == thread);
             ZT_FileInfo info;
             expect(sharedHandler->GetFileInfo(&info) == 0 && info.version == "vkjson2.0.0");
+            expect(FirstValue(sharedHandler) == 1000);
             expect(manager->CloseFile(&ownHandler) == 0 && ownHandler == nullptr);
             expect(manager->CloseFile(&sharedHandler) == 0);
         }
@@ -132,6 +133,31 @@ TEST(Threads, OneOpensForAll) {
         EXPECT_EQ(manager->CloseFile(&handlers[0]), handlers[0] == nullptr ? 1U : 26U);
     }
     DestroyZentor_1(&manager, nullptr);
+}
+
+TEST(Threads, OneOutputForDifferentInputs) {
+    const TestFolder folder;
+    IZentor* manager = CreateManager();
+    const std::string output = folder.Write("out.vkjson", "before");
+    for (int thread = 0; thread < kThreads; ++thread) {
+        folder.Write(std::to_string(thread) + ".csv", TableOf(thread));
+    }
+    std::atomic<int> wrong{0};
+    InThreads([&](int thread) {
+        const std::string table = folder / (std::to_string(thread) + ".csv");
+        for (int round = 0; round < kRounds; ++round) {
+            ISensorFileHandler* handler = nullptr;
+            const ZT_Result result = manager->OpenFile(&handler, table.c_str(), output.c_str());
+            // The output of one that is open is refused to the others.
+            if (result != (handler == nullptr ? 7U : 0U)) ++wrong;
+            if (handler == nullptr) continue;
+            if (FirstValue(handler) != thread) ++wrong;
+            if (manager->CloseFile(&handler) != 0) ++wrong;
+        }
+    });
+    EXPECT_EQ(wrong, 0);
+    DestroyZentor_1(&manager, nullptr);
+    EXPECT_EQ(folder.FileCount(), std::size_t{kThreads} + 1);
 }
 
 TEST(Threads, ManagersComeAndGo) {

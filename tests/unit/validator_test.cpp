@@ -325,8 +325,10 @@ TEST(Validator, TimeInformation) {
                         {R"("value":30000)", R"("value":@-30000)", WrongValue("value", positive, rate)},
                         {R"("scale":1001)", R"("scale":@-0)", WrongValue("scale", positive, rate)},
                         {R"("scale":1001)", R"("scale":@-1001)", WrongValue("scale", positive, rate)},
+                        {R"({"value":30000,"scale":1001})", R"(@{"value":1e-300,"scale":1e300})",
+                         WrongValue("frameRate", positive, steps + "timecodeInfo")},
                         {R"({"value":30000,"scale":1001})", R"(@{"value":1e300,"scale":1e-300})",
-                         WrongValue("frameRate", "a finite number", steps + "timecodeInfo")}});
+                         WrongValue("frameRate", positive, steps + "timecodeInfo")}});
         const std::tuple<const char*, const char*, bool> rates[] = {
             {"60000", "1001", true}, {"29.97", "1", true},     {"59.94", "1", true},  {"2997", "100", true},
             {"25", "1", false},      {"30", "1", false},       {"60", "1", false},    {"29.96", "1", false},

@@ -80,6 +80,17 @@ Status AbsolutePath(const std::string& path, std::string& absolute) {
     return Status::kOk;
 }
 
+Status ResolveLinks(const std::string& path, std::string& resolved) {
+    const std::unique_ptr<char, decltype(&free)> real(realpath(path.c_str(), nullptr), &free);
+    resolved = real ? real.get() : path;
+    return Status::kOk;
+}
+
+void CopyPermissions(const std::string& from, const std::string& to) {
+    struct stat info;
+    if (stat(from.c_str(), &info) == 0) chmod(to.c_str(), info.st_mode & 07777);
+}
+
 Status IsSameFile(const std::string& a, const std::string& b, bool& same) {
     struct stat first;
     struct stat second;

@@ -67,6 +67,7 @@ Status Move(const std::string& from, const std::string& to, DWORD flags) {
     return Check(MoveFileExW(wideFrom.c_str(), wideTo.c_str(), flags) != 0);
 }
 
+constexpr DWORD kLongestPath = 32767;
 constexpr DWORD kFileAttributes = FILE_ATTRIBUTE_NORMAL | FILE_FLAG_RANDOM_ACCESS;
 
 }  // namespace
@@ -84,6 +85,24 @@ Status AbsolutePath(const std::string& path, std::string& absolute) {
     std::wstring full;
     return FullPath(path, full) && ToUtf8(full, absolute) ? Status::kOk : Status::kBadPath;
 }
+
+Status ResolveLinks(const std::string& path, std::string& resolved) {
+    resolved = path;
+    std::wstring wide;
+    if (!WidePath(path, wide)) return Status::kBadPath;
+    const DWORD attributes = GetFileAttributesW(wide.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) return Status::kOk;
+    const HANDLE file = CreateFileW(wide.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                    OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) return Status::kOk;
+    std::wstring target(kLongestPath, L'\0');
+    target.resize(GetFinalPathNameByHandleW(file, target.data(), kLongestPath, FILE_NAME_NORMALIZED));
+    CloseHandle(file);
+    return target.empty() || ToUtf8(target, resolved) ? Status::kOk : Status::kBadPath;
+}
+
+// A file's permissions are those of its folder unless somebody has set others.
+void CopyPermissions(const std::string&, const std::string&) {}
 
 Status IsSameFile(const std::string& a, const std::string& b, bool& same) {
     BY_HANDLE_FILE_INFORMATION first;
