@@ -1,8 +1,8 @@
 // Writes documents to measure reading with; the same bytes on every machine.
 //
-//   samples COUNT   COUNT samples in six dynamic nodes, three of them arrays of 3: about 74 bytes a sample
-//   flat COUNT      COUNT static numbers, all in one group
-//   grouped COUNT   COUNT static numbers, nine to a group
+//   samples COUNT            COUNT samples in six dynamic nodes, three of them arrays of 3: about 74 bytes a sample
+//   nodes COUNT GROUP_SIZE   COUNT static numbers, GROUP_SIZE to a group
+#include <array>
 #include <cinttypes>
 #include <cstdio>
 #include <cstdlib>
@@ -31,9 +31,10 @@ public:
 
     template <class... Values>
     void Format(const char* format, Values... values) {
-        char text[512];
-        const int length = std::snprintf(text, sizeof text, format, values...);
-        Text({text, static_cast<std::size_t>(length)});
+        std::array<char, 1024> text;
+        const int length = std::snprintf(text.data(), text.size(), format, values...);
+        if (length < 0 || static_cast<std::size_t>(length) >= text.size()) bench::Fail("format");
+        Text({text.data(), static_cast<std::size_t>(length)});
     }
     void Text(std::string_view text) {
         m_text += text;
@@ -75,7 +76,8 @@ void SampleSet(Output& out, int node, std::uint64_t count) {
     out.Text("]}");
 }
 
-constexpr const char* kRange = "{\"occurring\":{\"min\":-1000,\"max\":1000},\"legal\":{\"min\":-1000,\"max\":1000}}";
+constexpr const char* kRange =
+    "{\"occurring\":{\"min\":-100000000,\"max\":100000000},\"legal\":{\"min\":-100000000,\"max\":100000000}}";
 
 void DynamicNode(Output& out, int node, std::uint64_t count) {
     out.Format(
@@ -131,16 +133,16 @@ void StaticNumbers(Output& out, std::uint64_t count, std::uint64_t groupSize) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (argc != 4) {
-        std::fprintf(stderr, "usage: %s samples|flat|grouped COUNT FILE\n", argv[0]);
+    const std::string_view kind = argc > 1 ? argv[1] : "";
+    if (kind == "samples" && argc == 4) {
+        Output out(argv[3]);
+        Samples(out, bench::CountArgument(argv[2]));
+    } else if (kind == "nodes" && argc == 5) {
+        Output out(argv[4]);
+        StaticNumbers(out, bench::CountArgument(argv[2]), bench::CountArgument(argv[3]));
+    } else {
+        std::fprintf(stderr, "usage: %s samples COUNT FILE | nodes COUNT GROUP_SIZE FILE\n", argv[0]);
         return EXIT_FAILURE;
     }
-    const std::string_view kind = argv[1];
-    const std::uint64_t count = bench::CountArgument(argv[2]);
-    Output out(argv[3]);
-    if (kind == "samples") {
-        Samples(out, count);
-    } else {
-        StaticNumbers(out, count, kind == "flat" ? count : 9);
-    }
+    return EXIT_SUCCESS;
 }

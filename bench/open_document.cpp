@@ -2,6 +2,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <atomic>
 #include <cinttypes>
 #include <cstdio>
@@ -13,28 +14,30 @@
 
 namespace {
 
-// Memory of the process's own in KiB: what is resident without mapped files.
+// The anonymous memory of the process in KiB. Mapped files do not count, nor files in a file system in memory.
 long PrivateKib() {
-    std::FILE* const file = std::fopen("/proc/self/statm", "r");
-    if (file == nullptr) bench::Fail("statm");
-    long total = 0;
-    long resident = 0;
-    long shared = 0;
-    if (std::fscanf(file, "%ld %ld %ld", &total, &resident, &shared) != 3) bench::Fail("statm");
+    std::FILE* const file = std::fopen("/proc/self/status", "r");
+    if (file == nullptr) bench::Fail("status");
+    std::array<char, 256> line;
+    long kib = -1;
+    while (kib < 0 && std::fgets(line.data(), static_cast<int>(line.size()), file) != nullptr) {
+        if (std::sscanf(line.data(), "RssAnon: %ld", &kib) != 1) kib = -1;
+    }
     std::fclose(file);
-    return (resident - shared) * (sysconf(_SC_PAGESIZE) / 1024);
+    if (kib < 0) bench::Fail("RssAnon");
+    return kib;
 }
 
 // The most private memory at any millisecond of its life.
 class PeakSampler {
 public:
-    PeakSampler() : m_before(PrivateKib()), m_thread([this] { Watch(); }) {}
+    PeakSampler() : m_thread([this] { Watch(); }) {}
     ~PeakSampler() { m_thread.join(); }
     PeakSampler(const PeakSampler&) = delete;
     PeakSampler& operator=(const PeakSampler&) = delete;
 
     void Stop() { m_stopped = true; }
-    void Print() const { std::printf("private_kib %ld\n", std::max<long>(m_peak, PrivateKib()) - m_before); }
+    void Print() const { std::printf("private_kib %ld\n", std::max<long>(m_peak, PrivateKib())); }
 
 private:
     void Watch() {
@@ -44,7 +47,6 @@ private:
         }
     }
 
-    long m_before;
     std::atomic<long> m_peak{0};
     std::atomic<bool> m_stopped{false};
     std::thread m_thread;
