@@ -59,7 +59,8 @@ for document in "${documents[@]}"; do
         wall=$(median "$document.$program.wall_seconds")
         cpu=$(median "$document.$program.cpu_seconds")
         wall_ratio=$(ratio "$(median "$document.zentor.wall_seconds")" "$wall")
-        bound=${bounds[$program]:-}
+        bound=
+        [[ $document != whole && $document != tenth ]] || bound=${bounds[$program]:-}
         printf '%-12s %9.3f %9.3f %9.2f %9.2f%s\n' "$program" "$wall" "$cpu" "$wall_ratio" \
             "$(ratio "$(median "$document.zentor.cpu_seconds")" "$cpu")" \
             "${bound:+  bound $bound: $(within "$wall_ratio" "$bound")}"
