@@ -142,8 +142,9 @@ ZT_VkjsonParser::TopLevelValue ZT_VkjsonParser::ReadValue(std::string_view key, 
 }
 
 void ZT_VkjsonParser::ReadDataOutline() {
+    const std::size_t begin = cursor_.Offset();
     TopLevelValue outline = ReadValue(words::kDataOutline, JsonType::kArray);
-    NodesByName names = Validator().DataOutline(outline.checks, outline.value);
+    NodesByName names = Validator().DataOutline(outline.checks, outline.value, cursor_.Offset() - begin);
     RegisterDynamicNodes(outline.checks, outline.value);
     document_.outline = Outline(std::move(outline.value), std::move(names));
 }

@@ -101,8 +101,11 @@ void ZT_VkjsonValidator::VideoSyncEntry(ValueChecks& checks, const JsonValue& en
           Quoted(checks.Place()));
 }
 
-NodesByName ZT_VkjsonValidator::DataOutline(ValueChecks& checks, const JsonValue& outline) const {
+NodesByName ZT_VkjsonValidator::DataOutline(ValueChecks& checks, const JsonValue& outline,
+                                            std::size_t textLength) const {
+    constexpr std::size_t kUsualNode = 256;
     OutlineWalk walk{checks, {}};
+    walk.nodes.reserve(textLength / kUsualNode);
     Nodes(walk, outline);
     return std::move(walk.nodes);
 }

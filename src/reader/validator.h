@@ -37,8 +37,8 @@ public:
     void UtcInfo(ValueChecks& checks, const JsonValue& info) const;
     void TimecodeInfo(ValueChecks& checks, const JsonValue& info) const;
     void VideoSyncTimeList(ValueChecks& checks, const JsonValue& list) const;
-    // Returns the nodes by their match names.
-    NodesByName DataOutline(ValueChecks& checks, const JsonValue& outline) const;
+    // Returns the nodes by their match names. `textLength`: of the outline in the document, in bytes.
+    NodesByName DataOutline(ValueChecks& checks, const JsonValue& outline, std::size_t textLength) const;
 
 protected:
     // What distinguishes the versions.
