@@ -24,7 +24,7 @@ void CheckWritable(const std::string& path) {
 std::string CheckOutput(const std::string& output) {
     const std::size_t separator = output.find_last_of(os::kPathSeparators);
     // The separator stays: the folder may be the root.
-    const std::string folder = output.substr(0, separator == std::string::npos ? 0 : separator + 1);
+    std::string folder = output.substr(0, separator == std::string::npos ? 0 : separator + 1);
     if (File_IO::GetFileMode(folder) != PathKind::kFolder) Raise(kDirectoryDoesNotExist);
     const PathKind kind = File_IO::GetFileMode(output);
     if (kind == PathKind::kFile) {

@@ -37,14 +37,11 @@ void RequirePositive(ValueChecks& checks, const JsonValue& object, std::string_v
 }
 
 // "ranges" and "arrayDisplayNames" have one item for each element of an array, where the document says how many.
-void RequireOneForEachElement(ValueChecks& checks, const JsonValue& properties, std::string_view step,
-                              std::string_view key, const JsonValue& items) {
+void RequireOneForEachElement(const ValueChecks& checks, const JsonValue& properties, std::string_view key,
+                              const JsonValue& items) {
     const JsonValue* const size = FindMember(properties, words::kArraySize);
     if (size == nullptr || size->GetDouble() == static_cast<double>(items.Size())) return;
-    const std::string expected = "as many items as \"arraySize\" says";
-    if (step.empty()) checks.RaiseValueAt(key, key, expected);
-    const auto into = checks.Into(step);
-    checks.RaiseValueAt(key, key, expected);
+    checks.RaiseValueAt(key, key, "as many items as \"arraySize\" says");
 }
 
 }  // namespace
@@ -216,19 +213,16 @@ void ZT_VkjsonValidator::Range(ValueChecks& checks, const JsonValue& range) cons
 
 void ZT_VkjsonValidator::ArrayRanges(ValueChecks& checks, const JsonValue& properties) const {
     const JsonValue& arrayRanges = checks.Require(properties, words::kArrayRanges, JsonType::kObject);
-    {
-        const auto into = checks.Into(words::kArrayRanges);
-        const JsonValue& ranges = checks.Require(arrayRanges, words::kRanges, JsonType::kArray);
-        checks.RequireElements(ranges, words::kRanges);
+    const auto into = checks.Into(words::kArrayRanges);
+    const JsonValue& ranges = checks.Require(arrayRanges, words::kRanges, JsonType::kArray);
+    checks.RequireElements(ranges, words::kRanges);
+    for (JsonSize i = 0; i < ranges.Size(); ++i) {
         const auto intoRanges = checks.Into(words::kRanges);
-        for (JsonSize i = 0; i < ranges.Size(); ++i) {
-            const auto intoRange = checks.Into(i);
-            checks.RequireType(ranges[i], words::kRanges, JsonType::kObject);
-            Range(checks, ranges[i]);
-        }
+        const auto intoRange = checks.Into(i);
+        checks.RequireType(ranges[i], words::kRanges, JsonType::kObject);
+        Range(checks, ranges[i]);
     }
-    RequireOneForEachElement(checks, properties, words::kArrayRanges, words::kRanges,
-                             *FindMember(arrayRanges, words::kRanges));
+    RequireOneForEachElement(checks, properties, words::kRanges, ranges);
 }
 
 void ZT_VkjsonValidator::ArrayDisplayNames(ValueChecks& checks, const JsonValue& properties) const {
@@ -240,7 +234,7 @@ void ZT_VkjsonValidator::ArrayDisplayNames(ValueChecks& checks, const JsonValue&
         const auto intoName = checks.Into(i);
         checks.RequireType((*names)[i], words::kArrayDisplayNames, JsonType::kString);
     }
-    if (!names->Empty()) RequireOneForEachElement(checks, properties, {}, words::kArrayDisplayNames, *names);
+    if (!names->Empty()) RequireOneForEachElement(checks, properties, words::kArrayDisplayNames, *names);
 }
 
 std::string_view ZT_VkjsonValidator_v1::DynamicType(ValueChecks& checks, const JsonValue& dataType) const {
