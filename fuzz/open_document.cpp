@@ -2,10 +2,12 @@
 //
 // The first byte of an input chooses the parser, what follows its last byte 1 is a data path, and the document stands
 // between them.
-#include <cstdlib>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_set>
+#include <utility>
 
 #include "errors/exception.h"
 #include "reader/data_path.h"
@@ -18,7 +20,7 @@ namespace {
 using namespace zentor;
 
 void Require(bool holds) {
-    if (!holds) std::abort();
+    if (!holds) __builtin_trap();
 }
 
 // Exactly the input's bytes, so that a sanitizer sees a read past their end.
@@ -39,52 +41,88 @@ const JsonValue* HandBack(const VkjsonDocument& document, const ZT_DataPath& pat
     return document.outline.FindNode(ParseDataPath(path.ToString()));
 }
 
-void CheckInfo(const JsonValue* node) {
+void CheckInfo(const VkjsonDocument& document, const JsonValue* node) {
     const ZT_GroupChildInfo info = GroupChildInfoOf(node);
-    if (info.nodeType == ZT_NODE_STATIC) StaticDataInfoOf(node);
-    if (info.nodeType == ZT_NODE_DYNAMIC) DynamicDataInfoOf(node);
+    if (info.nodeType == ZT_NODE_STATIC) Require(StaticDataInfoOf(node).matchName == info.matchName);
+    if (info.nodeType != ZT_NODE_DYNAMIC) return;
+    const ZT_DynamicDataInfo dynamic = DynamicDataInfoOf(node);
+    Require(dynamic.matchName == info.matchName);
+    const auto registered = document.dynamicNodes.find(dynamic.sampleSetID);
+    Require(registered != document.dynamicNodes.end() && registered->second == node);
+}
+
+struct WalkState {
+    const VkjsonDocument& document;
+    ZT_DataPath path;
+    std::unordered_set<std::string> names;
+};
+
+void CheckPaths(WalkState& walk, const JsonValue* node) {
+    ZT_DataPathItem& last = walk.path.items.back();
+    Require(walk.document.outline.FindNode(walk.path) == node);
+    Require(HandBack(walk.document, walk.path) == node);
+    if (last.matchName.empty()) return;
+    const std::int64_t index = std::exchange(last.index, -1);
+    Require(HandBack(walk.document, walk.path) == node);
+    last.index = index;
 }
 
 // Recursion ends at the limit of groups.
-void Walk(const VkjsonDocument& document, ZT_DataPath& path, const JsonValue* group) {
-    const JsonValue& children = document.outline.ChildrenOf(group);
+void Walk(WalkState& walk, const JsonValue* group) {
+    const JsonValue& children = walk.document.outline.ChildrenOf(group);
     for (JsonSize i = 0; i < children.Size(); ++i) {
         const JsonValue& child = children[i];
-        path.items.push_back({std::string(TextOf(*FindMember(child, words::kMatchName))), i});
-        Require(document.outline.FindNode(path) == &child);
-        Require(HandBack(document, path) == &child);
-        if (!path.items.back().matchName.empty()) {
-            path.items.back().index = -1;
-            Require(HandBack(document, path) == &child);
-            path.items.back().index = i;
-        }
-        CheckInfo(&child);
-        if (TypeOf(child) == ZT_NODE_GROUP) Walk(document, path, &child);
-        path.items.pop_back();
+        walk.path.items.push_back({std::string(TextOf(*FindMember(child, words::kMatchName))), i});
+        Require(walk.names.insert(walk.path.items.back().matchName).second);
+        CheckPaths(walk, &child);
+        CheckInfo(walk.document, &child);
+        if (TypeOf(child) == ZT_NODE_GROUP) Walk(walk, &child);
+        walk.path.items.pop_back();
     }
+}
+
+// Of a node of another kind there is no such information.
+void RequireRefused(ZT_NodeType type, const JsonValue* node) {
+    try {
+        if (type == ZT_NODE_STATIC) DynamicDataInfoOf(node);
+        if (type != ZT_NODE_STATIC) StaticDataInfoOf(node);
+    } catch (const ns_sensor::ZT_Exception& failure) {
+        return Require(failure.code() == 33);
+    }
+    Require(false);
 }
 
 void Query(const VkjsonDocument& document, std::string_view dataPath) {
     try {
-        CheckInfo(document.outline.FindNode(ParseDataPath(dataPath)));
+        const JsonValue* const node = document.outline.FindNode(ParseDataPath(dataPath));
+        CheckInfo(document, node);
+        RequireRefused(GroupChildInfoOf(node).nodeType, node);
     } catch (const ns_sensor::ZT_Exception& failure) {
         Require(failure.code() == 1 || failure.code() == 33 || failure.code() == 45);
     }
 }
 
-void OpenAndWalk(std::string_view bytes, ParserChoice choice, std::string_view dataPath) {
-    const ExactCopy copy(bytes);
-    std::unique_ptr<VkjsonDocument> document;
+// Null when the document is refused. Anything but a fault of the document, with its place, is a fault of the library.
+std::unique_ptr<VkjsonDocument> Open(std::string_view bytes, ParserChoice choice) {
     try {
-        document = ParseDocument(copy.bytes(), choice);
+        return ParseDocument(bytes, choice);
     } catch (const ns_sensor::ZT_Exception& failure) {
         Require(failure.code() >= 28 && failure.code() <= 47);
         Require(failure.extra1() >= 0 && static_cast<std::size_t>(failure.extra1()) <= bytes.size());
-        return;
+        return nullptr;
     }
-    ZT_DataPath root = ParseDataPath("[\"dataOutline\"]");
-    Walk(*document, root, nullptr);
+}
+
+void OpenAndWalk(std::string_view bytes, ParserChoice choice, std::string_view dataPath) {
+    const ExactCopy copy(bytes);
+    const std::unique_ptr<VkjsonDocument> document = Open(copy.bytes(), choice);
+    if (document == nullptr) return;
+    WalkState walk{*document, ParseDataPath("[\"dataOutline\"]"), {}};
+    Walk(walk, nullptr);
     Query(*document, dataPath);
+    // White space after the end changes nothing.
+    const ExactCopy longer(std::string(bytes) + ' ');
+    Require(Open(longer.bytes(), choice) != nullptr);
 }
 
 }  // namespace
