@@ -22,8 +22,14 @@ constexpr int kRounds = 40;
 std::atomic<int> reports{0};
 
 IZentor* CreateManager() {
+    static const ZT_StaticDataCallbacks staticData = [] {
+        ZT_StaticDataCallbacks table{};
+        table.setNumber = [](void* number, double value) { *static_cast<double*>(number) = value; };
+        return table;
+    }();
     static const ZT_HostSuite suite = [] {
         ZT_HostSuite table{};
+        table.staticData = &staticData;
         table.reportError = [](void*, std::uint32_t, const char*, std::int64_t, std::int64_t) { ++reports; };
         return table;
     }();
@@ -46,6 +52,22 @@ double FirstValue(ISensorFileHandler* handler) {
     if (handler->GetStaticDataInfo("[0][0]", &info) != 0) return -1;
     const double* const value = boost::get<double>(&info.value);
     return value == nullptr ? -1 : *value;
+}
+
+// The same through the suite, whose callbacks get what this thread hands over.
+double FirstValueOfClient(ISensorFileHandler* handler) {
+    double value = -1;
+    return handler->GetStaticDataInfoClient("[0][0]", &value) == 0 ? value : -1;
+}
+
+// The document of a table; empty when that failed.
+std::string Converted(IZentor* manager, const std::string& table) {
+    IVkjsonStream* stream = nullptr;
+    if (manager->ConvertFile(&stream, table.c_str(), 1) != 0) return {};
+    std::string document(stream->Size(), '\0');
+    const auto size = static_cast<std::uint32_t>(document.size());
+    if (stream->Read(document.data(), &size) != size || manager->ReleaseStream(&stream) != 0) return {};
+    return document;
 }
 
 std::size_t TemporaryFiles() {
@@ -83,6 +105,7 @@ TEST(Threads, SameAndDifferentFiles) {
     const auto expect = [&](bool holds) {
         if (!holds) ++wrong;
     };
+    std::vector<ISensorFileHandler*> kept(kThreads);
     InThreads([&](int thread) {
         const std::string own = folder / ("own" + std::to_string(thread) + ".csv");
         const std::string output = folder / ("out" + std::to_string(thread) + ".vkjson");
@@ -99,19 +122,23 @@ TEST(Threads, SameAndDifferentFiles) {
             expect(manager->OpenFile(&none, isDamaged ? broken.c_str() : missing.c_str(), nullptr) == code);
             expect(none == nullptr && LastCode() == code);
             if (sharedHandler == nullptr || ownHandler == nullptr) continue;
-            expect(FirstValue(ownHandler) == thread);
+            expect(FirstValue(ownHandler) == thread && FirstValueOfClient(ownHandler) == thread);
             ZT_FileInfo info;
             expect(sharedHandler->GetFileInfo(&info) == 0 && info.version == "vkjson2.0.0");
             expect(FirstValue(sharedHandler) == 1000);
             expect(manager->CloseFile(&ownHandler) == 0 && ownHandler == nullptr);
             expect(manager->CloseFile(&sharedHandler) == 0);
         }
-        // What was kept of the last rounds; the manager closes it.
-        ISensorFileHandler* kept = nullptr;
-        expect(manager->OpenFile(&kept, output.c_str(), nullptr) == 0 && FirstValue(kept) == thread);
+        ISensorFileHandler*& last = kept[static_cast<std::size_t>(thread)];
+        expect(manager->OpenFile(&last, output.c_str(), nullptr) == 0 && FirstValue(last) == thread);
     });
     EXPECT_EQ(wrong, 0);
     EXPECT_EQ(reports, kThreads * kRounds);
+    for (ISensorFileHandler* handler : kept) {
+        ISensorFileHandler* again = handler;
+        EXPECT_EQ(manager->CloseFile(&handler), 0U);
+        EXPECT_EQ(manager->CloseFile(&again), again == kept.back() ? 26U : 27U) << "nothing is open after the last";
+    }
     DestroyZentor_1(&manager, nullptr);
     EXPECT_EQ(TemporaryFiles(), temporary);
 }
@@ -158,6 +185,29 @@ TEST(Threads, OneOutputForDifferentInputs) {
     EXPECT_EQ(wrong, 0);
     DestroyZentor_1(&manager, nullptr);
     EXPECT_EQ(folder.FileCount(), std::size_t{kThreads} + 1);
+}
+
+TEST(Threads, TablesConvertedAtOnce) {
+    const TestFolder folder;
+    const std::size_t temporary = TemporaryFiles();
+    IZentor* manager = CreateManager();
+    const auto tableOf = [&](int thread) { return folder / (std::to_string(thread) + ".csv"); };
+    std::vector<std::string> alone;
+    for (int thread = 0; thread < kThreads; ++thread) {
+        folder.Write(std::to_string(thread) + ".csv", TableOf(thread));
+        alone.push_back(Converted(manager, tableOf(thread)));
+        ASSERT_NE(alone.back(), "");
+    }
+    std::atomic<int> wrong{0};
+    InThreads([&](int thread) {
+        for (int round = 0; round < kRounds; ++round) {
+            const int number = (thread + round) % kThreads;  // the same table and different ones
+            if (Converted(manager, tableOf(number)) != alone[static_cast<std::size_t>(number)]) ++wrong;
+        }
+    });
+    EXPECT_EQ(wrong, 0);
+    EXPECT_EQ(TemporaryFiles(), temporary);
+    DestroyZentor_1(&manager, nullptr);
 }
 
 TEST(Threads, ManagersComeAndGo) {
