@@ -101,6 +101,9 @@ struct ZT_DynamicDataInfo {
     // A duration in the form of the document's time strings; empty without an expected frequency.
     std::string expectedMaxInterSampleDuration;
     ZT_DataType dataType;
+    // The times of the first and the last sample; empty without samples, or when these two cannot be read.
+    std::string firstSampleTime;
+    std::string lastSampleTime;
 };
 
 struct ZT_FileInfo {

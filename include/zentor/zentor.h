@@ -95,6 +95,10 @@ struct ZT_DynamicDataCallbacks {
     void (*setSampleInfo)(void* handle, const char* sampleSetId, uint64_t sampleSetIdLength, uint32_t interpolation,
                           uint8_t hasExpectedFrequency, uint64_t sampleCount, const char* maxInterSampleDuration,
                           uint64_t maxInterSampleDurationLength);
+    // The times of the first and the last sample. Not called for a node without samples, nor when these two cannot be
+    // read.
+    void (*setTimeSpan)(void* handle, const char* firstTime, uint64_t firstTimeLength, const char* lastTime,
+                        uint64_t lastTimeLength);
 };
 
 // Hands over samples (slot 4), one call each, in the order asked for. `time` is a time string of the document's form.
@@ -222,10 +226,19 @@ struct ISensorFileHandler {
     // slots 3 and 4: what a static or dynamic node holds.
     virtual ZT_Result GetStaticDataInfo(const char* dataPath, ZT_StaticDataInfo* info) noexcept = 0;
     virtual ZT_Result GetDynamicDataInfo(const char* dataPath, ZT_DynamicDataInfo* info) noexcept = 0;
-    // slots 5 and 6: the samples of a dynamic node between two times, and the one at a time. This version does not read
-    // samples: after the checks of their arguments they fail with code 21. Code 1 also for a time with scale 0.
+    // slot 5: the samples of a dynamic node from `start` to `end`, both included; from the latest to the earliest when
+    // `start` is after `end`. Takes as long as its result is: nothing else of the samples is read.
+    //
+    // Times of time codes count from 00:00:00:00, those of UTC from 1970-01-01T00:00:00Z. What a time string of the
+    // document cannot say is cut off before the comparison: parts of a frame, decimals that the document does not have.
+    // A time after the last time code counts as that one. Code 1 also for a time with scale 0.
+    //
+    // Codes: 21 (no sample there), 34, 36 (by its description in the outline the set of samples ends past the end of
+    // the file), 38 (the node has no samples), 39 (a sample is malformed, or the first one is later than the last; the
+    // first detail is its byte offset).
     virtual ZT_Result GetDynamicSamples(const char* dataPath, ZT_Time start, ZT_Time end,
                                         DynamicDataSampleSet* samples) noexcept = 0;
+    // slot 6: the latest sample at or before `time`; of several at one time, the last. Codes as for slot 5.
     virtual ZT_Result GetDynamicSample(const char* dataPath, ZT_Time time, DynamicDataSampleSet* samples) noexcept = 0;
     // slots 7 and 8
     virtual ZT_Result GetFileInfo(ZT_FileInfo* info) noexcept = 0;

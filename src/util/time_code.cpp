@@ -1,0 +1,172 @@
+#include "util/time_code.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <numeric>
+
+#include "util/decimal_field.h"
+
+namespace zentor {
+
+namespace {
+
+constexpr std::uint64_t kLargestNumerator = std::numeric_limits<std::int32_t>::max();
+constexpr std::uint64_t kLargestDenominator = std::numeric_limits<std::uint32_t>::max();
+
+// Magnitude x / y with both parts in range, from a fraction in lowest terms that is not.
+void Approximate(std::uint64_t& x, std::uint64_t& y) {
+    const std::uint64_t whole = x / y;
+    std::uint64_t rest = x % y;
+    if (whole >= kLargestNumerator) {
+        x = kLargestNumerator;
+        y = 1;
+        return;
+    }
+    while (y > kLargestDenominator) {
+        y >>= 1;
+        rest = (rest >> 1) + (rest & 1);
+    }
+    const std::uint64_t denominator = std::min(kLargestDenominator, kLargestNumerator / (whole + 1));
+    x = whole * denominator + (rest * denominator + y - 1) / y;
+    y = denominator;
+}
+
+// The numbers that drop frame leaves out and the stretches between them.
+struct DropFrameCounts {
+    std::int64_t dropped;     // at the start of every minute but each tenth
+    std::int64_t minute;      // frames of a minute that drops none
+    std::int64_t tenMinutes;  // real frames
+};
+
+DropFrameCounts CountsOf(const FrameRate& rate) {
+    return NominalRate(rate) == 60 ? DropFrameCounts{4, 3600, 35964} : DropFrameCounts{2, 1800, 17982};
+}
+
+// The number that a time code without gaps would have where drop frame shows this frame.
+std::int64_t NumberOfFrame(std::int64_t frame, const FrameRate& rate) {
+    if (!rate.dropFrame) return frame;
+    const DropFrameCounts counts = CountsOf(rate);
+    const std::int64_t tens = frame / counts.tenMinutes;
+    const std::int64_t rest = frame % counts.tenMinutes;
+    std::int64_t left = tens * 9 * counts.dropped;
+    if (rest >= counts.minute) {
+        left += counts.dropped + (rest - counts.minute) / (counts.minute - counts.dropped) * counts.dropped;
+    }
+    return frame + left;
+}
+
+std::int64_t FrameOfNumber(std::int64_t number, const FrameRate& rate) {
+    if (!rate.dropFrame) return number;
+    const DropFrameCounts counts = CountsOf(rate);
+    const std::int64_t tenMinutes = counts.minute * 10;
+    const std::int64_t minutes = number % tenMinutes / counts.minute;
+    return number - (number / tenMinutes * 9 + minutes) * counts.dropped;
+}
+
+std::int64_t FloorDivide(std::int64_t a, std::int64_t b) {
+    const std::int64_t quotient = a / b;
+    return quotient * b > a ? quotient - 1 : quotient;
+}
+
+}  // namespace
+
+TimeValue Reduce(TimeValue time, bool* wasReduced) {
+    const auto magnitude = static_cast<std::uint32_t>(std::abs(std::int64_t{time.numerator}));
+    const std::uint32_t divisor = time.denominator == 0 ? 1 : std::gcd(magnitude, time.denominator);
+    if (wasReduced != nullptr) *wasReduced = divisor != 1;
+    if (divisor == 1 || divisor > kLargestNumerator) return time;
+    return {time.numerator / static_cast<std::int32_t>(divisor), time.denominator / divisor};
+}
+
+std::uint32_t Multiply(TimeValue time, std::uint32_t numerator, std::uint32_t denominator, TimeValue& product) {
+    product = {0, 0};
+    if (time.denominator == 0 || denominator == 0) return 1;
+    std::uint64_t x = static_cast<std::uint64_t>(std::abs(std::int64_t{time.numerator})) * numerator;
+    std::uint64_t y = std::uint64_t{time.denominator} * denominator;
+    const std::uint64_t divisor = std::gcd(x, y);
+    x /= divisor;
+    y /= divisor;
+    if (x > kLargestNumerator || y > kLargestDenominator) Approximate(x, y);
+    const auto magnitude = static_cast<std::int32_t>(x);
+    product = {time.numerator < 0 ? -magnitude : magnitude, static_cast<std::uint32_t>(y)};
+    return 0;
+}
+
+bool AllowsDropFrame(std::uint64_t numerator, std::uint64_t denominator) {
+    return numerator * 1001 == denominator * 30000 || numerator * 1001 == denominator * 60000;
+}
+
+FrameRate FrameRateNear(double framesPerSecond, bool dropFrame) {
+    constexpr double kRounding = 0.0001;
+    constexpr double kParts = 1e6;
+    for (const std::uint32_t whole : {24u, 30u, 48u, 60u, 120u, 240u}) {
+        if (std::abs(framesPerSecond - whole * 1000.0 / 1001) < kRounding) return {whole * 1000, 1001, dropFrame};
+    }
+    constexpr auto kLargest = static_cast<double>(kLargestDenominator);
+    if (framesPerSecond > kLargest / kParts || framesPerSecond == std::trunc(framesPerSecond)) {
+        return {static_cast<std::uint32_t>(std::min(framesPerSecond, kLargest)), 1, dropFrame};
+    }
+    return {static_cast<std::uint32_t>(std::max(framesPerSecond * kParts, 1.0)), static_cast<std::uint32_t>(kParts),
+            dropFrame};
+}
+
+std::uint32_t NominalRate(const FrameRate& rate) {
+    const double nominal = std::floor(double{1.0} * rate.numerator / rate.denominator + 0.5);
+    return std::max(static_cast<std::uint32_t>(nominal), 1u);
+}
+
+std::size_t TimeCodeWidth(const FrameRate& rate) { return rate.numerator / rate.denominator > 99 ? 12 : 11; }
+
+std::int64_t FramesPerDay(const FrameRate& rate) {
+    constexpr std::int64_t kSeconds = 86400;
+    return FrameOfNumber(kSeconds * NominalRate(rate), rate);
+}
+
+std::int64_t FrameAt(std::int64_t ticks, std::uint32_t ticksPerSecond, const FrameRate& rate) {
+    constexpr std::int64_t kMostSeconds = std::int64_t{1} << 30;  // keeps the products below in 64 bits
+    const std::int64_t seconds = std::clamp(FloorDivide(ticks, ticksPerSecond), -kMostSeconds, kMostSeconds);
+    const std::int64_t wholePart = seconds * rate.numerator;
+    const auto rest = static_cast<std::uint64_t>(ticks - FloorDivide(ticks, ticksPerSecond) * ticksPerSecond);
+    // The frames of the rest are taken down to a whole number before the division by the denominator, which loses
+    // nothing: what is below one cannot take a whole sum over a multiple of the denominator.
+    const auto restPart = static_cast<std::int64_t>(rest * rate.numerator / ticksPerSecond);
+    return FloorDivide(wholePart + restPart, rate.denominator);
+}
+
+char* FormatTimeCode(std::int64_t frame, const FrameRate& rate, char* out) {
+    const std::int64_t number = NumberOfFrame(frame, rate);
+    const std::int64_t nominal = NominalRate(rate);
+    const std::int64_t seconds = number / nominal;
+    out = PutDecimal(out, static_cast<std::uint64_t>(seconds / 3600 % 24), 2);
+    *out++ = ':';
+    out = PutDecimal(out, static_cast<std::uint64_t>(seconds / 60 % 60), 2);
+    *out++ = ':';
+    out = PutDecimal(out, static_cast<std::uint64_t>(seconds % 60), 2);
+    *out++ = ':';
+    return PutDecimal(out, static_cast<std::uint64_t>(number % nominal), TimeCodeWidth(rate) - 9);
+}
+
+bool ParseTimeCode(std::string_view text, const FrameRate& rate, std::int64_t& frame) {
+    if (text.size() != TimeCodeWidth(rate) || text[2] != ':' || text[5] != ':' || text[8] != ':') return false;
+    std::uint32_t hours = 0, minutes = 0, seconds = 0, frames = 0;
+    const std::uint32_t nominal = NominalRate(rate);
+    if (!TakeDecimal(text.substr(0, 2), hours) || !TakeDecimal(text.substr(3, 2), minutes) ||
+        !TakeDecimal(text.substr(6, 2), seconds) || !TakeDecimal(text.substr(9), frames)) {
+        return false;
+    }
+    if (hours > 23 || minutes > 59 || seconds > 59 || frames >= nominal) return false;
+    if (rate.dropFrame && seconds == 0 && minutes % 10 != 0 && frames < CountsOf(rate).dropped) return false;
+    const std::int64_t number = ((std::int64_t{hours} * 60 + minutes) * 60 + seconds) * nominal + frames;
+    frame = FrameOfNumber(number, rate);
+    return true;
+}
+
+TimeValue TimeOfFrame(std::int64_t frame, const FrameRate& rate) {
+    constexpr std::int64_t kMost = std::numeric_limits<std::int32_t>::max();
+    TimeValue time;
+    Multiply({static_cast<std::int32_t>(std::clamp(frame, -kMost, kMost)), 1}, rate.denominator, rate.numerator, time);
+    return time;
+}
+
+}  // namespace zentor

@@ -1,0 +1,90 @@
+#include "util/time_form.h"
+
+#include <algorithm>
+
+#include "util/utc_time.h"
+
+namespace zentor {
+
+namespace {
+
+struct Split {
+    std::int64_t seconds;
+    std::uint32_t rest;
+};
+
+Split SplitSeconds(std::int64_t value, std::uint32_t scale) {
+    std::int64_t seconds = value / scale;
+    std::int64_t rest = value % scale;
+    if (rest < 0) {
+        --seconds;
+        rest += scale;
+    }
+    return {seconds, static_cast<std::uint32_t>(rest)};
+}
+
+}  // namespace
+
+std::uint64_t TimeForm::Width() const {
+    if (const auto* const rate = boost::get<FrameRate>(&form_)) return TimeCodeWidth(*rate);
+    const Utc& utc = boost::get<Utc>(form_);
+    constexpr std::uint64_t kToSeconds = 19;  // yyyy-mm-ddThh:mm:ss
+    return kToSeconds + (utc.precision == 0 ? 0 : utc.precision + 1) + (utc.isGmt ? 1 : 6);
+}
+
+bool TimeForm::Parse(std::string_view text, Instant& instant) const {
+    if (const auto* const rate = boost::get<FrameRate>(&form_)) {
+        instant.decimals = {};
+        return ParseTimeCode(text, *rate, instant.whole);
+    }
+    const Utc& utc = boost::get<Utc>(form_);
+    UtcTime time;
+    if (!ParseUtc(text, time) || time.decimals.size() != utc.precision || EndsInZ(text) != utc.isGmt) return false;
+    instant = {time.seconds, time.decimals};
+    return true;
+}
+
+char* TimeForm::Format(std::int64_t ticks, std::uint32_t ticksPerSecond, char* out, Instant& instant) const {
+    if (ticksPerSecond == 0) return nullptr;
+    if (const auto* const rate = boost::get<FrameRate>(&form_)) {
+        const std::int64_t frame = FrameAt(ticks, ticksPerSecond, *rate);
+        if (frame < 0 || frame >= FramesPerDay(*rate) || NominalRate(*rate) > kHighestNominalRate) return nullptr;
+        instant = {frame, {}};
+        return FormatTimeCode(frame, *rate, out);
+    }
+    constexpr std::uint32_t kMostDecimals = 9;
+    constexpr std::uint64_t kNanoseconds = 1000000000;
+    const Utc& utc = boost::get<Utc>(form_);
+    const Split time = SplitSeconds(ticks, ticksPerSecond);
+    if (time.seconds < kFirstUtcSecond || time.seconds > kLastUtcSecond || utc.precision > kMostDecimals) {
+        return nullptr;
+    }
+    const auto nanoseconds = static_cast<std::uint32_t>(time.rest * kNanoseconds / ticksPerSecond);
+    char* const end = FormatUtc(time.seconds, nanoseconds, static_cast<std::uint32_t>(utc.precision), utc.isGmt, out);
+    constexpr std::size_t kDecimals = 20;
+    instant = {time.seconds, {utc.precision == 0 ? nullptr : out + kDecimals, static_cast<std::size_t>(utc.precision)}};
+    return end;
+}
+
+QueryTime TimeForm::At(std::int64_t value, std::uint32_t scale) const {
+    if (const auto* const rate = boost::get<FrameRate>(&form_)) {
+        return {std::min(FrameAt(value, scale, *rate), FramesPerDay(*rate) - 1), 0, 1};
+    }
+    const Split time = SplitSeconds(value, scale);
+    return {time.seconds, time.rest, scale};
+}
+
+std::strong_ordering operator<=>(const Instant& instant, const QueryTime& time) {
+    if (instant.whole != time.whole) return instant.whole <=> time.whole;
+    // The decimals of the moment come one by one, as many as the time string has.
+    std::uint64_t rest = time.rest;
+    for (const char c : instant.decimals) {
+        rest *= 10;
+        const auto digit = static_cast<char>('0' + rest / time.scale);
+        rest %= time.scale;
+        if (c != digit) return c <=> digit;
+    }
+    return std::strong_ordering::equal;
+}
+
+}  // namespace zentor
