@@ -63,9 +63,13 @@ public:
     const std::vector<VideoSyncEntry>& VideoSync() const override { return videoSync_; }
 
 private:
-    ~VkjsonRootImpl() override = default;
-    void CheckTimeModeOpen() const;
+    ~VkjsonRootImpl() override;
+    // The state of its stream; code 2011 when the conversion is over.
+    StreamState& Stream() const;
+    StreamState& StreamWithOpenTimeMode() const;
+    void SetForm(StreamState& stream, const zentor::TimeForm& form);
 
+    std::shared_ptr<StreamState> stream_;  // null when the stream was not open
     std::string creator_;
     TimeInfo timeInfo_;
     std::uint16_t timeStringLength_ = 0;

@@ -42,6 +42,33 @@ NumberText FormatNumber(double value) {
     return text;
 }
 
+char* FormatPlainNumber(double& value, char* out) {
+    constexpr int kMostDecimals = 17;
+    const NumberText text = FormatNumber(value);
+    if (text.view().find('e') == std::string_view::npos) {
+        std::memcpy(out, text.bytes, text.length);
+        return out + text.length;
+    }
+    char* const room = out + kPlainNumberRoom;
+    char* end = nullptr;
+    if (std::abs(value) < 1) {
+        end = std::to_chars(out, room, value, std::chars_format::fixed, kMostDecimals).ptr;
+        end = StripTrailingZeros(out, end);
+    } else {
+        // One digit, the point, 15 digits, "e+" and the exponent: the digits move over the point, and zeros follow.
+        end = std::to_chars(out, room, value, std::chars_format::scientific, kSignificantDigits - 1).ptr;
+        char* const point = static_cast<char*>(std::memchr(out, '.', static_cast<std::size_t>(end - out)));
+        char* const digitsEnd = point + kSignificantDigits;
+        int exponent = 0;
+        std::from_chars(digitsEnd + 2, end, exponent);
+        std::memmove(point, point + 1, kSignificantDigits - 1);
+        end = point + exponent;
+        std::memset(digitsEnd - 1, '0', static_cast<std::size_t>(end - (digitsEnd - 1)));
+    }
+    std::from_chars(out, end, value);
+    return end;
+}
+
 namespace {
 
 constexpr int kExactDigits = 15;  // every decimal of so many digits survives the way through double
@@ -63,8 +90,11 @@ static_assert(std::size(kPowersOfTen) == kExactDigits - kSmallestExponent + 1);
 
 }  // namespace
 
+// Both are exact as doubles, so that the quotient is the nearest double to the number.
+double PlainDecimal::Value() const { return static_cast<double>(digits) / kPowersOfTen[decimals]; }
+
 PlainDecimal ScanPlainDecimal(const char* from, const char* end) {
-    constexpr PlainDecimal unknown{nullptr, nullptr};
+    constexpr PlainDecimal unknown{nullptr, nullptr, 0, 0};
     const char* at = from;
     if (at != end && *at == '-') ++at;
     const char* const start = at;
@@ -94,7 +124,8 @@ PlainDecimal ScanPlainDecimal(const char* from, const char* end) {
         const double limit = kCoarseFrom[exponent - kSmallestExponent] * kPowersOfTen[fraction];  // exact
         if (static_cast<double>(digits) >= limit) return unknown;
     }
-    return {last, at};
+    const auto number = static_cast<std::int64_t>(digits);
+    return {last, at, *from == '-' ? -number : number, static_cast<std::uint32_t>(fraction)};
 }
 
 bool IsWritable(double value) { return std::abs(value) < kUnwritable; }

@@ -23,6 +23,13 @@ struct NumberText {
 // takes the zeros of an exponent too (1.5e+20 is written 1.5e+2): the format is defined so. `value` is finite.
 NumberText FormatNumber(double value);
 
+// The room that FormatPlainNumber needs.
+inline constexpr std::size_t kPlainNumberRoom = 352;
+
+// The same number without an exponent: from 1e16 on the 16 digits with zeros after them, below 1e-4 rounded to at most
+// 17 decimals, sign kept. `value` is set to the number that the text says. Returns the end of the text.
+char* FormatPlainNumber(double& value, char* out);
+
 struct DigitCounts {
     std::uint64_t integer;  // digits before the point
     std::uint64_t decimal;  // digits after it; an exponent does not count
@@ -46,6 +53,10 @@ bool IsWritable(double value);
 struct PlainDecimal {
     const char* canonicalEnd;  // up to here the text is what FormatNumber would give
     const char* end;           // where the number ends, zeros and all
+    std::int64_t digits;       // the number without its point
+    std::uint32_t decimals;    // how many of the digits are after it
+
+    double Value() const;
 };
 
 // Looks at the number at the beginning of [from, end) without parsing it. A decimal number of at most 15 significant

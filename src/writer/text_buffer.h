@@ -55,7 +55,9 @@ public:
         }
     }
 
+    // For text that is put by others: where it goes, and where it ends then.
     char* end() const { return at_; }
+    void MoveTo(char* end) { at_ = end; }
 
 private:
     char* at_;

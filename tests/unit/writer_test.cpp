@@ -7,7 +7,7 @@
 
 #include "conversion/native_frame.h"
 #include "failure.h"
-#include "model/document_writer.h"
+#include "model/stream_state.h"
 #include "test_folder.h"
 #include "writer/document_writer.h"
 
@@ -82,8 +82,8 @@ std::string Json(std::string text) {
 
 std::string OutlineText(const std::string& nodes) { return kStart + Json("false,'dataOutline':[" + nodes + "]}"); }
 
-std::string StaticText(const std::string& type, const std::string& value) {
-    return "{'objectType':'dataStatic','matchName':'n','displayName':'N','dataType':{'type':" + type +
+std::string StaticText(const std::string& type, const std::string& value, const std::string& name = "n") {
+    return "{'objectType':'dataStatic','matchName':'" + name + "','displayName':'N','dataType':{'type':" + type +
            "},'value':" + value + "}";
 }
 
@@ -114,20 +114,20 @@ TEST(Writer, ChildrenKeepTheirOrder) {
     document.Add(a);
     document.Add(NativeCreateStaticBool(*document, "n", "N", true));
     document.Add(b);
-    Document::Attach(b, NativeCreateStaticBool(*document, "n", "N", false));
+    Document::Attach(b, NativeCreateStaticBool(*document, "m", "N", false));
     Document::Attach(a, NativeCreateGroup(*document, "c", "C"));
     Document::Attach(b, NativeCreateGroup(*document, "d", "D"));
-    Document::Attach(b, NativeCreateStaticBool(*document, "n", "N", true));
+    Document::Attach(b, NativeCreateStaticBool(*document, "o", "N", true));
     EXPECT_EQ(document.Write(), 1u);
     const auto groupStart = [](const char* match, const char* display) {
         return std::string("{'objectType':'dataGroup','matchName':'") + match + "','displayName':'" + display +
                "','children':[";
     };
-    const std::string yes = StaticText("'boolean'", "true");
     const std::string expected =
-        kStart + Json("false,'creator':'say '\\\n','dataOutline':[" + groupStart("a", "A") + groupStart("c", "C") +
-                      "]}]}," + yes + "," + groupStart("b", "B") + StaticText("'boolean'", "false") + "," +
-                      groupStart("d", "D") + "]}," + yes + "]}]}");
+        kStart +
+        Json("false,'creator':'say '\\\n','dataOutline':[" + groupStart("a", "A") + groupStart("c", "C") + "]}]}," +
+             StaticText("'boolean'", "true") + "," + groupStart("b", "B") + StaticText("'boolean'", "false", "m") +
+             "," + groupStart("d", "D") + "]}," + StaticText("'boolean'", "true", "o") + "]}]}");
     EXPECT_EQ(document.Text(), expected);
     EXPECT_EQ(document.Write(), 0u);  // once and for all
     EXPECT_EQ(document.Text(), expected);
@@ -179,10 +179,13 @@ TEST(Writer, StaticNodes) {
 TEST(Writer, StringsOfAnyLength) {
     Document document;
     std::string expected;
+    int count = 0;
     const auto add = [&](const std::string& value, const StringProperties& properties, const char* lengths) {
-        document.Add(NativeCreateStaticString(*document, "n", "N", value, properties));
-        expected += (expected.empty() ? "" : ",") +
-                    StaticText("'string','paddedStringProperties':{" + std::string(lengths) + "}", "'" + value + "'");
+        const std::string name = "n" + std::to_string(count++);
+        document.Add(NativeCreateStaticString(*document, name, "N", value, properties));
+        expected +=
+            (expected.empty() ? "" : ",") +
+            StaticText("'string','paddedStringProperties':{" + std::string(lengths) + "}", "'" + value + "'", name);
     };
     add("a\tb\"", {kUnsetCount, kUnsetCount, true}, "'eventMarkerB':true");
     add("", {12345, kUnsetCount, false}, "'maxLen':12345,'eventMarkerB':false");
@@ -215,7 +218,7 @@ TEST(Writer, HeaderWithoutSamplesIsTakenBack) {
     const std::string timecode = Json(
         "true,'dynamicDataInfo':{'useTimecodeB':true,'timecodeInfo':{'frameRate':{'value':30000,'scale':1001},"
         "'dropFrame':true},'videoSyncTimeList':[{'fileName':'v','frameNumber':4294967295},{'fileName':'w','timeString':"
-        "'t'}]}");
+        "'00:00:01;00'}]}");
     const std::string utc =
         Json("true,'dynamicDataInfo':{'useTimecodeB':false,'utcInfo':{'precisionLength':3,'isGMT':true}}");
     for (const std::string& mode : {timecode, utc, std::string("false")}) {
@@ -226,7 +229,7 @@ TEST(Writer, HeaderWithoutSamplesIsTakenBack) {
             }
             if (mode == timecode) {
                 CallModel([&](auto* error) { document.root->AddVideoSyncFrame("v", 0xFFFFFFFF, error); });
-                CallModel([&](auto* error) { document.root->AddVideoSyncTime("w", "t", error); });
+                CallModel([&](auto* error) { document.root->AddVideoSyncTime("w", "00:00:01;00", error); });
             } else if (mode == utc) {
                 CallModel([&](auto* error) { document.root->SetUtcInfo(3, 1, error); });
             }

@@ -1,4 +1,4 @@
-#include "model/document_writer.h"
+#include "model/stream_state.h"
 
 #include <map>
 #include <mutex>
@@ -12,8 +12,8 @@ namespace {
 
 std::mutex streamsMutex;
 
-std::map<std::uint64_t, std::unique_ptr<IDocumentWriter>>& Streams() {
-    static std::map<std::uint64_t, std::unique_ptr<IDocumentWriter>> streams;
+std::map<std::uint64_t, std::shared_ptr<StreamState>>& Streams() {
+    static std::map<std::uint64_t, std::shared_ptr<StreamState>> streams;
     return streams;
 }
 
@@ -21,9 +21,16 @@ std::uint64_t lastStreamId = 0;
 
 }  // namespace
 
+IDocumentWriter& StreamState::Writer() const {
+    if (!writer) throw ZT_PluginException(ZT_STREAM_NOT_OPEN);
+    return *writer;
+}
+
 std::uint64_t OpenStream(std::unique_ptr<IDocumentWriter> writer) {
+    auto state = std::make_shared<StreamState>();
+    state->writer = std::move(writer);
     const std::lock_guard lock(streamsMutex);
-    Streams()[++lastStreamId] = std::move(writer);
+    Streams()[++lastStreamId] = std::move(state);
     return lastStreamId;
 }
 
@@ -32,15 +39,14 @@ void CloseStream(std::uint64_t streamId) noexcept {
     const std::lock_guard lock(streamsMutex);
     const auto found = Streams().find(streamId);
     if (found == Streams().end()) return;
-    closed = std::move(found->second);
+    closed = std::move(found->second->writer);
     Streams().erase(found);
 }
 
-IDocumentWriter& WriterOfStream(std::uint64_t streamId) {
+std::shared_ptr<StreamState> FindStream(std::uint64_t streamId) {
     const std::lock_guard lock(streamsMutex);
     const auto found = Streams().find(streamId);
-    if (found == Streams().end()) throw ZT_PluginException(ZT_STREAM_NOT_OPEN);
-    return *found->second;
+    return found == Streams().end() ? nullptr : found->second;
 }
 
 }  // namespace ZT_PLUGIN
