@@ -60,6 +60,7 @@ enum ZT_ErrorCode : uint32_t {
     ZT_NO_STREAM_CREATED = 56,          // release was called while no stream exists
     ZT_INVALID_STREAM = 57,             // the stream does not belong to this manager
     ZT_OUTPUT_FOLDER = 58,              // the folder of an output path does not exist
+    ZT_CAPTURE_OPEN = 1006,             // a capture cannot be opened; a file cannot be opened while a document is written
     ZT_MODULE_LOADING = 1021,           // a plug-in module cannot be loaded
     ZT_CONVERTER_UNKNOWN = 1023,        // a failure while converting that the library does not know
     ZT_CONVERTER_OUT_OF_MEMORY = 1034,  // memory, or the disk, is full while a document is written

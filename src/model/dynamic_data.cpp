@@ -120,7 +120,7 @@ std::size_t VkjsonDynamicDataImpl::BufferLimit() const {
 char* VkjsonDynamicDataImpl::AddText(const SampleTime& time, std::size_t size) {
     char* room = nullptr;
     try {
-        room = samples_.Add(time.text, size, BufferLimit());
+        TranslateFailures([&] { room = samples_.Add(time.text, size, BufferLimit()); });
     } catch (...) {
         isUnusable_ = true;
         throw;
