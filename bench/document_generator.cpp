@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-#include "measure.h"
+#include "arguments.h"
 
 namespace {
 
