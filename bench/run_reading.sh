@@ -45,10 +45,6 @@ for ((run = 1; run <= runs; ++run)); do
     done
 done
 
-# within FIGURE BOUND: whether a bound is met.
-within() { awk -v figure="$1" -v bound="$2" 'BEGIN { print figure <= bound ? "met" : "MISSED" }'; }
-ratio() { awk -v a="$1" -v b="$2" 'BEGIN { printf "%.6f", a / b }'; }
-
 declare -A bounds=([rapidjson]=1.0 [simdjson]=0.7)
 for document in "${documents[@]}"; do
     bytes=$(wc -c <"$work/$document.vkjson")
