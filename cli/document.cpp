@@ -61,6 +61,7 @@ constexpr ZT_DynamicDataCallbacks kDynamicData = {
         leaf.sampleCount = sampleCount;
         leaf.maxInterSampleDuration = Text(duration, durationLength);
     },
+    nullptr,
 };
 
 DataType& TypeOf(void* handle) { return static_cast<Leaf*>(handle)->dataType; }

@@ -47,8 +47,7 @@ void CheckInfo(const VkjsonDocument& document, const JsonValue* node) {
     if (info.nodeType != ZT_NODE_DYNAMIC) return;
     const ZT_DynamicDataInfo dynamic = DynamicDataInfoOf(node);
     Require(dynamic.matchName == info.matchName);
-    const auto registered = document.dynamicNodes.find(dynamic.sampleSetID);
-    Require(registered != document.dynamicNodes.end() && registered->second == node);
+    Require(document.samples.Sets().contains(dynamic.sampleSetID));
 }
 
 struct WalkState {

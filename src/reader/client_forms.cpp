@@ -60,6 +60,28 @@ private:
     void* handle_;
 };
 
+class SampleHandOver : public boost::static_visitor<> {
+public:
+    SampleHandOver(const ZT_HostSuite& suite, void* handle, std::string_view time)
+        : to_(suite.samples), handle_(handle), time_(time) {}
+
+    void operator()(double number) const {
+        Call(to_, &ZT_SampleCallbacks::addNumber, handle_, time_.data(), time_.size(), number);
+    }
+    void operator()(const std::string& text) const {
+        Call(to_, &ZT_SampleCallbacks::addString, handle_, time_.data(), time_.size(), text.data(), text.size());
+    }
+    void operator()(const std::vector<double>& numbers) const {
+        Call(to_, &ZT_SampleCallbacks::addNumberArray, handle_, time_.data(), time_.size(), numbers.data(),
+             numbers.size());
+    }
+
+private:
+    const ZT_SampleCallbacks* to_;
+    void* handle_;
+    std::string_view time_;
+};
+
 }  // namespace
 
 const ZT_HostSuite& RequireHostSuite() {
@@ -96,6 +118,18 @@ void HandOver(const ZT_HostSuite& suite, void* handle, const ZT_DynamicDataInfo&
          info.interpolation == words::kLinear ? kLinear : kHold, Flag(info.hasExpectedFrequencyB), info.sampleCount,
          info.expectedMaxInterSampleDuration.data(), info.expectedMaxInterSampleDuration.size());
     HandOverType(suite, handle, info.dataType);
+    if (info.firstSampleTime.empty()) return;
+    Call(to, &ZT_DynamicDataCallbacks::setTimeSpan, handle, info.firstSampleTime.data(), info.firstSampleTime.size(),
+         info.lastSampleTime.data(), info.lastSampleTime.size());
+}
+
+void HandOver(const ZT_HostSuite& suite, void* handle, const SampleRange& samples) {
+    ZT_Sample sample;
+    for (std::uint64_t i = 0; i < samples.Count(); ++i) samples.Read(i, sample);
+    for (std::uint64_t i = 0; i < samples.Count(); ++i) {
+        samples.Read(i, sample);
+        boost::apply_visitor(SampleHandOver(suite, handle, sample.time), sample.value);
+    }
 }
 
 void HandOver(const ZT_HostSuite& suite, void* handle, const ZT_FileInfo& info) {

@@ -1,6 +1,7 @@
 // Hands the results of queries to the host suite, piece by piece.
 #pragma once
 
+#include "reader/sample_data_processor.h"
 #include "zentor/records.h"
 
 namespace zentor {
@@ -13,6 +14,8 @@ void HandOver(const ZT_HostSuite& suite, void* handle, const ZT_DataPath& path, 
 void HandOver(const ZT_HostSuite& suite, void* handle, const ZT_GroupChildInfo& info);
 void HandOver(const ZT_HostSuite& suite, void* handle, const ZT_StaticDataInfo& info);
 void HandOver(const ZT_HostSuite& suite, void* handle, const ZT_DynamicDataInfo& info);
+// All of them are read once before the first is handed over, so that a malformed one is found in time: codes 39.
+void HandOver(const ZT_HostSuite& suite, void* handle, const SampleRange& samples);
 void HandOver(const ZT_HostSuite& suite, void* handle, const ZT_FileInfo& info);
 void HandOver(const ZT_HostSuite& suite, void* handle, const ZT_VideoSyncTimeList& list);
 

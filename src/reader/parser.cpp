@@ -81,6 +81,7 @@ void ZT_VkjsonParser::Parse() {
     CheckMandatoryProperties(cursor_.Offset() - 1);
     cursor_.SkipWhiteSpace();
     if (!cursor_.AtEnd()) Raise({kInvalidJson, Detail(cursor_.Offset())});
+    if (document_.timeForm) document_.samples.IndexSamples(cursor_.Bytes(), *document_.timeForm);
 }
 
 TopLevelKey ZT_VkjsonParser::ReadProperty() {
@@ -162,7 +163,7 @@ void ZT_VkjsonParser::RegisterDynamicNodes(ValueChecks& checks, const JsonValue&
             continue;
         }
         const std::string_view id = TextOf(*FindMember(node, words::kSampleSetId));
-        if (!document_.dynamicNodes.emplace(id, &node).second) {
+        if (!document_.samples.AddNode(node)) {
             Raise({kDuplicateSampleId, checks.OffsetOf(words::kSampleSetId)}, Excerpt(id));
         }
     }
@@ -200,9 +201,11 @@ void ZT_VkjsonParser::RaiseInvalidInfo(std::string_view key, std::string_view ot
 
 void ZT_VkjsonParser::KeepUtcInfo(ValueChecks& checks, const JsonValue& info) {
     Validator().UtcInfo(checks, info);
-    document_.info.timeMode = ZT_TIME_MODE_UTC;
-    document_.info.precisionLength = static_cast<std::uint64_t>(FindMember(info, words::kPrecisionLength)->GetDouble());
-    document_.info.isGmt = FindMember(info, words::kIsGmt)->GetBool();
+    ZT_FileInfo& kept = document_.info;
+    kept.timeMode = ZT_TIME_MODE_UTC;
+    kept.precisionLength = static_cast<std::uint64_t>(FindMember(info, words::kPrecisionLength)->GetDouble());
+    kept.isGmt = FindMember(info, words::kIsGmt)->GetBool();
+    document_.timeForm = TimeForm(TimeForm::Utc{kept.precisionLength, kept.isGmt});
 }
 
 void ZT_VkjsonParser::KeepTimecodeInfo(ValueChecks& checks, const JsonValue& info) {
@@ -216,7 +219,11 @@ void ZT_VkjsonParser::KeepTimecodeInfo(ValueChecks& checks, const JsonValue& inf
     kept.dropFrame = FindMember(info, words::kDropFrame)->GetBool();
     const std::uint32_t wholeValue = WholeOrZero(value);
     const std::uint32_t wholeScale = WholeOrZero(scale);
-    if (wholeValue == 0 || wholeScale == 0) return;
+    if (wholeValue == 0 || wholeScale == 0) {
+        document_.timeForm = TimeForm(FrameRateNear(kept.framesPerSecond, kept.dropFrame));
+        return;
+    }
+    document_.timeForm = TimeForm(FrameRate{wholeValue, wholeScale, kept.dropFrame});
     kept.frameRateValue = wholeValue;
     kept.frameRateScale = wholeScale;
 }

@@ -39,6 +39,7 @@ inline constexpr std::string_view kDisplayName = "displayName";
 inline constexpr std::string_view kMatchName = "matchName";
 inline constexpr std::string_view kChildren = "children";
 inline constexpr std::string_view kSampleSetId = "sampleSetID";
+inline constexpr std::string_view kSamples = "samples";
 inline constexpr std::string_view kInterpolation = "interpolation";
 inline constexpr std::string_view kLinear = "linear";
 inline constexpr std::string_view kHold = "hold";

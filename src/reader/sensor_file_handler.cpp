@@ -73,10 +73,39 @@ const JsonValue* SensorFileHandlerImpl::FindNode(const char* dataPath) const {
     return document_->outline.FindNode(PathFrom(dataPath));
 }
 
-// Samples cannot be read yet.
-void SensorFileHandlerImpl::CheckSampleQuery(const char* dataPath) const {
-    RequireDynamicNode(FindNode(dataPath));
-    Raise(kFetchDynamicSampleFailure, Quoted(dataPath));
+ZT_DynamicDataInfo SensorFileHandlerImpl::DynamicDataInfoAt(const char* dataPath) const {
+    ZT_DynamicDataInfo info = DynamicDataInfoOf(FindNode(dataPath));
+    if (!document_->timeForm) return info;
+    auto span = document_->samples.FindTimeSpan(bytes_.bytes(), info.sampleSetID, *document_->timeForm);
+    if (!span) return info;
+    info.firstSampleTime = std::move(span->first);
+    info.lastSampleTime = std::move(span->last);
+    return info;
+}
+
+template <class Find>
+SampleRange SensorFileHandlerImpl::FindSamples(const char* dataPath, Find&& find) const {
+    bytes_.CheckLength();
+    const std::string_view id = TextOf(*FindMember(RequireDynamicNode(FindNode(dataPath)), words::kSampleSetId));
+    if (!document_->timeForm) Raise(kSamplesNotFound, Excerpt(id));
+    const SampleRange samples = find(id, *document_->timeForm);
+    if (samples.Count() == 0) Raise(kFetchDynamicSampleFailure, Quoted(dataPath));
+    return samples;
+}
+
+SampleRange SensorFileHandlerImpl::FindSamplesBetween(const char* dataPath, ZT_Time start, ZT_Time end) const {
+    CheckScale(start, "startTime");
+    CheckScale(end, "endTime");
+    return FindSamples(dataPath, [&](std::string_view id, const TimeForm& form) {
+        return document_->samples.FindRange(bytes_.bytes(), id, form, start, end);
+    });
+}
+
+SampleRange SensorFileHandlerImpl::FindSampleAt(const char* dataPath, ZT_Time time) const {
+    CheckScale(time, "time");
+    return FindSamples(dataPath, [&](std::string_view id, const TimeForm& form) {
+        return document_->samples.FindLatest(bytes_.bytes(), id, form, time);
+    });
 }
 
 ZT_Result SensorFileHandlerImpl::GetRootChildren(ZT_GroupChildren* children) noexcept {
@@ -111,26 +140,23 @@ ZT_Result SensorFileHandlerImpl::GetDynamicDataInfo(const char* dataPath, ZT_Dyn
     return RunAtBoundary(ErrorContext(), [&] {
         ZT_DynamicDataInfo& record = Emptied(info, "ZT_DynamicDataInfo");
         bytes_.CheckLength();
-        record = DynamicDataInfoOf(FindNode(dataPath));
+        record = DynamicDataInfoAt(dataPath);
     });
 }
 
 ZT_Result SensorFileHandlerImpl::GetDynamicSamples(const char* dataPath, ZT_Time start, ZT_Time end,
                                                    DynamicDataSampleSet* samples) noexcept {
     return RunAtBoundary(ErrorContext(), [&] {
-        Emptied(samples, "DynamicDataSampleSet");
-        CheckScale(start, "startTime");
-        CheckScale(end, "endTime");
-        CheckSampleQuery(dataPath);
+        DynamicDataSampleSet& record = Emptied(samples, "DynamicDataSampleSet");
+        record.samples = FindSamplesBetween(dataPath, start, end).ReadAll();
     });
 }
 
 ZT_Result SensorFileHandlerImpl::GetDynamicSample(const char* dataPath, ZT_Time time,
                                                   DynamicDataSampleSet* samples) noexcept {
     return RunAtBoundary(ErrorContext(), [&] {
-        Emptied(samples, "DynamicDataSampleSet");
-        CheckScale(time, "time");
-        CheckSampleQuery(dataPath);
+        DynamicDataSampleSet& record = Emptied(samples, "DynamicDataSampleSet");
+        record.samples = FindSampleAt(dataPath, time).ReadAll();
     });
 }
 
@@ -173,25 +199,22 @@ ZT_Result SensorFileHandlerImpl::GetDynamicDataInfoClient(const char* dataPath, 
     return RunAtBoundary(ErrorContext(), [&] {
         const ZT_HostSuite& suite = RequireHostSuite();
         bytes_.CheckLength();
-        HandOver(suite, handle, DynamicDataInfoOf(FindNode(dataPath)));
+        HandOver(suite, handle, DynamicDataInfoAt(dataPath));
     });
 }
 
 ZT_Result SensorFileHandlerImpl::GetDynamicSamplesClient(const char* dataPath, ZT_Time start, ZT_Time end,
-                                                         void*) noexcept {
+                                                         void* handle) noexcept {
     return RunAtBoundary(ErrorContext(), [&] {
-        RequireHostSuite();
-        CheckScale(start, "startTime");
-        CheckScale(end, "endTime");
-        CheckSampleQuery(dataPath);
+        const ZT_HostSuite& suite = RequireHostSuite();
+        HandOver(suite, handle, FindSamplesBetween(dataPath, start, end));
     });
 }
 
-ZT_Result SensorFileHandlerImpl::GetDynamicSampleClient(const char* dataPath, ZT_Time time, void*) noexcept {
+ZT_Result SensorFileHandlerImpl::GetDynamicSampleClient(const char* dataPath, ZT_Time time, void* handle) noexcept {
     return RunAtBoundary(ErrorContext(), [&] {
-        RequireHostSuite();
-        CheckScale(time, "time");
-        CheckSampleQuery(dataPath);
+        const ZT_HostSuite& suite = RequireHostSuite();
+        HandOver(suite, handle, FindSampleAt(dataPath, time));
     });
 }
 

@@ -53,7 +53,13 @@ private:
     void OnUnreferenced() noexcept override {}
 
     const JsonValue* FindNode(const char* dataPath) const;
-    void CheckSampleQuery(const char* dataPath) const;
+    ZT_DynamicDataInfo DynamicDataInfoAt(const char* dataPath) const;
+    // At least one sample of the node at a path: those between two times, or the one at a time. Codes 1, 5, 21, 33, 35,
+    // 36, 38, 39, 45.
+    SampleRange FindSamplesBetween(const char* dataPath, ZT_Time start, ZT_Time end) const;
+    SampleRange FindSampleAt(const char* dataPath, ZT_Time time) const;
+    template <class Find>
+    SampleRange FindSamples(const char* dataPath, Find&& find) const;
 
     std::string inputPath_;
     std::shared_ptr<const DocumentRecord> record_;  // before the mapping, so that it is unmapped when it is deleted

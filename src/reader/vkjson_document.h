@@ -2,9 +2,8 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
-#include <string_view>
-#include <unordered_map>
 
 #include "reader/outline.h"
 #include "reader/sample_data_processor.h"
@@ -16,8 +15,8 @@ namespace zentor {
 struct VkjsonDocument {
     ZT_FileInfo info;
     ZT_VideoSyncTimeList videoSync;
+    std::optional<TimeForm> timeForm;  // none without time information
     Outline outline;
-    std::unordered_map<std::string_view, const JsonValue*> dynamicNodes;  // by sample-set id
     ZT_SampleDataProcessor samples;
 };
 

@@ -148,7 +148,7 @@ char* FormatTimeCode(std::int64_t frame, const FrameRate& rate, char* out) {
 }
 
 bool ParseTimeCode(std::string_view text, const FrameRate& rate, std::int64_t& frame) {
-    if (text.size() != TimeCodeWidth(rate) || text[2] != ':' || text[5] != ':' || text[8] != ':') return false;
+    if (text.size() != TimeCodeWidth(rate)) return false;
     std::uint32_t hours = 0, minutes = 0, seconds = 0, frames = 0;
     const std::uint32_t nominal = NominalRate(rate);
     if (!TakeDecimal(text.substr(0, 2), hours) || !TakeDecimal(text.substr(3, 2), minutes) ||

@@ -52,7 +52,8 @@ std::int64_t FrameAt(std::int64_t ticks, std::uint32_t ticksPerSecond, const Fra
 // TimeCodeWidth bytes long when the nominal rate is at most kHighestNominalRate.
 char* FormatTimeCode(std::int64_t frame, const FrameRate& rate, char* out);
 
-// False for a text that is no time code of this rate, or names a frame that is dropped.
+// False for a text that is no time code of this rate, or names a frame that is dropped. Any byte may separate the
+// numbers: many write a semicolon before the frames when they are counted with drop frame.
 bool ParseTimeCode(std::string_view text, const FrameRate& rate, std::int64_t& frame);
 
 // When a frame begins: exact where that fits, else a time at which that frame is shown.

@@ -39,6 +39,8 @@ public:
     explicit TimeForm(const FrameRate& rate) : form_(rate) {}
     explicit TimeForm(const Utc& utc) : form_(utc) {}
 
+    // The rate of time codes; null for the other form.
+    const FrameRate* Rate() const { return boost::get<FrameRate>(&form_); }
     // Bytes of every time string.
     std::uint64_t Width() const;
     // The widest that Format writes.

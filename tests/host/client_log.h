@@ -49,6 +49,18 @@ inline const ZT_DynamicDataCallbacks kLogDynamic = {
        std::uint64_t count, const char* duration, std::uint64_t d) {
         AddLine(log, "samples", Text(id, i), interpolation, int{frequency}, count, Text(duration, d));
     },
+    [](void* log, const char* first, std::uint64_t f, const char* last, std::uint64_t l) {
+        AddLine(log, "span", Text(first, f), Text(last, l));
+    },
+};
+inline const ZT_SampleCallbacks kLogSamples = {
+    [](void* log, const char* time, std::uint64_t t, double value) { AddLine(log, Text(time, t), value); },
+    [](void* log, const char* time, std::uint64_t t, const double* values, std::uint64_t count) {
+        AddLine(log, Text(time, t), Join(values, count));
+    },
+    [](void* log, const char* time, std::uint64_t t, const char* text, std::uint64_t length) {
+        AddLine(log, Text(time, t), Text(text, length));
+    },
 };
 inline const ZT_FileInfoCallbacks kLogFile = {
     [](void* log, std::uint32_t value, std::uint32_t scale, const char* version, std::uint64_t v, const char* creator,
@@ -87,6 +99,7 @@ inline void FillClientForms(ZT_HostSuite& suite) {
     suite.nodeInfo = &kLogNode;
     suite.staticData = &kLogStatic;
     suite.dynamicData = &kLogDynamic;
+    suite.samples = &kLogSamples;
     suite.fileInfo = &kLogFile;
     suite.videoSync = &kLogSync;
     suite.dataTypes = &kLogType;
@@ -145,6 +158,19 @@ inline Log LogOf(const ZT_DynamicDataInfo& info) {
     AddLine(&log, "samples", info.sampleSetID, info.interpolation == "linear" ? 1 : 2,
             info.hasExpectedFrequencyB ? 1 : 0, info.sampleCount, info.expectedMaxInterSampleDuration);
     AddType(log, info.dataType);
+    if (!info.firstSampleTime.empty()) AddLine(&log, "span", info.firstSampleTime, info.lastSampleTime);
+    return log;
+}
+
+inline Log LogOf(const DynamicDataSampleSet& set) {
+    Log log;
+    for (const ZT_Sample& sample : set.samples) {
+        if (const auto* number = boost::get<double>(&sample.value)) AddLine(&log, sample.time, *number);
+        if (const auto* text = boost::get<std::string>(&sample.value)) AddLine(&log, sample.time, *text);
+        if (const auto* array = boost::get<std::vector<double>>(&sample.value)) {
+            AddLine(&log, sample.time, Join(array->data(), array->size()));
+        }
+    }
     return log;
 }
 

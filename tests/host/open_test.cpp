@@ -159,6 +159,7 @@ TEST(Open, ClientFormsTellWhatTheRecordsHold) {
                         "samples|s|2|1|1|00:00:00;01|",
                         "type|paddedString|",
                         "padded|2|1|0|",
+                        "span|00:00:00;00|00:00:00;00|",
                         "names|E|e|",
                         "samples|r|1|0|0||",
                         "type|numberString|",

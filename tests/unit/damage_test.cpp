@@ -40,7 +40,7 @@ TEST(DamagedDocument, GoodOnesHaveAllTheirNodes) {
         EXPECT_EQ(FailureOf([&] { document = ParseDocument(text, choice); }), "") << name;
         ASSERT_TRUE(document) << name;
         EXPECT_EQ(WalkNodes(document->outline), 9u) << name;
-        EXPECT_EQ(document->dynamicNodes.size(), 3u) << name;
+        EXPECT_EQ(document->samples.Sets().size(), 3u) << name;
         EXPECT_EQ(document->videoSync.entries.size(), 2u) << name;
     }
 }

@@ -6,7 +6,7 @@
 
 #include "documents.h"
 #include "reader/json_cursor.h"
-#include "reader/sample_data_processor.h"
+#include "reader/bracket_search.h"
 
 namespace zentor_test {
 

@@ -1,0 +1,114 @@
+#include "reader/sample_index.h"
+
+#include <string>
+#include <unordered_set>
+
+#include "errors/raise.h"
+#include "reader/bracket_search.h"
+#include "reader/json_cursor.h"
+#include "reader/schema_words.h"
+
+namespace zentor {
+
+namespace {
+
+class IndexWalk {
+public:
+    IndexWalk(std::string_view bytes, std::size_t begin, std::size_t end, SampleSets& sets)
+        : cursor_(bytes, begin), end_(end), sets_(sets) {}
+
+    void Walk() {
+        cursor_.Skip('[');
+        cursor_.SkipWhiteSpace();
+        if (cursor_.Skip(']')) return;
+        for (bool isLast = false; !isLast;) {
+            cursor_.SkipWhiteSpace();
+            isLast = TakeElement();
+        }
+    }
+
+private:
+    std::int64_t Offset() const { return static_cast<std::int64_t>(cursor_.Offset()); }
+
+    // Whether it is the last one.
+    bool TakeElement() {
+        if (!cursor_.Skip('{')) Raise({kInvalidJsonObject, Offset()}, Quoted(words::kDataDynamicSamples));
+        TakeKey(words::kSampleSetId);
+        SampleSet& set = TakeSampleSetId();
+        cursor_.SkipWhiteSpace();
+        if (!cursor_.Skip(',')) Raise({kInvalidPropertyMissingComma, Offset()}, words::kSampleSetId);
+        TakeKey(words::kSamples);
+        if (!cursor_.Skip('[')) {
+            Raise({kInvalidSamplePropertyType, Offset()}, "[", words::kSamples, Quoted("JSON Array"), Excerpt(set.id));
+        }
+        TakeSamples(set);
+        cursor_.SkipWhiteSpace();
+        if (cursor_.Skip(',')) return false;
+        const std::size_t closing = cursor_.Offset();
+        if (!cursor_.Skip(']') || cursor_.Offset() != end_) RaiseSetData(set, closing);
+        return true;
+    }
+
+    void TakeKey(std::string_view expected) {
+        cursor_.SkipWhiteSpace();
+        RawString key;
+        const std::int64_t offset = Offset();
+        if (!cursor_.TakeString(key) || key.text != expected) {
+            Raise({kMissingRequiredProperties, offset}, expected);
+        }
+        cursor_.SkipWhiteSpace();
+        if (!cursor_.Skip(':')) Raise({kInvalidPropertyMissingColon, Offset()}, expected);
+        cursor_.SkipWhiteSpace();
+    }
+
+    SampleSet& TakeSampleSetId() {
+        RawString id;
+        const std::int64_t offset = Offset();
+        if (!cursor_.TakeString(id)) Raise({kInvalidPropertyValueMissingQuotes, offset}, words::kSampleSetId);
+        const auto found = id.hasBackslash ? sets_.find(id.Decoded()) : sets_.find(id.text);
+        if (found == sets_.end()) Raise({kDynamicNodeNotPresent, offset}, Excerpt(id.Decoded()));
+        if (!seen_.insert(&found->second).second) RaiseSetData(found->second, static_cast<std::size_t>(offset));
+        return found->second;
+    }
+
+    // Goes past the records, the "]" and the "}".
+    void TakeSamples(SampleSet& set) {
+        const std::string_view bytes = cursor_.Bytes();
+        set.start = cursor_.Offset();
+        set.hasQuotedLength = set.kind == SampleKind::kPaddedString && HasQuotedLength(set, bytes);
+        const std::uint64_t size = set.Size();
+        if (size >= bytes.size() - set.start) {
+            // The set is told of when somebody asks for its samples; here it is only left out.
+            set.state = SampleSet::State::kPastEnd;
+            std::size_t depth = 1;
+            cursor_.MoveTo(set.start + FindClosingBracket(bytes.substr(set.start), depth));
+        } else {
+            if (set.count != 0) set.state = SampleSet::State::kPresent;
+            cursor_.MoveTo(set.start + size);
+            if (!cursor_.Skip(']')) RaiseSetData(set, cursor_.Offset());
+        }
+        if (!cursor_.Skip('}')) RaiseSetData(set, cursor_.Offset());
+    }
+
+    static bool HasQuotedLength(const SampleSet& set, std::string_view bytes) {
+        const std::uint64_t before = kRecordStart.size() + set.timeWidth + kRecordMiddle.size() + kPaddedStart.size();
+        return before < bytes.size() - set.start && bytes[set.start + before] == '"';
+    }
+
+    [[noreturn]] static void RaiseSetData(const SampleSet& set, std::size_t offset) {
+        Raise({kInvalidSampleSetData, static_cast<std::int64_t>(offset)}, Excerpt(set.id));
+    }
+
+    JsonCursor cursor_;
+    std::size_t end_;
+    SampleSets& sets_;
+    std::unordered_set<const SampleSet*> seen_;
+};
+
+}  // namespace
+
+void IndexSampleSets(std::string_view bytes, std::size_t begin, std::size_t end, SampleSets& sets) {
+    IndexWalk(bytes, begin, end, sets).Walk();
+}
+
+}  // namespace zentor

@@ -1,0 +1,137 @@
+#include "reader/sample_reader.h"
+
+#include <algorithm>
+
+#include "errors/raise.h"
+#include "reader/json_cursor.h"
+#include "reader/schema_words.h"
+#include "util/number_text.h"
+
+namespace zentor {
+
+namespace {
+
+// Takes `expected` off the front of a text.
+bool Take(std::string_view& text, std::string_view expected) {
+    if (!text.starts_with(expected)) return false;
+    text.remove_prefix(expected.size());
+    return true;
+}
+
+// The text between quotes that is all there is.
+bool Unquote(std::string_view& text) {
+    if (text.size() < 2 || text.front() != '"' || text.back() != '"') return false;
+    text = text.substr(1, text.size() - 2);
+    return true;
+}
+
+}  // namespace
+
+void SampleReader::RaiseAt(const ErrorEntry& entry, std::uint64_t index) const {
+    Raise({entry, static_cast<std::int64_t>(set_.OffsetOf(index))}, set_.PlaceOf(index));
+}
+
+std::optional<Instant> SampleReader::FindTime(std::uint64_t index) const {
+    const std::string_view record = Record(index);
+    Instant time;
+    const bool isTime = record.starts_with(kRecordStart) &&
+                        record.substr(kRecordStart.size() + set_.timeWidth).starts_with('"') &&
+                        form_.Parse(record.substr(kRecordStart.size(), set_.timeWidth), time);
+    return isTime ? std::optional(time) : std::nullopt;
+}
+
+Instant SampleReader::TimeOf(std::uint64_t index) const {
+    const std::optional<Instant> time = FindTime(index);
+    if (time) return *time;
+    CheckRecord(index, Record(index));
+    RaiseAt(kInvalidSampleTime, index);
+}
+
+// Everything about a record but its value.
+void SampleReader::CheckRecord(std::uint64_t index, std::string_view record) const {
+    const auto raiseMissing = [&](std::string_view key) {
+        Raise({kMissingSampleProperty, static_cast<std::int64_t>(set_.OffsetOf(index))}, key, set_.PlaceOf(index));
+    };
+    const bool isLast = index + 1 == set_.count;
+    if (!record.ends_with(kRecordEnd) || bytes_[set_.OffsetOf(index) + width_] != (isLast ? ']' : ',')) {
+        RaiseAt(kInvalidSample, index);
+    }
+    if (!Take(record, "{")) RaiseAt(kInvalidSample, index);
+    if (!Take(record, "\"time\":")) raiseMissing("time");
+    if (!Take(record, "\"")) RaiseAt(kInvalidSampleTime, index);
+    Instant time;
+    if (!form_.Parse(record.substr(0, set_.timeWidth), time)) RaiseAt(kInvalidSampleTime, index);
+    record.remove_prefix(set_.timeWidth);
+    if (!Take(record, "\",")) RaiseAt(kInvalidSample, index);
+    if (!Take(record, "\"value\":")) raiseMissing(words::kValue);
+}
+
+void SampleReader::Read(std::uint64_t index, ZT_Sample& sample) const {
+    const std::string_view record = Record(index);
+    CheckRecord(index, record);
+    sample.time.assign(record, kRecordStart.size(), set_.timeWidth);
+    const std::size_t before = kRecordStart.size() + set_.timeWidth + kRecordMiddle.size();
+    const std::string_view value = record.substr(before, record.size() - before - kRecordEnd.size());
+    switch (set_.kind) {
+        case SampleKind::kNumber:
+            sample.value = ReadNumber(index, value);
+            break;
+        case SampleKind::kNumberArray:
+            if (auto* const numbers = boost::get<std::vector<double>>(&sample.value)) {
+                ReadNumberArray(index, value, *numbers);
+            } else {
+                std::vector<double> fresh;
+                ReadNumberArray(index, value, fresh);
+                sample.value = std::move(fresh);
+            }
+            break;
+        default:
+            sample.value = ReadPaddedString(index, value);
+            break;
+    }
+}
+
+double SampleReader::ReadNumber(std::uint64_t index, std::string_view quoted) const {
+    double number = 0;
+    const bool isNumber = Unquote(quoted) && ParseNumber(quoted.data(), quoted.data() + quoted.size(), number) ==
+                                                 quoted.data() + quoted.size();
+    if (!isNumber) RaiseAt(kInvalidSampleValue, index);
+    return number;
+}
+
+void SampleReader::ReadNumberArray(std::uint64_t index, std::string_view value, std::vector<double>& numbers) const {
+    numbers.clear();
+    numbers.reserve(set_.arraySize);
+    if (!Take(value, "[")) RaiseAt(kInvalidSampleValue, index);
+    while (numbers.size() < set_.arraySize) {
+        if (!numbers.empty() && !Take(value, ",")) {
+            RaiseAt(value.starts_with(']') ? kInvalidArrayCount : kInvalidSampleValue, index);
+        }
+        const std::size_t end = value.find_first_of(",]");
+        if (value.starts_with(']')) RaiseAt(kInvalidArrayCount, index);
+        numbers.push_back(ReadNumber(index, value.substr(0, end)));
+        value.remove_prefix(std::min(end, value.size()));
+    }
+    if (value != "]") RaiseAt(kInvalidSampleValue, index);
+}
+
+std::string SampleReader::ReadPaddedString(std::uint64_t index, std::string_view value) const {
+    if (!Take(value, kPaddedStart)) RaiseAt(kInvalidSampleValue, index);
+    const std::size_t quotes = set_.hasQuotedLength ? 2 : 0;
+    std::string_view digits = value.substr(0, set_.lengthDigits + quotes);
+    value.remove_prefix(digits.size());
+    if (set_.hasQuotedLength && !Unquote(digits)) RaiseAt(kInvalidSampleValue, index);
+    double length = 0;
+    const bool isLength = !digits.empty() && std::all_of(digits.begin(), digits.end(), IsDigit) &&
+                          ParseNumber(digits.data(), digits.data() + digits.size(), length) != nullptr;
+    if (!isLength || !Take(value, kPaddedMiddle) || !value.ends_with(kPaddedEnd)) RaiseAt(kInvalidSampleValue, index);
+    if (length > static_cast<double>(set_.maxLength)) {
+        Raise({kInvalidPaddedStringLength, static_cast<std::int64_t>(set_.OffsetOf(index))});
+    }
+    const std::string_view text = value.substr(0, set_.maxLength);
+    const auto count = static_cast<std::size_t>(length);
+    if (text.find('\\') == std::string_view::npos) return std::string(text.substr(0, count));
+    return DecodeEscapes(text).substr(0, count);
+}
+
+}  // namespace zentor

@@ -1,0 +1,40 @@
+#include "reader/time_comparison.h"
+
+#include "errors/raise.h"
+#include "util/utc_time.h"
+
+namespace zentor {
+
+namespace {
+
+int Sign(std::strong_ordering order) { return order < 0 ? -1 : order > 0 ? 1 : 0; }
+
+std::string_view WithoutTrailingZeros(std::string_view decimals) {
+    return decimals.substr(0, decimals.find_last_not_of('0') + 1);
+}
+
+}  // namespace
+
+int CompareUTCTime(std::string_view left, std::string_view right) {
+    UtcTime a;
+    UtcTime b;
+    if (!ParseUtc(left, a) || !ParseUtc(right, b)) Raise(kInvalidInputTime, Quoted("CompareUTCTime"));
+    if (a.seconds != b.seconds) return Sign(a.seconds <=> b.seconds);
+    return Sign(WithoutTrailingZeros(a.decimals) <=> WithoutTrailingZeros(b.decimals));
+}
+
+int CompareSMPTETime(std::string_view left, std::string_view right, const FrameRate& rate) {
+    std::int64_t a = 0;
+    std::int64_t b = 0;
+    if (!ParseTimeCode(left, rate, a) || !ParseTimeCode(right, rate, b)) {
+        Raise(kInvalidInputTime, Quoted("CompareSMPTETime"));
+    }
+    return Sign(a <=> b);
+}
+
+bool IsEarlier(std::string_view left, std::string_view right, const TimeForm& form) {
+    const FrameRate* const rate = form.Rate();
+    return (rate == nullptr ? CompareUTCTime(left, right) : CompareSMPTETime(left, right, *rate)) < 0;
+}
+
+}  // namespace zentor

@@ -1,0 +1,18 @@
+// Comparison of time strings. Each function returns a number below, equal to or above 0 as the left time is before, at
+// or after the right one, and fails with code 21 when either text is no such time.
+#pragma once
+
+#include <string_view>
+
+#include "util/time_form.h"
+
+namespace zentor {
+
+// As instants: offsets are applied, and decimals need not be equally many.
+int CompareUTCTime(std::string_view left, std::string_view right);
+int CompareSMPTETime(std::string_view left, std::string_view right, const FrameRate& rate);
+
+// Whether the left one of two times of a document is before the right one.
+bool IsEarlier(std::string_view left, std::string_view right, const TimeForm& form);
+
+}  // namespace zentor
