@@ -1,0 +1,88 @@
+#!/usr/bin/env bash
+# Measures how motion captures are converted, next to Assimp, and prints medians and ratios.
+# Usage: run_captures.sh BUILD_DIR
+#   BUILD_DIR      the folder with the bench_* programs
+#   BENCH_DIR      where captures and documents go (default /dev/shm): a file system in memory
+#   BENCH_FRAMES   frames of the whole capture (default 100000)
+#   BENCH_EXPORTS  how often Assimp exports the whole capture (default 3, at most 5): it takes long
+# Figures that have a bound are printed with it, and with "met" or "MISSED".
+set -euo pipefail
+
+[[ $# = 1 ]] || { echo "usage: $0 BUILD_DIR" >&2; exit 2; }
+source_dir=$(cd "$(dirname "$0")" && pwd)
+build_dir=$(cd "$1" && pwd)
+frames=${BENCH_FRAMES:-100000}
+exports=${BENCH_EXPORTS:-3}
+joints=60
+runs=5
+
+work=$(mktemp -d "${BENCH_DIR:-/dev/shm}/zentor-bench.XXXXXX")
+trap 'rm -rf "$work"' EXIT
+export TMPDIR=$work LC_ALL=C
+. "$source_dir/common.sh"
+
+command -v assimp >/dev/null || fail "assimp is missing"
+
+sizes=(tenth whole)
+declare -A size_frames=([tenth]=$((frames / 10)) [whole]=$frames)
+for size in "${sizes[@]}"; do
+    "$build_dir/bench_capture_generator" $joints "${size_frames[$size]}" "$work/$size.bvh" ||
+        fail "failed: bench_capture_generator"
+done
+
+# The programs take turns, so that a change of the machine's pace meets all of them.
+for ((run = 1; run <= runs; ++run)); do
+    for size in "${sizes[@]}"; do
+        input=$work/$size.bvh
+        warm_bytes=$(($(wc -c <"$input") * 10))  # more than a document takes
+        measure "$size.zentor" "$build_dir/bench_convert" time "$input"
+        measure "$size.zentor" "$build_dir/bench_convert" memory "$input"
+        measure_process "$size.info" assimp info "$input"
+        if [[ $size == whole ]] && ((run <= exports)); then
+            measure_process "$size.export" assimp export "$input" "$work/export.json" -fassjson
+            rm "$work/export.json"
+        fi
+    done
+done
+
+declare -A labels=([zentor]=zentor [info]="assimp info" [export]="assimp export")
+declare -A bounds=([info]=2 [export]=6)
+for size in "${sizes[@]}"; do
+    awk -v size="$size" -v frames="${size_frames[$size]}" -v joints=$joints -v runs=$runs \
+        -v input="$(wc -c <"$work/$size.bvh")" -v document="$(median "$size.zentor.document_bytes")" 'BEGIN {
+            printf "\n%s: %d frames of %d joints, %.1f MB to %.1f MB, medians of %d\n",
+                size, frames, joints, input / 1e6, document / 1e6, runs
+            printf "%-14s %9s %9s %10s\n", "program", "wall s", "CPU s", "to zentor" }'
+    zentor=$(median "$size.zentor.wall_seconds")
+    for program in zentor info export; do
+        [[ -e $work/$size.$program.wall_seconds ]] || continue
+        wall=$(median "$size.$program.wall_seconds")
+        wall_ratio=$(ratio "$wall" "$zentor")
+        bound=
+        [[ $size != whole ]] || bound=${bounds[$program]:-}
+        printf '%-14s %9.3f %9.3f %10.2f%s\n' "${labels[$program]}" "$wall" \
+            "$(median "$size.$program.cpu_seconds")" "$wall_ratio" \
+            "${bound:+  at least $bound: $(within "$bound" "$wall_ratio")}"
+    done
+done
+((exports == 0)) || echo "assimp export: of $exports"
+
+echo
+# memory NAME FIGURE: the peak for both sizes, with the bounds: 256 MB, and 3 % more for ten times the frames.
+memory() {
+    local tenth whole growth
+    tenth=$(median "tenth.zentor.$2")
+    whole=$(median "whole.zentor.$2")
+    growth=$(ratio "$whole" "$tenth")
+    printf 'zentor %s: %d KiB (tenth), %d KiB (whole), bound 250000: %s; whole to tenth %.2f, bound 1.03: %s\n' \
+        "$1" "$tenth" "$whole" "$(within "$whole" 250000)" "$growth" "$(within "$growth" 1.03)"
+}
+memory "peak memory, mapped files included" peak_kib_after
+memory "private memory" private_kib
+
+awk -v tenth="$(median tenth.zentor.wall_seconds)" -v whole="$(median whole.zentor.wall_seconds)" \
+    -v joints=$joints -v tenth_frames="${size_frames[tenth]}" -v whole_frames="${size_frames[whole]}" 'BEGIN {
+        numbers = 3 * joints + 3
+        tenth *= 1e9 / (tenth_frames * numbers)
+        whole *= 1e9 / (whole_frames * numbers)
+        printf "zentor per number: %.1f ns (tenth), %.1f ns (whole), whole to tenth %.3f\n", tenth, whole, whole / tenth }'
