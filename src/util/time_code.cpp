@@ -15,11 +15,11 @@ constexpr std::uint64_t kLargestNumerator = std::numeric_limits<std::int32_t>::m
 constexpr std::uint64_t kLargestDenominator = std::numeric_limits<std::uint32_t>::max();
 
 // Magnitude x / y with both parts in range, from a fraction in lowest terms that is not.
-void Approximate(std::uint64_t& x, std::uint64_t& y) {
+void Approximate(std::uint64_t& x, std::uint64_t& y, std::uint64_t largest) {
     const std::uint64_t whole = x / y;
     std::uint64_t rest = x % y;
-    if (whole >= kLargestNumerator) {
-        x = kLargestNumerator;
+    if (whole >= largest) {
+        x = largest;
         y = 1;
         return;
     }
@@ -27,7 +27,8 @@ void Approximate(std::uint64_t& x, std::uint64_t& y) {
         y >>= 1;
         rest = (rest >> 1) + (rest & 1);
     }
-    const std::uint64_t denominator = std::min(kLargestDenominator, kLargestNumerator / (whole + 1));
+    rest = std::min(rest, y);  // rounded up and down, it may have gone past a whole one
+    const std::uint64_t denominator = std::min(kLargestDenominator, largest / (whole + 1));
     x = whole * denominator + (rest * denominator + y - 1) / y;
     y = denominator;
 }
@@ -87,9 +88,11 @@ std::uint32_t Multiply(TimeValue time, std::uint32_t numerator, std::uint32_t de
     const std::uint64_t divisor = std::gcd(x, y);
     x /= divisor;
     y /= divisor;
-    if (x > kLargestNumerator || y > kLargestDenominator) Approximate(x, y);
-    const auto magnitude = static_cast<std::int32_t>(x);
-    product = {time.numerator < 0 ? -magnitude : magnitude, static_cast<std::uint32_t>(y)};
+    const bool isNegative = time.numerator < 0;
+    const std::uint64_t largest = isNegative ? kLargestNumerator + 1 : kLargestNumerator;
+    if (x > largest || y > kLargestDenominator) Approximate(x, y, largest);
+    const auto magnitude = static_cast<std::int64_t>(x);
+    product = {static_cast<std::int32_t>(isNegative ? -magnitude : magnitude), static_cast<std::uint32_t>(y)};
     return 0;
 }
 

@@ -24,8 +24,8 @@ struct FrameRate {
 // In lowest terms; unchanged when the denominator is 0. `wasReduced`: whether the two had a common divisor.
 TimeValue Reduce(TimeValue time, bool* wasReduced = nullptr);
 
-// time x numerator / denominator: exact where that fits, else the nearest fraction above that does, and the nearest
-// there is beyond the range. Returns 0; 1, with a product of {0, 0}, when a denominator is 0.
+// time x numerator / denominator: exact where that fits, else a fraction a little farther from 0 that does, and the
+// last number there is beyond the range. Returns 0; 1, with a product of {0, 0}, when a denominator is 0.
 std::uint32_t Multiply(TimeValue time, std::uint32_t numerator, std::uint32_t denominator, TimeValue& product);
 
 // The frame rate nearest to a number above 0: 30000/1001 for 29.97, and so on for its relatives.
