@@ -65,9 +65,15 @@ std::int64_t FrameOfNumber(std::int64_t number, const FrameRate& rate) {
     return number - (number / tenMinutes * 9 + minutes) * counts.dropped;
 }
 
-std::int64_t FloorDivide(std::int64_t a, std::int64_t b) {
-    const std::int64_t quotient = a / b;
-    return quotient * b > a ? quotient - 1 : quotient;
+struct Division {
+    std::int64_t quotient;
+    std::int64_t rest;
+};
+
+// Rounded down; the divisor is above 0.
+Division DivideDown(std::int64_t number, std::int64_t divisor) {
+    const Division division = {number / divisor, number % divisor};
+    return division.rest < 0 ? Division{division.quotient - 1, division.rest + divisor} : division;
 }
 
 }  // namespace
@@ -127,21 +133,23 @@ std::int64_t FramesPerDay(const FrameRate& rate) {
 }
 
 std::int64_t FrameAt(std::int64_t ticks, std::uint32_t ticksPerSecond, const FrameRate& rate) {
-    constexpr std::int64_t kMostSeconds = std::int64_t{1} << 30;  // keeps the products below in 64 bits
-    const std::int64_t seconds = std::clamp(FloorDivide(ticks, ticksPerSecond), -kMostSeconds, kMostSeconds);
-    const std::int64_t wholePart = seconds * rate.numerator;
-    const auto rest = static_cast<std::uint64_t>(ticks - FloorDivide(ticks, ticksPerSecond) * ticksPerSecond);
+    // As many seconds as keep the products below in 64 bits.
+    constexpr std::int64_t kFirst = std::numeric_limits<std::int32_t>::min();
+    constexpr std::int64_t kLast = std::numeric_limits<std::int32_t>::max();
+    Division time = DivideDown(ticks, ticksPerSecond);
+    if (time.quotient < kFirst) time = {kFirst, 0};
+    if (time.quotient > kLast) time = {kLast, 0};
     // The frames of the rest are taken down to a whole number before the division by the denominator, which loses
     // nothing: what is below one cannot take a whole sum over a multiple of the denominator.
-    const auto restPart = static_cast<std::int64_t>(rest * rate.numerator / ticksPerSecond);
-    return FloorDivide(wholePart + restPart, rate.denominator);
+    const std::uint64_t restPart = static_cast<std::uint64_t>(time.rest) * rate.numerator / ticksPerSecond;
+    return DivideDown(time.quotient * rate.numerator + static_cast<std::int64_t>(restPart), rate.denominator).quotient;
 }
 
 char* FormatTimeCode(std::int64_t frame, const FrameRate& rate, char* out) {
-    const std::int64_t number = NumberOfFrame(frame, rate);
+    const std::int64_t number = NumberOfFrame(frame % FramesPerDay(rate), rate);
     const std::int64_t nominal = NominalRate(rate);
     const std::int64_t seconds = number / nominal;
-    out = PutDecimal(out, static_cast<std::uint64_t>(seconds / 3600 % 24), 2);
+    out = PutDecimal(out, static_cast<std::uint64_t>(seconds / 3600), 2);
     *out++ = ':';
     out = PutDecimal(out, static_cast<std::uint64_t>(seconds / 60 % 60), 2);
     *out++ = ':';

@@ -45,7 +45,8 @@ inline constexpr std::uint32_t kHighestNominalRate = 1000;  // from there on thr
 // How many different time codes there are.
 std::int64_t FramesPerDay(const FrameRate& rate);
 
-// The frame that is shown at ticks / ticksPerSecond seconds: the last one that begins at or before it. Saturates.
+// The frame that is shown at ticks / ticksPerSecond seconds: the last one that begins at or before it. The scale is not
+// 0. Seconds beyond 32 bits count as the first or the last in them.
 std::int64_t FrameAt(std::int64_t ticks, std::uint32_t ticksPerSecond, const FrameRate& rate);
 
 // The time code of a frame from 0 on; a day later it is the same again. Returns the end of the text, which is
