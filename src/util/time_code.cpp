@@ -107,10 +107,11 @@ bool AllowsDropFrame(std::uint64_t numerator, std::uint64_t denominator) {
 }
 
 FrameRate FrameRateNear(double framesPerSecond, bool dropFrame) {
-    constexpr double kRounding = 0.0001;
+    constexpr double kRounding = 0.00001;  // of the rate: 119.88 is as near to its fraction as 29.97 is
     constexpr double kParts = 1e6;
     for (const std::uint32_t whole : {24u, 30u, 48u, 60u, 120u, 240u}) {
-        if (std::abs(framesPerSecond - whole * 1000.0 / 1001) < kRounding) return {whole * 1000, 1001, dropFrame};
+        const double near = whole * 1000.0 / 1001;
+        if (std::abs(framesPerSecond - near) < near * kRounding) return {whole * 1000, 1001, dropFrame};
     }
     constexpr auto kLargest = static_cast<double>(kLargestDenominator);
     if (framesPerSecond > kLargest / kParts || framesPerSecond == std::trunc(framesPerSecond)) {
