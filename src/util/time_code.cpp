@@ -15,11 +15,11 @@ constexpr std::uint64_t kLargestNumerator = std::numeric_limits<std::int32_t>::m
 constexpr std::uint64_t kLargestDenominator = std::numeric_limits<std::uint32_t>::max();
 
 // Magnitude x / y with both parts in range, from a fraction in lowest terms that is not.
-void Approximate(std::uint64_t& x, std::uint64_t& y) {
+void Approximate(std::uint64_t& x, std::uint64_t& y, std::uint64_t largest) {
     const std::uint64_t whole = x / y;
     std::uint64_t rest = x % y;
-    if (whole >= kLargestNumerator) {
-        x = kLargestNumerator;
+    if (whole >= largest) {
+        x = largest;
         y = 1;
         return;
     }
@@ -27,7 +27,8 @@ void Approximate(std::uint64_t& x, std::uint64_t& y) {
         y >>= 1;
         rest = (rest >> 1) + (rest & 1);
     }
-    const std::uint64_t denominator = std::min(kLargestDenominator, kLargestNumerator / (whole + 1));
+    rest = std::min(rest, y);  // rounded up and down, it may have gone past a whole one
+    const std::uint64_t denominator = std::min(kLargestDenominator, largest / (whole + 1));
     x = whole * denominator + (rest * denominator + y - 1) / y;
     y = denominator;
 }
@@ -64,9 +65,15 @@ std::int64_t FrameOfNumber(std::int64_t number, const FrameRate& rate) {
     return number - (number / tenMinutes * 9 + minutes) * counts.dropped;
 }
 
-std::int64_t FloorDivide(std::int64_t a, std::int64_t b) {
-    const std::int64_t quotient = a / b;
-    return quotient * b > a ? quotient - 1 : quotient;
+struct Division {
+    std::int64_t quotient;
+    std::int64_t rest;
+};
+
+// Rounded down; the divisor is above 0.
+Division DivideDown(std::int64_t number, std::int64_t divisor) {
+    const Division division = {number / divisor, number % divisor};
+    return division.rest < 0 ? Division{division.quotient - 1, division.rest + divisor} : division;
 }
 
 }  // namespace
@@ -87,9 +94,11 @@ std::uint32_t Multiply(TimeValue time, std::uint32_t numerator, std::uint32_t de
     const std::uint64_t divisor = std::gcd(x, y);
     x /= divisor;
     y /= divisor;
-    if (x > kLargestNumerator || y > kLargestDenominator) Approximate(x, y);
-    const auto magnitude = static_cast<std::int32_t>(x);
-    product = {time.numerator < 0 ? -magnitude : magnitude, static_cast<std::uint32_t>(y)};
+    const bool isNegative = time.numerator < 0;
+    const std::uint64_t largest = isNegative ? kLargestNumerator + 1 : kLargestNumerator;
+    if (x > largest || y > kLargestDenominator) Approximate(x, y, largest);
+    const auto magnitude = static_cast<std::int64_t>(x);
+    product = {static_cast<std::int32_t>(isNegative ? -magnitude : magnitude), static_cast<std::uint32_t>(y)};
     return 0;
 }
 
@@ -98,10 +107,11 @@ bool AllowsDropFrame(std::uint64_t numerator, std::uint64_t denominator) {
 }
 
 FrameRate FrameRateNear(double framesPerSecond, bool dropFrame) {
-    constexpr double kRounding = 0.0001;
+    constexpr double kRounding = 0.00001;  // of the rate: 119.88 is as near to its fraction as 29.97 is
     constexpr double kParts = 1e6;
     for (const std::uint32_t whole : {24u, 30u, 48u, 60u, 120u, 240u}) {
-        if (std::abs(framesPerSecond - whole * 1000.0 / 1001) < kRounding) return {whole * 1000, 1001, dropFrame};
+        const double near = whole * 1000.0 / 1001;
+        if (std::abs(framesPerSecond - near) < near * kRounding) return {whole * 1000, 1001, dropFrame};
     }
     constexpr auto kLargest = static_cast<double>(kLargestDenominator);
     if (framesPerSecond > kLargest / kParts || framesPerSecond == std::trunc(framesPerSecond)) {
@@ -124,21 +134,23 @@ std::int64_t FramesPerDay(const FrameRate& rate) {
 }
 
 std::int64_t FrameAt(std::int64_t ticks, std::uint32_t ticksPerSecond, const FrameRate& rate) {
-    constexpr std::int64_t kMostSeconds = std::int64_t{1} << 30;  // keeps the products below in 64 bits
-    const std::int64_t seconds = std::clamp(FloorDivide(ticks, ticksPerSecond), -kMostSeconds, kMostSeconds);
-    const std::int64_t wholePart = seconds * rate.numerator;
-    const auto rest = static_cast<std::uint64_t>(ticks - FloorDivide(ticks, ticksPerSecond) * ticksPerSecond);
+    // As many seconds as keep the products below in 64 bits.
+    constexpr std::int64_t kFirst = std::numeric_limits<std::int32_t>::min();
+    constexpr std::int64_t kLast = std::numeric_limits<std::int32_t>::max();
+    Division time = DivideDown(ticks, ticksPerSecond);
+    if (time.quotient < kFirst) time = {kFirst, 0};
+    if (time.quotient > kLast) time = {kLast, 0};
     // The frames of the rest are taken down to a whole number before the division by the denominator, which loses
     // nothing: what is below one cannot take a whole sum over a multiple of the denominator.
-    const auto restPart = static_cast<std::int64_t>(rest * rate.numerator / ticksPerSecond);
-    return FloorDivide(wholePart + restPart, rate.denominator);
+    const std::uint64_t restPart = static_cast<std::uint64_t>(time.rest) * rate.numerator / ticksPerSecond;
+    return DivideDown(time.quotient * rate.numerator + static_cast<std::int64_t>(restPart), rate.denominator).quotient;
 }
 
 char* FormatTimeCode(std::int64_t frame, const FrameRate& rate, char* out) {
-    const std::int64_t number = NumberOfFrame(frame, rate);
+    const std::int64_t number = NumberOfFrame(frame % FramesPerDay(rate), rate);
     const std::int64_t nominal = NominalRate(rate);
     const std::int64_t seconds = number / nominal;
-    out = PutDecimal(out, static_cast<std::uint64_t>(seconds / 3600 % 24), 2);
+    out = PutDecimal(out, static_cast<std::uint64_t>(seconds / 3600), 2);
     *out++ = ':';
     out = PutDecimal(out, static_cast<std::uint64_t>(seconds / 60 % 60), 2);
     *out++ = ':';

@@ -24,8 +24,8 @@ struct FrameRate {
 // In lowest terms; unchanged when the denominator is 0. `wasReduced`: whether the two had a common divisor.
 TimeValue Reduce(TimeValue time, bool* wasReduced = nullptr);
 
-// time x numerator / denominator: exact where that fits, else the nearest fraction above that does, and the nearest
-// there is beyond the range. Returns 0; 1, with a product of {0, 0}, when a denominator is 0.
+// time x numerator / denominator: exact where that fits, else a fraction a little farther from 0 that does, and the
+// last number there is beyond the range. Returns 0; 1, with a product of {0, 0}, when a denominator is 0.
 std::uint32_t Multiply(TimeValue time, std::uint32_t numerator, std::uint32_t denominator, TimeValue& product);
 
 // The frame rate nearest to a number above 0: 30000/1001 for 29.97, and so on for its relatives.
@@ -45,7 +45,8 @@ inline constexpr std::uint32_t kHighestNominalRate = 1000;  // from there on thr
 // How many different time codes there are.
 std::int64_t FramesPerDay(const FrameRate& rate);
 
-// The frame that is shown at ticks / ticksPerSecond seconds: the last one that begins at or before it. Saturates.
+// The frame that is shown at ticks / ticksPerSecond seconds: the last one that begins at or before it. The scale is not
+// 0. Seconds beyond 32 bits count as the first or the last in them.
 std::int64_t FrameAt(std::int64_t ticks, std::uint32_t ticksPerSecond, const FrameRate& rate);
 
 // The time code of a frame from 0 on; a day later it is the same again. Returns the end of the text, which is
