@@ -88,8 +88,9 @@ const zentor::TimeForm& VkjsonDynamicDataImpl::RequireTimeForm() const {
     if (!isInitialized_ || isUnusable_ || isWritten_ || !writer.IsOpen()) {
         throw ZT_PluginException(ZT_INVALID_DYNAMIC_NODE);
     }
-    if (!stream_->timeForm) throw ZT_PluginException(ZT_TIME_MODE_INVALID);
-    return *stream_->timeForm;
+    const zentor::TimeForm* const form = stream_->root == nullptr ? nullptr : stream_->root->Form();
+    if (form == nullptr) throw ZT_PluginException(ZT_TIME_MODE_INVALID);
+    return *form;
 }
 
 SampleTime VkjsonDynamicDataImpl::FormatTime(std::int64_t ticks, std::uint32_t ticksPerSecond, char* text) const {

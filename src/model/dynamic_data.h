@@ -11,6 +11,7 @@
 #include "model/node_values.h"
 #include "model/sample_buffer.h"
 #include "model/stream_state.h"
+#include "util/time_form.h"
 
 namespace ZT_PLUGIN {
 

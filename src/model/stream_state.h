@@ -1,22 +1,19 @@
-// What the nodes of one document share while it is built: its writer, its root, its time mode and the names in use.
+// What the nodes of one document share while it is built: its writer, its root and the names in use.
 #pragma once
 
 #include <cstdint>
 #include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_set>
 
 #include "model/document_writer.h"
-#include "util/time_form.h"
 
 namespace ZT_PLUGIN {
 
 struct StreamState {
     std::unique_ptr<IDocumentWriter> writer;  // null once the conversion is over
     const IVkjsonRoot_I* root = nullptr;      // while it lives
-    std::optional<zentor::TimeForm> timeForm;
     bool hasSamples = false;
     std::size_t dynamicNodes = 0;                // that are alive
     std::unordered_set<std::string> matchNames;  // of attached nodes
