@@ -1,8 +1,5 @@
 #include "model/number_track.h"
 
-#include <algorithm>
-
-#include "model/client_boundary.h"
 #include "model/static_data.h"
 
 namespace ZT_PLUGIN {
@@ -16,13 +13,6 @@ void WidestPattern::Ask(std::uint64_t digitsInteger, std::uint64_t digitsDecimal
     asked_ = pattern;
 }
 
-void WidestPattern::Widen(std::string_view number) {
-    const zentor::DigitCounts digits = zentor::CountDigits(number);
-    widest_.digitsInteger = std::max(widest_.digitsInteger, digits.integer);
-    widest_.digitsDecimal = std::max(widest_.digitsDecimal, digits.decimal);
-    widest_.isSigned = widest_.isSigned || digits.isNegative;
-}
-
 NumberPattern WidestPattern::Get() const {
     NumberPattern pattern = widest_;
     pattern.isSigned = pattern.isSigned || asked_.isSigned;
@@ -30,13 +20,6 @@ NumberPattern WidestPattern::Get() const {
     pattern.digitsInteger = std::max(pattern.digitsInteger, asked_.digitsInteger);
     pattern.digitsDecimal = std::max(pattern.digitsDecimal, asked_.digitsDecimal);
     return pattern;
-}
-
-void CheckWithin(const MinMax& legal, double value) {
-    CheckNumber(value);
-    if (legal.IsKnown() && !(value >= legal.minimum && value <= legal.maximum)) {
-        throw ZT_PluginException(ZT_RANGE_VALUE);
-    }
 }
 
 }  // namespace ZT_PLUGIN

@@ -1,9 +1,12 @@
 // What the samples of numbers have been like: how wide their texts are and which range they occupy.
 #pragma once
 
+#include <algorithm>
 #include <string_view>
 
+#include "errors/exception.h"
 #include "model/node_values.h"
+#include "zentor/error_codes.h"
 
 namespace ZT_PLUGIN {
 
@@ -14,7 +17,14 @@ public:
     void Ask(std::uint64_t digitsInteger, std::uint64_t digitsDecimal, bool isSigned);
     void AskForSign(bool isSigned) { asked_.isSigned = isSigned; }
     // A number without an exponent.
-    void Widen(std::string_view number);
+    void Widen(std::string_view number) {
+        const bool isNegative = number.starts_with('-');
+        const std::size_t length = number.size();
+        const std::size_t point = std::min(number.find('.'), length);
+        widest_.digitsInteger = std::max<std::uint64_t>(widest_.digitsInteger, point - (isNegative ? 1 : 0));
+        if (point != length) widest_.digitsDecimal = std::max<std::uint64_t>(widest_.digitsDecimal, length - point - 1);
+        widest_.isSigned = widest_.isSigned || isNegative;
+    }
     NumberPattern Get() const;
 
 private:
@@ -30,6 +40,9 @@ inline void Widen(MinMax& occurring, double value) {
 }
 
 // Code 2008 for a number that cannot be written or lies outside.
-void CheckWithin(const MinMax& legal, double value);
+inline void CheckWithin(const MinMax& legal, double value) {
+    const bool isWithin = !legal.IsKnown() || (value >= legal.minimum && value <= legal.maximum);
+    if (!isWithin || !zentor::IsWritable(value)) throw ZT_PluginException(ZT_RANGE_VALUE);
+}
 
 }  // namespace ZT_PLUGIN

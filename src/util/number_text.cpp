@@ -12,9 +12,6 @@ namespace {
 
 constexpr int kSignificantDigits = 16;
 
-// Doubles from here on round to 1.797693134862316e+308 at 16 digits, which is above the largest double.
-constexpr double kUnwritable = 1.7976931348623155e308;
-
 // Whole numbers below this have at most 16 digits, so that the general notation is their plain decimal text.
 constexpr double kLargestPlainInteger = 9007199254740992.0;
 
@@ -127,8 +124,6 @@ PlainDecimal ScanPlainDecimal(const char* from, const char* end) {
     const auto number = static_cast<std::int64_t>(digits);
     return {last, at, *from == '-' ? -number : number, static_cast<std::uint32_t>(fraction)};
 }
-
-bool IsWritable(double value) { return std::abs(value) < kUnwritable; }
 
 const char* ParseNumber(const char* from, const char* end, double& value) {
     const char* first = from;

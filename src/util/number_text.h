@@ -1,6 +1,7 @@
 // Numbers as the document format writes them, and as tables hold them. Locale-free.
 #pragma once
 
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -47,7 +48,11 @@ inline DigitCounts CountDigits(std::string_view number) {
 }
 
 // Whether the 16-digit text of `value` is again a finite number; false for infinities and not-a-number.
-bool IsWritable(double value);
+inline bool IsWritable(double value) {
+    constexpr double kUnwritable =
+        1.7976931348623155e308;  // rounds to 1.797693134862316e+308, above the largest double
+    return std::abs(value) < kUnwritable;
+}
 
 // A number as it stands in a text. Both are null when it has to be parsed and formatted.
 struct PlainDecimal {

@@ -44,11 +44,12 @@ cp table.csv table.unknown
 mkdir folder 'accent é'
 cp table.csv 'accent é/größe.csv'
 
-expect 0 "csv      Comma Seperated Value
+expect 0 "bvh      Biovision Hierarchy
+csv      Comma Seperated Value
 tsv      Tab Seperated Value
 txt      Tab Seperated Value
 vkjson   Vektra JSON" "" formats
-expect 0 '[{"extension":"csv","displayName":"Comma Seperated Value"},{"extension":"tsv","displayName":"Tab Seperated Value"},{"extension":"txt","displayName":"Tab Seperated Value"},{"extension":"vkjson","displayName":"Vektra JSON"}]' "" --json formats
+expect 0 '[{"extension":"bvh","displayName":"Biovision Hierarchy"},{"extension":"csv","displayName":"Comma Seperated Value"},{"extension":"tsv","displayName":"Tab Seperated Value"},{"extension":"txt","displayName":"Tab Seperated Value"},{"extension":"vkjson","displayName":"Vektra JSON"}]' "" --json formats
 expect 0 "~^zentor [0-9]+\.[0-9]+\.[0-9]+$" "" --version
 expect 0 "~convert.*formats|formats.*convert" "" --help
 

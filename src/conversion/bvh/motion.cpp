@@ -112,7 +112,6 @@ bool FrameReader::IsNumberNext() {
 }
 
 void FrameReader::MakeRoom(std::size_t column) {
-    if (texts_.size() - used_ >= kPlainNumberRoom) return;
     const char* const before = texts_.data();
     texts_.resize(texts_.size() * 2);
     for (std::size_t k = 0; k < column; ++k) {
@@ -124,7 +123,7 @@ void FrameReader::MakeRoom(std::size_t column) {
 // False, at the place, when there is no number before the next blank.
 bool FrameReader::ReadNumber(std::size_t column) {
     input_.SkipBlanks();
-    MakeRoom(column);
+    if (texts_.size() - used_ < kPlainNumberRoom) MakeRoom(column);
     const std::string_view rest = input_.Rest();
     const char* const end = rest.data() + rest.size();
     const char* const from = rest.starts_with('+') ? rest.data() + 1 : rest.data();
