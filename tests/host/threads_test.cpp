@@ -70,14 +70,6 @@ std::string Converted(IZentor* manager, const std::string& table) {
     return document;
 }
 
-std::size_t TemporaryFiles() {
-    std::size_t count = 0;
-    for (const auto& entry : std::filesystem::directory_iterator(std::filesystem::temp_directory_path())) {
-        if (Utf8Of(entry.path().filename()).starts_with("ZTT")) ++count;
-    }
-    return count;
-}
-
 std::uint32_t LastCode() {
     std::uint32_t last = 0;
     GetLastException_1(
