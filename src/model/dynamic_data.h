@@ -73,7 +73,6 @@ private:
     const zentor::TimeForm& RequireTimeForm() const;
     SampleTime FormatTime(std::int64_t ticks, std::uint32_t ticksPerSecond, char* text) const;
     SampleTime ReadTime(std::string_view text) const;
-    std::size_t BufferLimit() const;
     bool IsInDocument() const;
 
     std::shared_ptr<StreamState> stream_;  // null when the stream was not open

@@ -7,7 +7,9 @@
 #include <string_view>
 #include <unordered_set>
 
+#include "errors/exception.h"
 #include "model/document_writer.h"
+#include "zentor/error_codes.h"
 
 namespace ZT_PLUGIN {
 
@@ -15,12 +17,18 @@ struct StreamState {
     std::unique_ptr<IDocumentWriter> writer;  // null once the conversion is over
     const IVkjsonRoot_I* root = nullptr;      // while it lives
     bool hasSamples = false;
-    std::size_t dynamicNodes = 0;                // that are alive
-    std::unordered_set<std::string> matchNames;  // of attached nodes
+    std::size_t dynamicNodes = 0;                        // that are alive
+    std::size_t sampleBufferLimit = kSampleBufferLimit;  // of each of them
+    std::unordered_set<std::string> matchNames;          // of attached nodes
     std::unordered_set<std::string> sampleSetIds;
 
+    // Takes a dynamic node in, or a dead one out.
+    void CountDynamicNodes(bool isNew) noexcept;
     // The writer; code 2011 when the conversion is over.
-    IDocumentWriter& Writer() const;
+    IDocumentWriter& Writer() const {
+        if (!writer) throw ZT_PluginException(ZT_STREAM_NOT_OPEN);
+        return *writer;
+    }
 };
 
 // The streams of the conversions that are running, by id. Thread-safe. A stream is opened before its converter runs and
