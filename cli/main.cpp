@@ -74,13 +74,11 @@ void AddSamples(CLI::App& app, Arguments& arguments, Command& chosen) {
         RunSamples(library, arguments.common, arguments.document, arguments.dataPath, arguments.samples);
     });
     command->add_option("PATH", arguments.dataPath, "The node, e.g. [0][2] or [\"data1\"]")->required();
-    CLI::Option* from =
-        command->add_option("--from", options.from,
-                            "The first time, in seconds (1.5, 3/2) or as the document has it; later than --to: back");
-    CLI::Option* to = command->add_option("--to", options.to, "The last time");
+    CLI::Option* from = command->add_option("--from", options.from,
+                                            "Where to begin: seconds (1.5, 3/2, -2), or a time as the document has it");
+    CLI::Option* to = command->add_option("--to", options.to, "Where to end; before --from: the latest come first");
     command->add_option("--at", options.at, "Only the latest sample at or before this time")->excludes(from, to);
-    command->add_option("--format", options.format, "text, csv or json (default: text)")
-        ->check(CLI::IsMember({"text", "csv", "json"}));
+    command->add_option("--format", options.format, "Default: text")->check(CLI::IsMember({"text", "csv", "json"}));
 }
 
 void AddCommands(CLI::App& app, Arguments& arguments, Command& chosen) {
