@@ -282,7 +282,7 @@ TEST(TimeCode, FrameAtAnyTime) {
     for (const std::int64_t frame : {kMax64, kMax64 - 1}) EXPECT_EQ(FormatTimeCode(frame, k2997Drop, text) - text, 11);
 }
 
-TEST(UtcTime, EveryDayOfTheCalendar) {
+TEST(UtcTime, DaysOfTheCalendar) {
     const int lengths[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
     std::mt19937 random(4);
     std::int64_t midnight = kFirstUtcSecond;
@@ -293,6 +293,7 @@ TEST(UtcTime, EveryDayOfTheCalendar) {
             const int days = lengths[month - 1] + (month == 2 && isLeap ? 1 : 0);
             const std::string begin = Padded(year, 4) + '-' + Padded(month, 2) + '-';
             for (int day = 1; day <= days; ++day, midnight += 86400) {
+                if (year % 25 != 0 && day != 1 && day != days) continue;
                 // Any time of the day, to any precision.
                 const auto second = static_cast<std::uint32_t>(random() % 86400);
                 const auto nanoseconds = static_cast<std::uint32_t>(random() % 1000000000);
