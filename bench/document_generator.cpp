@@ -9,12 +9,11 @@
 #include <string>
 #include <string_view>
 
-#include "measure.h"
+#include "arguments.h"
+#include "generated_samples.h"
 
 namespace {
 
-constexpr int kNodes = 6;
-constexpr std::uint64_t kFramesOfADay = 30 * 86400;
 constexpr std::size_t kPiece = 1 << 20;
 
 class Output {
@@ -51,27 +50,20 @@ private:
     std::string m_text;
 };
 
-void Value(Output& out, bool isArray, std::uint64_t i) {
-    const std::uint64_t a = i * 7919 % 100000000;
-    const std::uint64_t b = i * 104729 % 10000000;
-    if (isArray) {
-        out.Format("[\"+%03" PRIu64 ".%04" PRIu64 "\",\"-%03" PRIu64 ".%04" PRIu64 "\",\"+%03" PRIu64 ".%04" PRIu64
-                   "\"]",
-                   a % 1000, a / 1000 % 10000, b % 1000, b / 1000 % 10000, a / 10 % 1000, b % 10000);
-    } else {
-        out.Format("\"%c%020" PRIu64 ".%023" PRIu64 "\"", i % 3 == 0 ? '-' : '+', a, b);
-    }
-}
-
 void SampleSet(Output& out, int node, std::uint64_t count) {
     out.Format("%s{\"sampleSetID\":\"set%d\",\"samples\":[", node == 0 ? "" : ",", node);
+    const bool isArray = bench::IsArrayNode(node);
+    std::string sample;
     for (std::uint64_t i = 0; i < count; ++i) {
-        // More samples than a day has frames: some share a time.
-        const std::uint64_t frame = count <= kFramesOfADay ? i : i * kFramesOfADay / count;
-        out.Format("%s{\"time\":\"%02" PRIu64 ":%02" PRIu64 ":%02" PRIu64 ":%02" PRIu64 "\",\"value\":",
-                   i == 0 ? "" : ",", frame / 108000, frame / 1800 % 60, frame / 30 % 60, frame % 30);
-        Value(out, node % 2 == 1, i);
-        out.Text("}");
+        sample.assign(i == 0 ? "{\"time\":\"" : ",{\"time\":\"");
+        bench::AppendTime(sample, bench::FrameOf(i, count));
+        sample += isArray ? "\",\"value\":[\"" : "\",\"value\":\"";
+        for (std::size_t element = 0; element < (isArray ? bench::kArraySize : 1); ++element) {
+            if (element != 0) sample += "\",\"";
+            bench::AppendNumber(sample, node, i, element);
+        }
+        sample += isArray ? "\"]}" : "\"}";
+        out.Text(sample);
     }
     out.Text("]}");
 }
@@ -85,7 +77,7 @@ void DynamicNode(Output& out, int node, std::uint64_t count) {
         "\"sampleSetID\":\"set%d\",\"interpolation\":\"linear\",\"hasExpectedFrequencyB\":false,"
         "\"sampleCount\":%" PRIu64 ",\"dataType\":{",
         node == 0 ? "" : ",", node, node, node, count);
-    if (node % 2 == 1) {
+    if (bench::IsArrayNode(node)) {
         out.Format(
             "\"type\":\"numberStringArray\",\"numberArrayProperties\":{\"pattern\":{\"isSigned\":true,"
             "\"digitsDecimal\":4,\"digitsInteger\":3},\"arrayRanges\":{\"ranges\":[%s,%s,%s]},\"arraySize\":3,"
@@ -103,11 +95,11 @@ void Samples(Output& out, std::uint64_t count) {
     out.Text(
         "{\"version\":\"vkjson2.0.0\",\"dynamicSamplesPresentB\":true,\"dynamicDataInfo\":{\"useTimecodeB\":true,"
         "\"timecodeInfo\":{\"frameRate\":{\"value\":30,\"scale\":1},\"dropFrame\":false}},\"dataDynamicSamples\":[");
-    for (int node = 0; node < kNodes; ++node) SampleSet(out, node, count / kNodes);
+    for (int node = 0; node < bench::kSampleNodes; ++node) SampleSet(out, node, count / bench::kSampleNodes);
     out.Text(
         "],\"creator\":\"bench\",\"dataOutline\":[{\"objectType\":\"dataGroup\",\"matchName\":\"all\","
         "\"displayName\":\"All\",\"children\":[");
-    for (int node = 0; node < kNodes; ++node) DynamicNode(out, node, count / kNodes);
+    for (int node = 0; node < bench::kSampleNodes; ++node) DynamicNode(out, node, count / bench::kSampleNodes);
     out.Text("]}]}");
 }
 

@@ -1,16 +1,14 @@
-// What the benchmark programs share: clocks, peak memory, and the arguments that are numbers. Every program prints its
-// figures as lines "name value", which run.sh collects.
+// What the programs that measure share: clocks and peak memory. Every program prints its figures as lines "name value",
+// which the scripts collect.
 #ifndef ZENTOR_BENCH_MEASURE_H
 #define ZENTOR_BENCH_MEASURE_H
 
 #include <sys/resource.h>
 
-#include <charconv>
 #include <chrono>
-#include <cstdint>
 #include <cstdio>
-#include <cstdlib>
-#include <string_view>
+
+#include "arguments.h"
 
 namespace bench {
 
@@ -41,21 +39,6 @@ private:
     double m_wallSeconds = 0;
     double m_cpuSeconds = 0;
 };
-
-[[noreturn]] inline void Fail(const char* what) {
-    std::perror(what);
-    std::exit(EXIT_FAILURE);
-}
-
-inline std::uint64_t CountArgument(std::string_view text) {
-    std::uint64_t count = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), count);
-    if (error != std::errc() || end != text.data() + text.size()) {
-        std::fprintf(stderr, "not a count: %.*s\n", static_cast<int>(text.size()), text.data());
-        std::exit(EXIT_FAILURE);
-    }
-    return count;
-}
 
 }  // namespace bench
 

@@ -51,7 +51,7 @@ for ((run = 1; run <= runs; ++run)); do
         # The outputs of the first run are compared; the copy is made after the timed call.
         copy=()
         if ((run == 1)); then copy=("$work/zentor.vkjson"); fi
-        measure "$size.zentor" "$build_dir/bench_convert_table" "$input" "${copy[@]}"
+        measure "$size.zentor" "$build_dir/bench_convert" time "$input" "${copy[@]}"
         measure "$size.bare" "$build_dir/bench_bare_write" "$(median "$size.zentor.document_bytes")" "$work/bare"
         rm "$work/bare"
         measure "$size.rapidjson" "$build_dir/bench_rapidjson_writer" "$input" "$work/rapidjson.vkjson"

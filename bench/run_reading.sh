@@ -3,7 +3,7 @@
 # Usage: run_reading.sh BUILD_DIR
 #   BUILD_DIR      the folder with the bench_* programs
 #   BENCH_DIR      where documents go (default /dev/shm): a file system in memory
-#   BENCH_SAMPLES  samples of the large document (default 6000000)
+#   BENCH_SAMPLES  samples of the large document (default 6000000, at least 60000)
 #   BENCH_NODES    nodes of the documents of static nodes (default 1000000)
 # Figures that have a bound are printed with it, and with "met" or "MISSED".
 set -euo pipefail
@@ -39,15 +39,13 @@ for ((run = 1; run <= runs; ++run)); do
         measure "$document.zentor" "$build_dir/bench_open_document" "$input" memory
         for peer in "${peers[@]}"; do measure "$document.$peer" "$build_dir/bench_read_json" "$peer" "$input"; done
     done
+    measure whole.samples "$build_dir/bench_query_samples" "$work/whole.vkjson" "$samples"
+    measure tenth.samples "$build_dir/bench_query_samples" "$work/tenth.vkjson" $((samples / 10))
     for document in "${!group_sizes[@]}"; do
         measure "$document.query" "$build_dir/bench_query_static" "$work/$document.vkjson" "$nodes" \
             "${group_sizes[$document]}"
     done
 done
-
-# within FIGURE BOUND: whether a bound is met.
-within() { awk -v figure="$1" -v bound="$2" 'BEGIN { print figure <= bound ? "met" : "MISSED" }'; }
-ratio() { awk -v a="$1" -v b="$2" 'BEGIN { printf "%.6f", a / b }'; }
 
 declare -A bounds=([rapidjson]=1.0 [simdjson]=0.7)
 for document in "${documents[@]}"; do
@@ -83,6 +81,21 @@ for program in zentor rapidjson; do
             whole *= 1e9 / whole_samples
             printf "%s per sample: %.1f ns (tenth), %.1f ns (whole), whole to tenth %.3f\n",
                 program, tenth, whole, whole / tenth }'
+done
+
+# sample_query FIGURE LABEL DECIMALS WORDS VERDICT: a line for one query and what there is to say of its bound.
+sample_query() {
+    printf "%-34s %12.$3f %12.$3f %9.2f  %s %s\n" "$2" "$(median "tenth.samples.$1")" \
+        "$(median "whole.samples.$1")" "$(ratio "$(median "whole.samples.$1")" "$(median "tenth.samples.$1")")" "$4" "$5"
+}
+echo
+printf '%-34s %12s %12s %9s\n' "queries of samples, microseconds" tenth whole "to tenth"
+for kind in number array; do
+    single=${kind}_single_microseconds neighbours=${kind}_neighbours_microseconds texts=${kind}_texts_per_second
+    sample_query $single "one of a node of ${kind}s" 2 "bound 5:" "$(within "$(median whole.samples.$single)" 5)"
+    sample_query $neighbours "1,000 neighbours" 1 "bound 300:" "$(within "$(median whole.samples.$neighbours)" 300)"
+    sample_query $texts "all: number texts a second" 0 "at least 6000000:" \
+        "$(within 6000000 "$(median whole.samples.$texts)")"
 done
 
 echo

@@ -1,5 +1,7 @@
 #include "document.h"
 
+#include <exception>
+
 namespace zentor_cli {
 
 namespace {
@@ -61,7 +63,10 @@ constexpr ZT_DynamicDataCallbacks kDynamicData = {
         leaf.sampleCount = sampleCount;
         leaf.maxInterSampleDuration = Text(duration, durationLength);
     },
-    nullptr,
+    [](void* handle, const char* firstTime, std::uint64_t firstTimeLength, const char* lastTime,
+       std::uint64_t lastTimeLength) {
+        static_cast<Leaf*>(handle)->timeSpan = {Text(firstTime, firstTimeLength), Text(lastTime, lastTimeLength)};
+    },
 };
 
 DataType& TypeOf(void* handle) { return static_cast<Leaf*>(handle)->dataType; }
@@ -89,6 +94,41 @@ constexpr ZT_DataTypeCallbacks kDataTypes = {
     },
     [](void* handle, std::uint64_t, const char* text, std::uint64_t length) {
         TypeOf(handle).arrayDisplayNames.push_back(Text(text, length));
+    },
+};
+
+// Nothing may be thrown through the library; what the taker throws waits here for the end of the query.
+class SampleHandOver {
+public:
+    explicit SampleHandOver(const SampleTaker& take) : take_(take) {}
+
+    void Add(const Sample& sample) noexcept {
+        if (failure_) return;
+        try {
+            take_(sample);
+        } catch (...) {
+            failure_ = std::current_exception();
+        }
+    }
+
+    void Rethrow() const {
+        if (failure_) std::rethrow_exception(failure_);
+    }
+
+private:
+    const SampleTaker& take_;
+    std::exception_ptr failure_;
+};
+
+constexpr ZT_SampleCallbacks kSamples = {
+    [](void* handle, const char* time, std::uint64_t timeLength, double value) {
+        static_cast<SampleHandOver*>(handle)->Add({{time, timeLength}, value});
+    },
+    [](void* handle, const char* time, std::uint64_t timeLength, const double* values, std::uint64_t count) {
+        static_cast<SampleHandOver*>(handle)->Add({{time, timeLength}, std::span(values, count)});
+    },
+    [](void* handle, const char* time, std::uint64_t timeLength, const char* text, std::uint64_t length) {
+        static_cast<SampleHandOver*>(handle)->Add({{time, timeLength}, std::string_view(text, length)});
     },
 };
 
@@ -141,6 +181,7 @@ void TakeResults(ZT_HostSuite& suite) {
     suite.nodeInfo = &kNodeInfo;
     suite.staticData = &kStaticData;
     suite.dynamicData = &kDynamicData;
+    suite.samples = &kSamples;
     suite.dataTypes = &kDataTypes;
     suite.fileInfo = &kFileInfo;
     suite.videoSync = &kVideoSync;
@@ -185,6 +226,20 @@ Leaf Document::DynamicNode(const std::string& path) const {
     Leaf leaf;
     library_.Check(handler_->GetDynamicDataInfoClient(path.c_str(), &leaf));
     return leaf;
+}
+
+void Document::SamplesBetween(const std::string& path, ZT_Time start, ZT_Time end, const SampleTaker& take) const {
+    SampleHandOver handOver(take);
+    const ZT_Result result = handler_->GetDynamicSamplesClient(path.c_str(), start, end, &handOver);
+    handOver.Rethrow();
+    library_.Check(result);
+}
+
+void Document::SampleAt(const std::string& path, ZT_Time time, const SampleTaker& take) const {
+    SampleHandOver handOver(take);
+    const ZT_Result result = handler_->GetDynamicSampleClient(path.c_str(), time, &handOver);
+    handOver.Rethrow();
+    library_.Check(result);
 }
 
 }  // namespace zentor_cli

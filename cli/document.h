@@ -2,7 +2,10 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <span>
 #include <string>
+#include <string_view>
 #include <variant>
 #include <vector>
 
@@ -51,6 +54,12 @@ struct DataType {
     std::vector<std::string> arrayDisplayNames;
 };
 
+// Two time strings of the document's form; both are empty without samples.
+struct TimeSpan {
+    std::string first;
+    std::string last;
+};
+
 // A static or dynamic node.
 struct Leaf {
     DataType dataType;
@@ -60,7 +69,17 @@ struct Leaf {
     bool hasExpectedFrequency = false;
     std::uint64_t sampleCount = 0;
     std::string maxInterSampleDuration;
+    TimeSpan timeSpan;
 };
+
+// Lives until it has been taken.
+struct Sample {
+    std::string_view time;
+    std::variant<double, std::string_view, std::span<const double>> value;
+};
+
+// What takes samples, one by one. Once it has thrown, it gets no more of them, and the query throws the same.
+using SampleTaker = std::function<void(const Sample&)>;
 
 struct VideoSync {
     std::string fileName;
@@ -94,6 +113,10 @@ public:
     NodeNames Names(const std::string& path) const;
     Leaf StaticNode(const std::string& path) const;
     Leaf DynamicNode(const std::string& path) const;
+    // The samples of a dynamic node from `start` to `end`; from the latest to the earliest when `start` is after `end`.
+    void SamplesBetween(const std::string& path, ZT_Time start, ZT_Time end, const SampleTaker& take) const;
+    // The latest sample at or before `time`.
+    void SampleAt(const std::string& path, ZT_Time time, const SampleTaker& take) const;
 
 private:
     Library& library_;

@@ -22,7 +22,7 @@ void JsonOutput::EndArray() {
     if (buffer_.GetSize() >= kPiece) WriteOut();
 }
 
-void JsonOutput::Value(const std::string& text) {
+void JsonOutput::Value(std::string_view text) {
     const std::string valid = zentor::Utf16ToUtf8(zentor::Utf8ToUtf16(text));
     writer_.String(valid.data(), static_cast<rapidjson::SizeType>(valid.size()));
 }

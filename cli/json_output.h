@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace zentor_cli {
 
@@ -24,8 +25,9 @@ public:
     void Key(const char* key) { writer_.Key(key); }
 
     // Bytes that are not UTF-8 become replacement characters.
-    void Value(const std::string& text);
-    void Value(const char* text) { Value(std::string(text)); }
+    void Value(std::string_view text);
+    void Value(const std::string& text) { Value(std::string_view(text)); }
+    void Value(const char* text) { Value(std::string_view(text)); }
     void Value(bool value) { writer_.Bool(value); }
     void Value(double value);  // the shortest text that reads back as the same number
     void Value(std::int64_t value) { writer_.Int64(value); }

@@ -8,6 +8,7 @@
 #include "standard_output.h"
 #include "text_output.h"
 #include "util/console.h"
+#include "wrong_usage.h"
 
 namespace zentor_cli {
 
@@ -22,6 +23,7 @@ using Command = std::function<bool(Library&)>;
 struct Arguments {
     CommonOptions common;
     ConvertOptions convert;
+    SamplesOptions samples;
     std::string document;
     std::string dataPath;
     std::vector<std::string> documents;
@@ -66,6 +68,19 @@ CLI::App* AddReader(CLI::App& app, const char* name, const char* help, Arguments
     return command;
 }
 
+void AddSamples(CLI::App& app, Arguments& arguments, Command& chosen) {
+    SamplesOptions& options = arguments.samples;
+    CLI::App* command = AddReader(app, "samples", "Show samples of a node", arguments, chosen, [&](Library& library) {
+        RunSamples(library, arguments.common, arguments.document, arguments.dataPath, arguments.samples);
+    });
+    command->add_option("PATH", arguments.dataPath, "The node, e.g. [0][2] or [\"data1\"]")->required();
+    CLI::Option* from = command->add_option("--from", options.from,
+                                            "Where to begin: seconds (1.5, 3/2, -2), or a time as the document has it");
+    CLI::Option* to = command->add_option("--to", options.to, "Where to end; before --from: the latest come first");
+    command->add_option("--at", options.at, "Only the latest sample at or before this time")->excludes(from, to);
+    command->add_option("--format", options.format, "Default: text")->check(CLI::IsMember({"text", "csv", "json"}));
+}
+
 void AddCommands(CLI::App& app, Arguments& arguments, Command& chosen) {
     const CommonOptions& common = arguments.common;
     CLI::App* formats = app.add_subcommand("formats", "List the formats that can be converted");
@@ -85,6 +100,7 @@ void AddCommands(CLI::App& app, Arguments& arguments, Command& chosen) {
               [&](Library& library) { RunGet(library, common, arguments.document, arguments.dataPath); })
         ->add_option("PATH", arguments.dataPath, "The node, e.g. [0][2] or [\"data1\"]")
         ->required();
+    AddSamples(app, arguments, chosen);
     CLI::App* validate = app.add_subcommand("validate", "Say of each document whether it is good");
     validate->add_option("DOC", arguments.documents, "Documents, or recordings")->required();
     validate->callback(
@@ -108,6 +124,9 @@ int Run(std::vector<std::string> arguments) {
         const bool isGood = chosen(library);
         FlushOutput();
         return isGood ? 0 : kFailed;
+    } catch (const WrongUsage& error) {
+        std::fprintf(stderr, "zentor: %s\n", Printable(error.what()).c_str());
+        return kWrongUsage;
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "zentor: %s\n", Printable(failure.what()).c_str());
         return kFailed;

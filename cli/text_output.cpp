@@ -19,7 +19,13 @@ std::string NumberText(double value) {
     return std::string(static_cast<const char*>(digits), end);
 }
 
-std::string Printable(const std::string& text) {
+std::string NumbersText(std::span<const double> values) {
+    std::string text;
+    for (const double value : values) text += (text.empty() ? "" : " ") + NumberText(value);
+    return text;
+}
+
+std::string Printable(std::string_view text) {
     std::u16string shown;
     for (const char16_t unit : zentor::Utf8ToUtf16(text)) {
         if (!IsControl(unit)) {

@@ -1,7 +1,8 @@
-// The commands. Each throws LibraryFailure.
+// The commands. Each throws LibraryFailure, or WrongUsage.
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,12 +24,21 @@ struct ConvertOptions {
     bool noValidate = false;
 };
 
+struct SamplesOptions {
+    std::optional<std::string> from;
+    std::optional<std::string> to;
+    std::optional<std::string> at;
+    std::optional<std::string> format;  // "text", "csv" or "json"
+};
+
 void RunFormats(Library& library, const CommonOptions& common);
 void RunConvert(Library& library, const CommonOptions& common, const ConvertOptions& options);
 void RunInfo(Library& library, const CommonOptions& common, const std::string& path);
 // `dataPath`: whose children to show; empty: the whole outline.
 void RunTree(Library& library, const CommonOptions& common, const std::string& path, const std::string& dataPath);
 void RunGet(Library& library, const CommonOptions& common, const std::string& path, const std::string& dataPath);
+void RunSamples(Library& library, const CommonOptions& common, const std::string& path, const std::string& dataPath,
+                const SamplesOptions& options);
 // Whether all documents are good.
 bool RunValidate(Library& library, const CommonOptions& common, const std::vector<std::string>& paths);
 

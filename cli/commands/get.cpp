@@ -142,9 +142,7 @@ void PrintDataType(const DataType& type) {
 
 void PrintValue(const Leaf& leaf) {
     if (const auto* const numbers = std::get_if<std::vector<double>>(&leaf.value)) {
-        std::string list;
-        for (const double number : *numbers) list += (list.empty() ? "" : " ") + NumberText(number);
-        PrintField("value", list);
+        PrintField("value", NumbersText(*numbers));
     } else if (const auto* const text = std::get_if<std::string>(&leaf.value)) {
         PrintField("value", '"' + Printable(*text) + '"');
     } else if (const auto* const flag = std::get_if<bool>(&leaf.value)) {

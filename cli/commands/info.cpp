@@ -1,4 +1,5 @@
 #include "commands/commands.h"
+#include "document_times.h"
 #include "json_output.h"
 #include "progress.h"
 #include "text_output.h"
@@ -12,21 +13,28 @@ struct Counts {
     std::uint64_t staticNodes = 0;
     std::uint64_t dynamicNodes = 0;
     std::uint64_t samples = 0;
+    TimeSpan timeSpan;
 };
 
+void CountSamples(const Leaf& node, const std::optional<zentor::TimeForm>& form, Counts& counts) {
+    ++counts.dynamicNodes;
+    counts.samples += node.sampleCount;
+    if (form) Widen(counts.timeSpan, node.timeSpan, *form);
+}
+
 // Groups of a document do not stand deeper in each other than the library allows.
-void Count(const Document& document, const std::string& path, Counts& counts) {
+void Count(const Document& document, const std::string& path, const std::optional<zentor::TimeForm>& form,
+           Counts& counts) {
     const Children children = document.ChildrenOf(path);
     for (std::uint64_t i = 0; i < children.count; ++i) {
         const std::string child = children.PathOf(i);
         switch (document.Names(child).kind) {
             case NodeKind::kGroup:
                 ++counts.groups;
-                Count(document, child, counts);
+                Count(document, child, form, counts);
                 break;
             case NodeKind::kDynamic:
-                ++counts.dynamicNodes;
-                counts.samples += document.DynamicNode(child).sampleCount;
+                CountSamples(document.DynamicNode(child), form, counts);
                 break;
             case NodeKind::kStatic:
                 ++counts.staticNodes;
@@ -69,6 +77,7 @@ void Print(const FileInfo& info, const Counts& counts, const std::vector<VideoSy
     PrintField("static nodes", std::to_string(counts.staticNodes));
     PrintField("dynamic nodes", std::to_string(counts.dynamicNodes));
     PrintField("samples", std::to_string(counts.samples));
+    if (!counts.timeSpan.first.empty()) PrintField("time span", Describe(counts.timeSpan));
     for (const VideoSync& entry : videoSync) {
         const auto* const time = std::get_if<std::string>(&entry.at);
         const std::string at =
@@ -105,6 +114,7 @@ void WriteJson(const FileInfo& info, const Counts& counts, const std::vector<Vid
     json.Member("staticNodes", counts.staticNodes);
     json.Member("dynamicNodes", counts.dynamicNodes);
     json.Member("samples", counts.samples);
+    WriteMembers(json, counts.timeSpan);
     json.Key("videoSync");
     json.BeginArray();
     for (const VideoSync& entry : videoSync) {
@@ -133,7 +143,7 @@ void RunInfo(Library& library, const CommonOptions& common, const std::string& p
         const Document document(library, path);
         info = document.Info();
         videoSync = document.VideoSyncTimes();
-        Count(document, {}, counts);
+        Count(document, {}, TimeFormOf(info), counts);
     }
     if (common.json) {
         WriteJson(info, counts, videoSync);

@@ -1,4 +1,5 @@
 #include "commands/commands.h"
+#include "document_times.h"
 #include "json_output.h"
 #include "standard_output.h"
 #include "text_output.h"
@@ -6,6 +7,12 @@
 namespace zentor_cli {
 
 namespace {
+
+std::string Describe(const Leaf& node) {
+    std::string text = std::to_string(node.sampleCount) + " samples";
+    if (!node.timeSpan.first.empty()) text += ", " + Describe(node.timeSpan);
+    return text;
+}
 
 // Groups of a document do not stand deeper in each other than the library allows.
 void PrintNodes(const Document& document, const std::string& path, std::size_t depth) {
@@ -16,9 +23,7 @@ void PrintNodes(const Document& document, const std::string& path, std::size_t d
         std::string line(2 * depth, ' ');
         line += child + ' ' + NameOf(names.kind) + ' ' + Printable(names.matchName);
         if (!names.displayName.empty()) line += " \"" + Printable(names.displayName) + '"';
-        if (names.kind == NodeKind::kDynamic) {
-            line += ' ' + std::to_string(document.DynamicNode(child).sampleCount) + " samples";
-        }
+        if (names.kind == NodeKind::kDynamic) line += ' ' + Describe(document.DynamicNode(child));
         WriteOutput(line + '\n');
         if (names.kind == NodeKind::kGroup) PrintNodes(document, child, depth + 1);
     }
@@ -37,7 +42,9 @@ void WriteNodes(const Document& document, const std::string& path, JsonOutput& j
         json.Member("matchName", names.matchName);
         json.Member("displayName", names.displayName);
         if (names.kind == NodeKind::kDynamic) {
-            json.Member("sampleCount", document.DynamicNode(child).sampleCount);
+            const Leaf node = document.DynamicNode(child);
+            json.Member("sampleCount", node.sampleCount);
+            WriteMembers(json, node.timeSpan);
         }
         if (names.kind == NodeKind::kGroup) {
             json.Key("children");

@@ -60,6 +60,7 @@ enum ZT_ErrorCode : uint32_t {
     ZT_NO_STREAM_CREATED = 56,          // release was called while no stream exists
     ZT_INVALID_STREAM = 57,             // the stream does not belong to this manager
     ZT_OUTPUT_FOLDER = 58,              // the folder of an output path does not exist
+    ZT_CAPTURE_OPEN = 1006,             // a capture cannot be opened; a file cannot be opened while a document is written
     ZT_MODULE_LOADING = 1021,           // a plug-in module cannot be loaded
     ZT_CONVERTER_UNKNOWN = 1023,        // a failure while converting that the library does not know
     ZT_CONVERTER_OUT_OF_MEMORY = 1034,  // memory, or the disk, is full while a document is written
@@ -69,7 +70,7 @@ enum ZT_ErrorCode : uint32_t {
     ZT_EMPTY_CREATOR = 1505,            // a document without a creator
     ZT_CONVERSION = 1506,               // a file cannot be converted
     ZT_FRAME_TIME = 1508,               // a capture with a frame time of 0.001 seconds or less
-    ZT_INVALID_DYNAMIC_NODE = 2001,     // a null, attached or finished dynamic node
+    ZT_INVALID_DYNAMIC_NODE = 2001,     // a null, attached, unattached or finished dynamic node, whichever cannot be
     ZT_INVALID_STATIC_NODE = 2002,      // a null or attached static node
     ZT_INVALID_GROUP = 2003,            // a null or attached group, or one that would contain itself
     ZT_INCOMPLETE_PATTERN = 2006,       // exactly one of the two digit counts of a pattern is unset
@@ -77,12 +78,14 @@ enum ZT_ErrorCode : uint32_t {
     ZT_RANGE_VALUE = 2008,              // a value outside its range, or no finite number
     ZT_CONVERTER_FAILURE = 2009,        // a converter failed without saying why
     ZT_STREAM_NOT_OPEN = 2011,          // the conversion that a node belongs to is over
+    ZT_SAMPLE_TIME = 2012,              // a sample's time is none of the document's form, or before its predecessor
+    ZT_UNBALANCED_TEXT = 2013,          // the square brackets of a sample's text do not balance
     ZT_FOREIGN_OBJECT = 2016,           // a pointer that is no live object of this library
-    ZT_DIMENSION_COUNT = 2017,          // an array of other than 1 to 3 dimensions
+    ZT_DIMENSION_COUNT = 2017,          // an array of an impossible number of dimensions, or a sample of another number
     ZT_RANGE_COUNT = 2018,              // as many ranges as dimensions are needed
     ZT_DISPLAY_NAME_COUNT = 2019,       // as many display names as dimensions are needed
-    ZT_TIME_MODE_FIXED = 2020,          // the time mode cannot change any more: the header is written
-    ZT_TIME_MODE_INVALID = 2021,        // a frame rate or precision that cannot be
+    ZT_TIME_MODE_FIXED = 2020,          // the time mode cannot change any more: the header or a sample is there
+    ZT_TIME_MODE_INVALID = 2021,        // a frame rate or precision that cannot be, or no time mode for a sample
     ZT_EMPTY_NAME = 2022,               // a node without a name
     ZT_UNKNOWN_NODE_KIND = 2026,        // a node of a kind that the library does not know
     ZT_NULL_RESULT = 2027,              // no place for a new object

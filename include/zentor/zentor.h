@@ -156,7 +156,8 @@ struct ZT_HostSuite {
     // slot 10: the text that GetLocalizedErrorMsg_1 formed. `length` in bytes.
     void (*localizedMessage)(void* hostContext, const char* text, uint64_t length);
     // slot 11: a failure. `extra1` and `extra2` are details, -1 when there is none: the byte offset of a fault in a
-    // document, a system error number of a file operation, or what a plug-in gave.
+    // document, byte offset and line of one in a capture, a system error number of a file operation, or what a plug-in
+    // gave.
     void (*reportError)(void* errorContext, uint32_t code, const char* message, int64_t extra1, int64_t extra2);
 };
 
@@ -287,8 +288,9 @@ struct IZentor {
     // as it is. `validate` not 0: the document is opened once, and its first fault fails the call with the codes of
     // OpenFile. *stream is null after a failure. The temporary document goes with the stream.
     // Codes 1, 2, 3, 4, 6, 11 (also: a document of 4 GiB or more), 12, 13, 14 (no folder for temporary files), 15 (none
-    // can be created there), 21, 25, 1506 (the input cannot be read or converted), and 1000 + the code of a file
-    // operation that failed while the document was written (1034: memory or disk full).
+    // can be created there), 21, 25, 1506 (the input cannot be read or converted), 1508 (the frame time of a capture),
+    // and 1000 + the code of a file operation that failed while the document was written or its samples were kept
+    // (1034: memory or disk full).
     virtual ZT_Result ConvertFile(IVkjsonStream** stream, const char* inputPath, uint8_t validate) noexcept = 0;
     // slot 3: releases a stream that ConvertFile returned and deletes its temporary document. Codes 1, 56, 57.
     virtual ZT_Result ReleaseStream(IVkjsonStream** stream) noexcept = 0;

@@ -5,7 +5,7 @@
 #include "conversion/output_placement.h"
 #include "errors/exception.h"
 #include "errors/raise.h"
-#include "model/document_writer.h"
+#include "model/stream_state.h"
 #include "writer/document_writer.h"
 
 namespace zentor {

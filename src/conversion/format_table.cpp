@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "conversion/bvh/bvh_converter.h"
 #include "conversion/csv_tsv/table_converter.h"
 
 namespace zentor {
@@ -15,6 +16,7 @@ std::unique_ptr<ZT_ConverterHandlerBase> Make(ConversionInfo info) {
 
 // The display names are part of what hosts show and compare; "Seperated" is spelled so.
 constexpr NativeFormat kFormats[] = {
+    {"bvh", "Biovision Hierarchy", &Make<BVHConverter>},
     {"csv", "Comma Seperated Value", &Make<CSVConverter>},
     {"tsv", "Tab Seperated Value", &Make<TSVConverter>},
     {"txt", "Tab Seperated Value", &Make<TSVConverter>},

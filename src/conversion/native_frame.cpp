@@ -92,4 +92,37 @@ Owner<VkjsonStaticDataBoolImpl> NativeCreateStaticBool(const ZT_ConverterHandler
     return CreateNode<VkjsonStaticDataBoolImpl>(converter, matchName, displayName, value);
 }
 
+Owner<VkjsonDynamicDataNumArrImpl> NativeCreateDynamicNumArr(const ZT_ConverterHandlerBase* converter,
+                                                             const DynamicArrayDescription& description) {
+    constexpr std::uint64_t kMostDimensions = 3;
+    const std::uint64_t dimensions = description.dimensions;
+    const NumberArrayProperties& properties = description.properties;
+    auto node = CreateNode<VkjsonDynamicDataNumArrImpl>(converter);
+    if (dimensions == 0 || dimensions > kMostDimensions) Raise(kWriterFailureDimensions);
+    if (!properties.legalRanges.empty() && properties.legalRanges.size() != dimensions) Raise(kWriterFailureRanges);
+    if (!properties.displayNames.empty() && properties.displayNames.size() != dimensions) {
+        throw ZT_PluginException(ZT_DISPLAY_NAME_COUNT);
+    }
+    const std::string matchName(description.matchName);
+    const std::string displayName(description.displayName);
+    const std::string sampleSetId(description.sampleSetId);
+    CallModel([&](auto* error) {
+        node->Initialize(matchName.c_str(), displayName.c_str(), sampleSetId.c_str(), 0,
+                         static_cast<std::uint32_t>(description.interpolation), 0, nullptr, error);
+    });
+    const NumberPattern& pattern = properties.pattern;
+    CallModel([&](auto* error) { node->SetArraySize(dimensions, error); });
+    CallModel([&](auto* error) { node->SetIsSigned(pattern.isSigned, error); });
+    CallModel(
+        [&](auto* error) { node->SetPattern(pattern.digitsInteger, pattern.digitsDecimal, pattern.isSigned, error); });
+    for (const MinMax& range : properties.legalRanges) {
+        CallModel([&](auto* error) { node->AddRange(range.minimum, range.maximum, error); });
+    }
+    for (const char* const name : properties.displayNames) {
+        CallModel([&](auto* error) { node->AddDisplayName(name, error); });
+    }
+    CallModel([&](auto* error) { node->SetIsPoint(properties.isPoint, error); });
+    return node;
+}
+
 }  // namespace zentor

@@ -9,6 +9,7 @@
 
 #include "conversion/converter.h"
 #include "errors/raise.h"
+#include "model/dynamic_numbers.h"
 #include "model/root.h"
 
 namespace zentor {
@@ -34,6 +35,16 @@ struct NumberArrayProperties {
     bool isPoint = false;
 };
 
+// A dynamic array of 1 to 3 numbers.
+struct DynamicArrayDescription {
+    std::string_view matchName;
+    std::string_view displayName;
+    std::string_view sampleSetId;
+    std::uint64_t dimensions = 0;
+    ZT_PLUGIN::Interpolation interpolation = ZT_PLUGIN::Interpolation::kLinear;
+    NumberArrayProperties properties;
+};
+
 // The root of the document that the stream with this key writes.
 ZT_PLUGIN::Owner<ZT_PLUGIN::VkjsonRootImpl> NativeCreateRoot(const ZT_ConverterHandlerBase* converter,
                                                              std::string_view streamKey);
@@ -53,5 +64,10 @@ ZT_PLUGIN::Owner<ZT_PLUGIN::VkjsonStaticDataStringImpl> NativeCreateStaticString
 ZT_PLUGIN::Owner<ZT_PLUGIN::VkjsonStaticDataBoolImpl> NativeCreateStaticBool(const ZT_ConverterHandlerBase* converter,
                                                                              std::string_view matchName,
                                                                              std::string_view displayName, bool value);
+
+// Before anything else fails with code 2017 for other than 1 to 3 dimensions, and with 2018 for other than one range
+// for each, or none. A ZT_PluginException with code 2019 for other than one display name for each, or none.
+ZT_PLUGIN::Owner<ZT_PLUGIN::VkjsonDynamicDataNumArrImpl> NativeCreateDynamicNumArr(
+    const ZT_ConverterHandlerBase* converter, const DynamicArrayDescription& description);
 
 }  // namespace zentor

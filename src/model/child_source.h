@@ -1,6 +1,8 @@
 // Where the children of a group come from while the document is written.
 #pragma once
 
+#include <optional>
+
 #include "model/node_values.h"
 #include "model/shared_object_impl.h"
 
@@ -8,10 +10,11 @@ namespace ZT_PLUGIN {
 
 class IVkjsonGroup_I;
 
-// One child: a static node, or a group when `group` is set.
+// One child: a static node, or a group or a dynamic node when that is set.
 struct Child {
     StaticNodeView node;
     Owner<IVkjsonGroup_I> group;
+    std::optional<DynamicNodeView> dynamic;
 };
 
 // Gives the children of one group, one at a time, in order. A converter whose input holds very many nodes makes each of

@@ -1,8 +1,8 @@
 // How the model reaches the writer of its document.
 #pragma once
 
-#include <cstdint>
-#include <memory>
+#include "model/node_values.h"
+#include "model/sample_buffer.h"
 
 namespace ZT_PLUGIN {
 
@@ -15,15 +15,13 @@ public:
     // Writes the beginning of the document unless that has happened.
     virtual void WriteHeader(const IVkjsonRoot_I& root) = 0;
     virtual bool HasHeader() const = 0;
+    // Whether the document is neither finished nor given up.
+    virtual bool IsOpen() const = 0;
+    // Writes a set of samples, and the header before the first; a set without samples writes nothing. Code 2001 when
+    // the document is not open.
+    virtual void WriteSampleSet(const IVkjsonRoot_I& root, const DynamicNodeView& node, SampleBuffer& samples) = 0;
     // Writes the rest; false when the document was finished, or had failed, before.
     virtual bool Finish(IVkjsonRoot_I& root) = 0;
 };
-
-// The writers of the conversions that are running, by stream id. Thread-safe. A stream is opened before its converter
-// runs and closed after it.
-std::uint64_t OpenStream(std::unique_ptr<IDocumentWriter> writer);
-void CloseStream(std::uint64_t streamId) noexcept;
-// The writer of a stream; code 2011 when the stream is not open.
-IDocumentWriter& WriterOfStream(std::uint64_t streamId);
 
 }  // namespace ZT_PLUGIN

@@ -13,11 +13,18 @@ public:
     bool Next(Child& child) override {
         if (next_ == group_.order_.size()) return false;
         const auto [kind, index] = group_.order_[next_++];
-        if (kind == VkjsonGroupImpl::ChildKind::kGroup) {
-            child.group = group_.groupChildren_[index];
-        } else {
-            child.group = nullptr;
-            child.node = group_.staticChildren_[index]->View();
+        child.group = nullptr;
+        child.dynamic.reset();
+        switch (kind) {
+            case VkjsonGroupImpl::ChildKind::kGroup:
+                child.group = group_.groupChildren_[index];
+                break;
+            case VkjsonGroupImpl::ChildKind::kDynamic:
+                child.dynamic = group_.dynamicChildren_[index]->View();
+                break;
+            case VkjsonGroupImpl::ChildKind::kStatic:
+                child.node = group_.staticChildren_[index]->View();
+                break;
         }
         return true;
     }
@@ -48,6 +55,7 @@ bool HasRoomFor(std::vector<Item>& items, std::size_t more) noexcept {
 }  // namespace
 
 VkjsonGroupImpl::~VkjsonGroupImpl() {
+    for (const auto& child : dynamicChildren_) child->SetParent(nullptr);
     // One after the other: a client may have nested groups deeper than the stack allows destructors to call each other.
     std::vector<Owner<VkjsonGroupImpl>> going = std::move(groupChildren_);
     while (!going.empty()) {
@@ -76,6 +84,50 @@ bool VkjsonGroupImpl::IsWithin(const VkjsonGroupImpl& group) const {
     return at != nullptr;
 }
 
+// A group may stand deeper than the stack allows functions to call each other.
+void VkjsonGroupImpl::WriteSamplesBelow() {
+    std::vector<VkjsonGroupImpl*> groups{this};
+    while (!groups.empty()) {
+        VkjsonGroupImpl* const group = groups.back();
+        groups.pop_back();
+        for (const auto& child : group->dynamicChildren_) child->WriteAllSamples();
+        for (auto child = group->groupChildren_.rbegin(); child != group->groupChildren_.rend(); ++child) {
+            groups.push_back(child->get());
+        }
+    }
+}
+
+// Takes the names of a child for the document, or fails with `code` when one is taken; names are given back when the
+// child cannot be attached after all.
+class VkjsonGroupImpl::NamesInUse {
+public:
+    NamesInUse(std::uint64_t streamId, const std::string& matchName, const std::string* sampleSetId, std::uint32_t code)
+        : stream_(FindStream(streamId)) {
+        if (!stream_) return;
+        if (!stream_->matchNames.insert(matchName).second) throw ZT_PluginException(code);
+        matchName_ = &matchName;
+        if (sampleSetId == nullptr) return;
+        if (!stream_->sampleSetIds.insert(*sampleSetId).second) {
+            stream_->matchNames.erase(matchName);
+            throw ZT_PluginException(code);
+        }
+        sampleSetId_ = sampleSetId;
+    }
+    ~NamesInUse() {
+        if (matchName_ != nullptr) stream_->matchNames.erase(*matchName_);
+        if (sampleSetId_ != nullptr) stream_->sampleSetIds.erase(*sampleSetId_);
+    }
+    NamesInUse(const NamesInUse&) = delete;
+    NamesInUse& operator=(const NamesInUse&) = delete;
+
+    void Keep() { matchName_ = sampleSetId_ = nullptr; }
+
+private:
+    std::shared_ptr<StreamState> stream_;
+    const std::string* matchName_ = nullptr;
+    const std::string* sampleSetId_ = nullptr;
+};
+
 // Adds a child to the list of its kind and to the order of all, or to neither.
 template <class Node>
 void VkjsonGroupImpl::Append(std::vector<Owner<Node>>& children, Owner<Node> child, ChildKind kind) {
@@ -88,13 +140,31 @@ void VkjsonGroupImpl::Append(std::vector<Owner<Node>>& children, Owner<Node> chi
     }
 }
 
+void VkjsonGroupImpl::AttachDynamic(const void* address, ZT_ErrorRecord* error) noexcept {
+    RunForClient(error, [&] {
+        if (address == nullptr) throw ZT_PluginException(ZT_INVALID_DYNAMIC_NODE);
+        auto* child = FindLive<VkjsonDynamicDataImpl>(address);
+        if (child == nullptr) throw ZT_PluginException(ZT_FOREIGN_OBJECT);
+        if (child->IsAttached() || child->StreamId() != StreamId() || !child->IsInitialized()) {
+            throw ZT_PluginException(ZT_INVALID_DYNAMIC_NODE);
+        }
+        NamesInUse names(StreamId(), child->MatchNameText(), &child->SampleSetIdText(), ZT_INVALID_DYNAMIC_NODE);
+        Append(dynamicChildren_, MakeOwner(child), ChildKind::kDynamic);
+        names.Keep();
+        child->MarkAttached();
+        child->SetParent(this);
+    });
+}
+
 void VkjsonGroupImpl::AttachStatic(const void* address, ZT_ErrorRecord* error) noexcept {
     RunForClient(error, [&] {
         if (address == nullptr) throw ZT_PluginException(ZT_INVALID_STATIC_NODE);
         auto* child = FindLive<VkjsonStaticDataImpl>(address);
         if (child == nullptr) throw ZT_PluginException(ZT_FOREIGN_OBJECT);
         if (child->IsAttached() || child->StreamId() != StreamId()) throw ZT_PluginException(ZT_INVALID_STATIC_NODE);
+        NamesInUse names(StreamId(), child->MatchNameText(), nullptr, ZT_INVALID_STATIC_NODE);
         Append(staticChildren_, MakeOwner(child), ChildKind::kStatic);
+        names.Keep();
         child->MarkAttached();
     });
 }
@@ -108,7 +178,9 @@ void VkjsonGroupImpl::AttachGroup(const void* address, ZT_ErrorRecord* error) no
         if (isRoot || child->IsAttached() || child->StreamId() != StreamId() || IsWithin(*child)) {
             throw ZT_PluginException(ZT_INVALID_GROUP);
         }
+        NamesInUse names(StreamId(), child->MatchNameText(), nullptr, ZT_INVALID_GROUP);
         Append(groupChildren_, MakeOwner(child), ChildKind::kGroup);
+        names.Keep();
         child->MarkAttached();
         child->parent_ = this;
     });
@@ -128,15 +200,12 @@ void VkjsonGroupImpl::AddGroupShared(ISharedObject* child, ZT_ErrorRecord* error
 
 void VkjsonGroupImpl::AddGroup(IVkjsonGroup_v1* child, ZT_ErrorRecord* error) noexcept { AttachGroup(child, error); }
 
-// No object can be a dynamic node yet, so whatever is not null is foreign.
 void VkjsonGroupImpl::AddDynamicDataShared(ISharedObject* child, ZT_ErrorRecord* error) noexcept {
-    RunForClient(error,
-                 [&] { throw ZT_PluginException(child == nullptr ? ZT_INVALID_DYNAMIC_NODE : ZT_FOREIGN_OBJECT); });
+    AttachDynamic(child, error);
 }
 
 void VkjsonGroupImpl::AddDynamicData(IVkjsonDynamicData_v1* child, ZT_ErrorRecord* error) noexcept {
-    RunForClient(error,
-                 [&] { throw ZT_PluginException(child == nullptr ? ZT_INVALID_DYNAMIC_NODE : ZT_FOREIGN_OBJECT); });
+    AttachDynamic(child, error);
 }
 
 }  // namespace ZT_PLUGIN

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "model/child_source.h"
+#include "model/dynamic_data.h"
 #include "model/include/nodes.h"
 #include "model/node_impl.h"
 #include "model/static_data.h"
@@ -37,6 +38,11 @@ public:
     std::string_view DisplayName() const override { return DisplayNameText(); }
     std::unique_ptr<ChildSource> TakeChildren() override;
 
+    // The group that it is attached to; null when there is none any more.
+    const VkjsonGroupImpl* Parent() const { return parent_; }
+    // Writes the samples of all dynamic nodes below that have not written theirs.
+    void WriteSamplesBelow();
+
     // Gives the group a source in place of attached children.
     void SetChildSource(std::unique_ptr<ChildSource> source) { source_ = std::move(source); }
 
@@ -45,14 +51,17 @@ protected:
 
 private:
     friend class AttachedChildren;
+    class NamesInUse;
     enum class ChildKind { kGroup = 0, kDynamic = 1, kStatic = 2 };
 
     template <class Node>
     void Append(std::vector<Owner<Node>>& children, Owner<Node> child, ChildKind kind);
+    void AttachDynamic(const void* address, ZT_ErrorRecord* error) noexcept;
     void AttachStatic(const void* address, ZT_ErrorRecord* error) noexcept;
     void AttachGroup(const void* address, ZT_ErrorRecord* error) noexcept;
     bool IsWithin(const VkjsonGroupImpl& group) const;
 
+    std::vector<Owner<VkjsonDynamicDataImpl>> dynamicChildren_;
     std::vector<Owner<VkjsonStaticDataImpl>> staticChildren_;
     std::vector<Owner<VkjsonGroupImpl>> groupChildren_;
     std::vector<std::pair<ChildKind, std::size_t>> order_;

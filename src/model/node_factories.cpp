@@ -1,6 +1,8 @@
 #include "model/node_factories.h"
 
 #include "model/client_boundary.h"
+#include "model/dynamic_numbers.h"
+#include "model/dynamic_string.h"
 #include "model/root.h"
 
 namespace ZT_PLUGIN {
@@ -67,6 +69,21 @@ void CreateStaticNumArr(std::uint64_t streamId, IVkjsonStaticDataNumArr_v1** nod
     CreateNode(node, version, error, [&] {
         return new VkjsonStaticDataNumArrImpl(streamId, TextOrEmpty(matchName), TextOrEmpty(displayName));
     });
+}
+
+void CreateDynamicNum(std::uint64_t streamId, IVkjsonDynamicDataNum_v1** node, std::uint32_t version,
+                      ZT_ErrorRecord* error) noexcept {
+    CreateNode(node, version, error, [&] { return new VkjsonDynamicDataNumImpl(streamId); });
+}
+
+void CreateDynamicNumArr(std::uint64_t streamId, IVkjsonDynamicDataNumArr_v1** node, std::uint32_t version,
+                         ZT_ErrorRecord* error) noexcept {
+    CreateNode(node, version, error, [&] { return new VkjsonDynamicDataNumArrImpl(streamId); });
+}
+
+void CreateDynamicString(std::uint64_t streamId, IVkjsonDynamicDataString_v1** node, std::uint32_t version,
+                         ZT_ErrorRecord* error) noexcept {
+    CreateNode(node, version, error, [&] { return new VkjsonDynamicDataStringImpl(streamId); });
 }
 
 }  // namespace ZT_PLUGIN

@@ -29,4 +29,12 @@ void CreateStaticBool(std::uint64_t streamId, IVkjsonStaticDataBool_v1** node, c
 void CreateStaticNumArr(std::uint64_t streamId, IVkjsonStaticDataNumArr_v1** node, const char* matchName,
                         const char* displayName, std::uint32_t version, ZT_ErrorRecord* error) noexcept;
 
+// Dynamic nodes get their names when they are initialised.
+void CreateDynamicNum(std::uint64_t streamId, IVkjsonDynamicDataNum_v1** node, std::uint32_t version,
+                      ZT_ErrorRecord* error) noexcept;
+void CreateDynamicNumArr(std::uint64_t streamId, IVkjsonDynamicDataNumArr_v1** node, std::uint32_t version,
+                         ZT_ErrorRecord* error) noexcept;
+void CreateDynamicString(std::uint64_t streamId, IVkjsonDynamicDataString_v1** node, std::uint32_t version,
+                         ZT_ErrorRecord* error) noexcept;
+
 }  // namespace ZT_PLUGIN

@@ -26,6 +26,7 @@ protected:
 
     // Makes the node known under the address of one of its interfaces.
     void Publish(const void* interfaceAddress);
+    void SetMatchNameText(std::string_view matchName) { matchName_ = matchName; }
     void SetDisplayNameText(std::string_view displayName) { displayName_ = displayName; }
 
 private:

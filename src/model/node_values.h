@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <limits>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -46,6 +47,35 @@ struct NumberArray {
 };
 
 enum class StaticKind { kNumber = 0, kString = 1, kNumberArray = 2, kBoolean = 3 };
+
+// The numbers of this kind are those by which clients' kinds are checked.
+enum class DynamicKind { kNumber = 0, kString = 1, kNumberArray = 2 };
+
+enum class Interpolation : std::uint32_t { kLinear = 1, kHold = 2 };
+
+// What a number, or an element of an array, occupies and may occupy. Unknown: no sample; anything.
+struct ElementRange {
+    MinMax occurring;
+    MinMax legal;
+};
+
+// A dynamic node as it is written, with everything that the widths of its samples depend on. Texts and lists are
+// borrowed.
+struct DynamicNodeView {
+    DynamicKind kind = DynamicKind::kNumber;
+    std::string_view matchName;
+    std::string_view displayName;
+    std::string_view sampleSetId;
+    Interpolation interpolation = Interpolation::kLinear;
+    bool hasExpectedFrequency = false;
+    std::uint64_t sampleCount = 0;
+    std::string_view maxInterSampleDuration;
+    NumberPattern pattern;                      // kNumber, kNumberArray: known, and as wide as the widest sample
+    std::span<const ElementRange> ranges;       // kNumber: one; kNumberArray: one for each element
+    StringProperties stringProperties;          // kString: as wide as the widest sample
+    std::span<const std::string> displayNames;  // kNumberArray: one for each element, or none
+    bool isPoint = false;                       // kNumberArray
+};
 
 // A static node while it is written. The texts and the array are borrowed.
 struct StaticNodeView {

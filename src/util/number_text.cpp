@@ -1,5 +1,6 @@
 #include "util/number_text.h"
 
+#include <bit>
 #include <charconv>
 #include <cmath>
 #include <cstring>
@@ -11,9 +12,6 @@ namespace zentor {
 namespace {
 
 constexpr int kSignificantDigits = 16;
-
-// Doubles from here on round to 1.797693134862316e+308 at 16 digits, which is above the largest double.
-constexpr double kUnwritable = 1.7976931348623155e308;
 
 // Whole numbers below this have at most 16 digits, so that the general notation is their plain decimal text.
 constexpr double kLargestPlainInteger = 9007199254740992.0;
@@ -42,6 +40,33 @@ NumberText FormatNumber(double value) {
     return text;
 }
 
+char* FormatPlainNumber(double& value, char* out) {
+    constexpr int kMostDecimals = 17;
+    const NumberText text = FormatNumber(value);
+    if (text.view().find('e') == std::string_view::npos) {
+        std::memcpy(out, text.bytes, text.length);
+        return out + text.length;
+    }
+    char* const room = out + kPlainNumberRoom;
+    char* end = nullptr;
+    if (std::abs(value) < 1) {
+        end = std::to_chars(out, room, value, std::chars_format::fixed, kMostDecimals).ptr;
+        end = StripTrailingZeros(out, end);
+    } else {
+        // One digit, the point, 15 digits, "e+" and the exponent: the digits move over the point, and zeros follow.
+        end = std::to_chars(out, room, value, std::chars_format::scientific, kSignificantDigits - 1).ptr;
+        char* const point = static_cast<char*>(std::memchr(out, '.', static_cast<std::size_t>(end - out)));
+        char* const digitsEnd = point + kSignificantDigits;
+        int exponent = 0;
+        std::from_chars(digitsEnd + 2, end, exponent);
+        std::memmove(point, point + 1, kSignificantDigits - 1);
+        end = point + exponent;
+        std::memset(digitsEnd - 1, '0', static_cast<std::size_t>(end - (digitsEnd - 1)));
+    }
+    std::from_chars(out, end, value);
+    return end;
+}
+
 namespace {
 
 constexpr int kExactDigits = 15;  // every decimal of so many digits survives the way through double
@@ -57,47 +82,77 @@ constexpr double kCoarseFrom[] = {
 };
 static_assert(std::size(kCoarseFrom) == kLargestExponent - kSmallestExponent + 1);
 
-constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,
-                                   1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19};
-static_assert(std::size(kPowersOfTen) == kExactDigits - kSmallestExponent + 1);
+constexpr std::uint64_t kWholePowersOfTen[] = {1, 10, 100, 1000, 10000, 100000, 1000000, 10000000, 100000000};
+
+static_assert(std::size(PlainDecimal::kPowersOfTen) == kExactDigits - kSmallestExponent + 1);
+
+}  // namespace
+
+namespace {
+
+// Appends the digits at `at` to a number, eight at a time as far as the bytes go. Returns where they end; a number of
+// more than 19 digits is lost.
+inline const char* TakeDigits(const char* at, const char* end, std::uint64_t& number) {
+    if constexpr (std::endian::native == std::endian::little) {
+        while (end - at >= 8) {
+            std::uint64_t eight = 0;
+            std::memcpy(&eight, at, 8);
+            // The top bit of each byte that is no digit, up to the first one; what is above it means nothing.
+            const std::uint64_t others =
+                ((eight + 0x4646464646464646) | (eight - 0x3030303030303030)) & 0x8080808080808080;
+            const int count = others == 0 ? 8 : std::countr_zero(others) / 8;
+            if (count == 0) return at;
+            eight = (eight & 0x0F0F0F0F0F0F0F0F) << (8 * (8 - count));  // zeros in front
+            eight = eight * 10 + (eight >> 8);                          // of two digits each
+            const std::uint64_t odd = (eight & 0x000000FF000000FF) * 0x000F424000000064;
+            const std::uint64_t even = (eight >> 16 & 0x000000FF000000FF) * 0x0000271000000001;
+            number = number * kWholePowersOfTen[count] + ((odd + even) >> 32);
+            at += count;
+            if (count < 8) return at;
+        }
+    }
+    for (; at != end && IsDigit(*at); ++at) number = number * 10 + static_cast<std::uint64_t>(*at - '0');
+    return at;
+}
 
 }  // namespace
 
 PlainDecimal ScanPlainDecimal(const char* from, const char* end) {
-    constexpr PlainDecimal unknown{nullptr, nullptr};
+    constexpr PlainDecimal unknown{nullptr, nullptr, 0, 0, 0};
+    constexpr std::ptrdiff_t kMostDigits = 19;  // of any 64-bit number
     const char* at = from;
     if (at != end && *at == '-') ++at;
     const char* const start = at;
     std::uint64_t digits = 0;  // all digits as one whole number
-    int significant = 0;
-    const auto takeDigit = [&] {
-        digits = digits * 10 + static_cast<std::uint64_t>(*at++ - '0');
-        significant += digits != 0 ? 1 : 0;
-    };
-    while (at != end && IsDigit(*at) && significant <= kExactDigits) takeDigit();
-    if (at == start || (*start == '0' && at - start > 1)) return unknown;
+    at = TakeDigits(start, end, digits);
+    const std::ptrdiff_t integers = at - start;
+    if (integers == 0 || (*start == '0' && integers > 1)) return unknown;
     const char* last = at;  // after the last digit that is written
-    int fraction = 0;
+    std::ptrdiff_t decimals = 0;
+    std::ptrdiff_t leadingZeros = *start == '0' ? 1 : 0;
     if (at != end && *at == '.') {
-        ++at;
         const char* const point = at;
-        while (at != end && IsDigit(*at) && significant <= kExactDigits && at - point <= kExactDigits) {
-            takeDigit();
-            if (at[-1] != '0') last = at;
+        at = TakeDigits(point + 1, end, digits);
+        decimals = at - point - 1;
+        last = at;
+        while (last[-1] == '0') --last;
+        if (last == point + 1) last = point;
+        if (leadingZeros != 0) {
+            for (const char* zero = point + 1; zero != at && *zero == '0'; ++zero) ++leadingZeros;
         }
-        fraction = static_cast<int>(at - point);
     }
-    if (significant > kExactDigits || (at != end && (IsDigit(*at) || *at == 'e' || *at == 'E'))) return unknown;
-    if (significant != 0) {
-        const int exponent = significant - fraction - 1;
-        if (exponent < kSmallestExponent) return unknown;
-        const double limit = kCoarseFrom[exponent - kSmallestExponent] * kPowersOfTen[fraction];  // exact
+    if (integers + decimals > kMostDigits || (at != end && (*at == 'e' || *at == 'E'))) return unknown;
+    if (digits != 0) {
+        const std::ptrdiff_t significant = integers + decimals - leadingZeros;
+        const std::ptrdiff_t exponent = significant - decimals - 1;
+        if (significant > kExactDigits || exponent < kSmallestExponent) return unknown;
+        const double limit = kCoarseFrom[exponent - kSmallestExponent] * PlainDecimal::kPowersOfTen[decimals];  // exact
         if (static_cast<double>(digits) >= limit) return unknown;
     }
-    return {last, at};
+    const auto number = static_cast<std::int64_t>(digits);
+    return {last, at, *from == '-' ? -number : number, static_cast<std::uint32_t>(decimals),
+            static_cast<std::uint32_t>(integers)};
 }
-
-bool IsWritable(double value) { return std::abs(value) < kUnwritable; }
 
 const char* ParseNumber(const char* from, const char* end, double& value) {
     const char* first = from;

@@ -1,6 +1,7 @@
 // Numbers as the document format writes them, and as tables hold them. Locale-free.
 #pragma once
 
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -23,6 +24,13 @@ struct NumberText {
 // takes the zeros of an exponent too (1.5e+20 is written 1.5e+2): the format is defined so. `value` is finite.
 NumberText FormatNumber(double value);
 
+// The room that FormatPlainNumber needs.
+inline constexpr std::size_t kPlainNumberRoom = 352;
+
+// The same number without an exponent: from 1e16 on the 16 digits with zeros after them, below 1e-4 rounded to at most
+// 17 decimals, sign kept. `value` is set to the number that the text says. Returns the end of the text.
+char* FormatPlainNumber(double& value, char* out);
+
 struct DigitCounts {
     std::uint64_t integer;  // digits before the point
     std::uint64_t decimal;  // digits after it; an exponent does not count
@@ -40,12 +48,25 @@ inline DigitCounts CountDigits(std::string_view number) {
 }
 
 // Whether the 16-digit text of `value` is again a finite number; false for infinities and not-a-number.
-bool IsWritable(double value);
+inline bool IsWritable(double value) {
+    constexpr double kUnwritable =
+        1.7976931348623155e308;  // rounds to 1.797693134862316e+308, above the largest double
+    return std::abs(value) < kUnwritable;
+}
 
 // A number as it stands in a text. Both are null when it has to be parsed and formatted.
 struct PlainDecimal {
     const char* canonicalEnd;  // up to here the text is what FormatNumber would give
     const char* end;           // where the number ends, zeros and all
+    std::int64_t digits;       // the number without its point
+    std::uint32_t decimals;    // how many of the digits are after it
+    std::uint32_t integers;    // and before it
+
+    // Both are exact as doubles, so that the quotient is the nearest double to the number.
+    double Value() const { return static_cast<double>(digits) / kPowersOfTen[decimals]; }
+
+    static constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,
+                                              1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19};
 };
 
 // Looks at the number at the beginning of [from, end) without parsing it. A decimal number of at most 15 significant

@@ -4,15 +4,18 @@
 
 #include "model/client_boundary.h"
 #include "writer/node_text.h"
+#include "writer/sample_text.h"
 
 namespace zentor {
 
 using ZT_PLUGIN::Child;
 using ZT_PLUGIN::ChildSource;
+using ZT_PLUGIN::DynamicNodeView;
 using ZT_PLUGIN::IVkjsonGroup_I;
 using ZT_PLUGIN::IVkjsonRoot_I;
 using ZT_PLUGIN::NoTimeInfo;
 using ZT_PLUGIN::Owner;
+using ZT_PLUGIN::SampleBuffer;
 using ZT_PLUGIN::TimecodeInfo;
 using ZT_PLUGIN::UtcInfo;
 using ZT_PLUGIN::VideoSyncEntry;
@@ -44,6 +47,13 @@ public:
 private:
     TextBuffer& text_;
 };
+
+// A time string has to be one of the document's time mode.
+void CheckVideoSyncEntry(const IVkjsonRoot_I& root, const VideoSyncEntry& entry) {
+    const auto* const time = boost::get<std::string>(&entry.at);
+    if (time == nullptr || root.Form() == nullptr || root.Form()->IsTimeOfMode(*time)) return;
+    throw ZT_PLUGIN::ZT_PluginException(ZT_SAMPLE_TIME);
+}
 
 void AppendVideoSyncEntry(TextBuffer& text, const VideoSyncEntry& entry) {
     text.Append("{\"fileName\":");
@@ -86,6 +96,10 @@ private:
     void WriteChild(Child& child) {
         if (!levels_.back().first) text_.Append(',');
         levels_.back().first = false;
+        if (child.dynamic) {
+            AppendDynamicNode(text_, *child.dynamic);
+            return;
+        }
         if (!child.group) {
             AppendStaticNode(text_, child.node);
             return;
@@ -121,10 +135,23 @@ void DocumentWriter::WriteHeader(const IVkjsonRoot_I& root) {
     });
 }
 
+void DocumentWriter::WriteSampleSet(const IVkjsonRoot_I& root, const DynamicNodeView& node, SampleBuffer& samples) {
+    if (state_ != State::kOpen) throw ZT_PLUGIN::ZT_PluginException(ZT_INVALID_DYNAMIC_NODE);
+    if (samples.Count() == 0) return;
+    Guarded([&] {
+        if (!headerWritten_) AppendHeader(root);
+        text_.Append(samplesOpened_ ? "," : ",\"dataDynamicSamples\":[");
+        samplesOpened_ = true;
+        AppendSampleSet(text_, node, root.TimeStringLength(), samples);
+    });
+}
+
 bool DocumentWriter::Finish(IVkjsonRoot_I& root) {
     if (state_ != State::kOpen) return false;
     Guarded([&] {
-        if (headerWritten_ && HasTimeInfo(root)) {
+        if (samplesOpened_) {
+            text_.Append(']');
+        } else if (headerWritten_ && HasTimeInfo(root)) {
             // The header promises samples, and none came.
             file_.CutTo(kVersionMember.size());
             text_.Append(",\"dynamicSamplesPresentB\":false");
@@ -147,6 +174,7 @@ bool DocumentWriter::Finish(IVkjsonRoot_I& root) {
 }
 
 void DocumentWriter::AppendHeader(const IVkjsonRoot_I& root) {
+    for (const VideoSyncEntry& entry : root.VideoSync()) CheckVideoSyncEntry(root, entry);
     text_.Append(kVersionMember);
     if (HasTimeInfo(root)) {
         text_.Append(",\"dynamicSamplesPresentB\":true");

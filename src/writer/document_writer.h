@@ -1,4 +1,4 @@
-// Writes a document: the header, and at the end the outline.
+// Writes a document: the header, the sets of samples as they come, and at the end the outline.
 #pragma once
 
 #include <string>
@@ -15,6 +15,9 @@ public:
 
     void WriteHeader(const ZT_PLUGIN::IVkjsonRoot_I& root) override;
     bool HasHeader() const override { return headerWritten_; }
+    bool IsOpen() const override { return state_ == State::kOpen; }
+    void WriteSampleSet(const ZT_PLUGIN::IVkjsonRoot_I& root, const ZT_PLUGIN::DynamicNodeView& node,
+                        ZT_PLUGIN::SampleBuffer& samples) override;
     bool Finish(ZT_PLUGIN::IVkjsonRoot_I& root) override;
 
 private:
@@ -30,6 +33,7 @@ private:
     TextBuffer text_;
     State state_ = State::kOpen;
     bool headerWritten_ = false;
+    bool samplesOpened_ = false;  // there is a set of samples
 };
 
 }  // namespace zentor

@@ -5,6 +5,10 @@
 
 namespace zentor {
 
+using ZT_PLUGIN::DynamicKind;
+using ZT_PLUGIN::DynamicNodeView;
+using ZT_PLUGIN::ElementRange;
+using ZT_PLUGIN::Interpolation;
 using ZT_PLUGIN::kUnsetCount;
 using ZT_PLUGIN::MinMax;
 using ZT_PLUGIN::NumberArray;
@@ -56,6 +60,17 @@ void PutMinMax(TextRun& run, const NumberText& minimum, const NumberText& maximu
     run.Put('}');
 }
 
+// Without samples a number occupies nothing but zero; without a legal range it may occupy what it does.
+void PutRange(TextRun& run, const ElementRange& range) {
+    const MinMax occurring = range.occurring.IsKnown() ? range.occurring : MinMax{0, 0};
+    const MinMax& legal = range.legal.IsKnown() ? range.legal : occurring;
+    run.Put("{\"occurring\":");
+    PutMinMax(run, FormatNumber(occurring.minimum), FormatNumber(occurring.maximum));
+    run.Put(",\"legal\":");
+    PutMinMax(run, FormatNumber(legal.minimum), FormatNumber(legal.maximum));
+    run.Put('}');
+}
+
 // The range of a fixed value: it occupies just that value; what is legal when nothing is known, too.
 void PutRange(TextRun& run, const NumberText& value, const MinMax& legal) {
     run.Put("{\"occurring\":");
@@ -96,8 +111,8 @@ void PutNumber(TextRun& run, const StaticNodeView& node) {
     run.Put(number);
 }
 
-void PutStringType(TextRun& run, const StringProperties& properties) {
-    run.Put("\"string\",\"paddedStringProperties\":{");
+void PutStringProperties(TextRun& run, const StringProperties& properties) {
+    run.Put(",\"paddedStringProperties\":{");
     if (properties.maxDigitsInLength != kUnsetCount) {
         run.Put("\"maxDigitsInStrLength\":");
         run.PutCount(properties.maxDigitsInLength);
@@ -110,7 +125,7 @@ void PutStringType(TextRun& run, const StringProperties& properties) {
     }
     run.Put("\"eventMarkerB\":");
     run.PutBoolean(properties.isEventMarker);
-    run.Put("}},\"value\":");
+    run.Put("}}");
 }
 
 void PutBoolean(TextRun& run, bool value) {
@@ -129,21 +144,31 @@ void AppendList(TextBuffer& text, std::size_t count, AppendOne&& append) {
     text.Append(']');
 }
 
-void AppendNumberArray(TextBuffer& text, const NumberArray& array) {
-    const std::size_t size = array.values.size();
-    text.Append("\"numberArray\",\"numberArrayProperties\":{");
-    text.AppendRun([&](TextRun& run) { PutPattern(run, array.pattern.IsKnown() ? array.pattern : PatternOf(array)); });
+// The properties of an array after the type word, up to the end of the data type; `putRange` puts that of one element.
+template <class PutRangeOf>
+void AppendArrayProperties(TextBuffer& text, const NumberPattern& pattern, std::size_t size,
+                           std::span<const std::string> displayNames, bool isPoint, PutRangeOf&& putRange) {
+    text.Append(",\"numberArrayProperties\":{");
+    text.AppendRun([&](TextRun& run) { PutPattern(run, pattern); });
     text.Append(",\"arrayRanges\":{\"ranges\":");
-    AppendList(text, size, [&](std::size_t k) {
-        const MinMax legal = array.legalRanges.empty() ? MinMax() : array.legalRanges[k];
-        text.AppendRun([&](TextRun& run) { PutRange(run, FormatNumber(array.values[k]), legal); });
-    });
+    AppendList(text, size, [&](std::size_t k) { text.AppendRun([&](TextRun& run) { putRange(run, k); }); });
     text.Append("},\"arraySize\":");
     text.AppendRun([size](TextRun& run) { run.PutCount(size); });
     text.Append(",\"arrayDisplayNames\":");
-    AppendList(text, array.displayNames.size(), [&](std::size_t k) { text.AppendQuoted(array.displayNames[k]); });
-    if (array.isPoint) text.Append(",\"isPoint\":true");
-    text.Append("}},\"value\":");
+    AppendList(text, displayNames.size(), [&](std::size_t k) { text.AppendQuoted(displayNames[k]); });
+    if (isPoint) text.Append(",\"isPoint\":true");
+    text.Append("}}");
+}
+
+void AppendNumberArray(TextBuffer& text, const NumberArray& array) {
+    const std::size_t size = array.values.size();
+    text.Append("\"numberArray\"");
+    AppendArrayProperties(text, array.pattern.IsKnown() ? array.pattern : PatternOf(array), size, array.displayNames,
+                          array.isPoint, [&](TextRun& run, std::size_t k) {
+                              PutRange(run, FormatNumber(array.values[k]),
+                                       array.legalRanges.empty() ? MinMax() : array.legalRanges[k]);
+                          });
+    text.Append(",\"value\":");
     AppendList(text, size, [&](std::size_t k) { text.AppendNumber(array.values[k]); });
 }
 
@@ -167,7 +192,9 @@ void AppendStaticNode(TextBuffer& text, const StaticNodeView& node) {
         case StaticKind::kString:
             text.AppendRun([&](TextRun& run) {
                 kType(run);
-                PutStringType(run, node.stringProperties);
+                run.Put("\"string\"");
+                PutStringProperties(run, node.stringProperties);
+                run.Put(",\"value\":");
             });
             text.AppendQuoted(node.text);
             break;
@@ -180,6 +207,46 @@ void AppendStaticNode(TextBuffer& text, const StaticNodeView& node) {
                 kType(run);
                 PutBoolean(run, node.boolean);
             });
+            break;
+    }
+    text.Append('}');
+}
+
+void AppendDynamicNode(TextBuffer& text, const DynamicNodeView& node) {
+    AppendNames(text, "{\"objectType\":\"dataDynamic\",\"matchName\":\"", node.matchName, node.displayName);
+    text.Append("\",\"sampleSetID\":");
+    text.AppendQuoted(node.sampleSetId);
+    text.AppendRun([&](TextRun& run) {
+        run.Put(",\"interpolation\":\"");
+        run.Put(node.interpolation == Interpolation::kLinear ? std::string_view("linear") : std::string_view("hold"));
+        run.Put("\",\"hasExpectedFrequencyB\":");
+        run.PutBoolean(node.hasExpectedFrequency);
+        run.Put(",\"sampleCount\":");
+        run.PutCount(node.sampleCount);
+    });
+    if (node.hasExpectedFrequency) {
+        text.Append(",\"expectedMaxInterSampleDuration\":");
+        text.AppendQuoted(node.maxInterSampleDuration);
+    }
+    text.Append(",\"dataType\":{\"type\":");
+    switch (node.kind) {
+        case DynamicKind::kNumber:
+            text.AppendRun([&](TextRun& run) {
+                run.Put("\"numberString\",\"numberStringProperties\":{");
+                PutPattern(run, node.pattern);
+                run.Put(",\"range\":");
+                PutRange(run, node.ranges.front());
+                run.Put("}}");
+            });
+            break;
+        case DynamicKind::kString:
+            text.Append("\"paddedString\"");
+            text.AppendRun([&](TextRun& run) { PutStringProperties(run, node.stringProperties); });
+            break;
+        case DynamicKind::kNumberArray:
+            text.Append("\"numberStringArray\"");
+            AppendArrayProperties(text, node.pattern, node.ranges.size(), node.displayNames, node.isPoint,
+                                  [&](TextRun& run, std::size_t k) { PutRange(run, node.ranges[k]); });
             break;
     }
     text.Append('}');

@@ -12,4 +12,7 @@ void AppendGroupStart(TextBuffer& text, std::string_view matchName, std::string_
 // A whole static node.
 void AppendStaticNode(TextBuffer& text, const ZT_PLUGIN::StaticNodeView& node);
 
+// A whole dynamic node.
+void AppendDynamicNode(TextBuffer& text, const ZT_PLUGIN::DynamicNodeView& node);
+
 }  // namespace zentor

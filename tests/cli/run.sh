@@ -2,7 +2,7 @@
 # The command as a person uses it. Arguments: the command, with what runs it before it.
 set -u
 zentor=("$@")
-documents=$(realpath "$(dirname "$0")")/documents.sh
+here=$(realpath "$(dirname "$0")")
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 cd "$work" || exit 1
@@ -44,11 +44,12 @@ cp table.csv table.unknown
 mkdir folder 'accent é'
 cp table.csv 'accent é/größe.csv'
 
-expect 0 "csv      Comma Seperated Value
+expect 0 "bvh      Biovision Hierarchy
+csv      Comma Seperated Value
 tsv      Tab Seperated Value
 txt      Tab Seperated Value
 vkjson   Vektra JSON" "" formats
-expect 0 '[{"extension":"csv","displayName":"Comma Seperated Value"},{"extension":"tsv","displayName":"Tab Seperated Value"},{"extension":"txt","displayName":"Tab Seperated Value"},{"extension":"vkjson","displayName":"Vektra JSON"}]' "" --json formats
+expect 0 '[{"extension":"bvh","displayName":"Biovision Hierarchy"},{"extension":"csv","displayName":"Comma Seperated Value"},{"extension":"tsv","displayName":"Tab Seperated Value"},{"extension":"txt","displayName":"Tab Seperated Value"},{"extension":"vkjson","displayName":"Vektra JSON"}]' "" --json formats
 expect 0 "~^zentor [0-9]+\.[0-9]+\.[0-9]+$" "" --version
 expect 0 "~convert.*formats|formats.*convert" "" --help
 
@@ -90,7 +91,7 @@ expect 1 "" "~^zentor: error 32: .* \(at byte 371\)$" convert quote.csv
 expect 0 "~^quote.vkjson " "" convert quote.csv --no-validate
 
 # What a document is, as text and as JSON; a table gives what its document gives.
-. "$documents"
+. "$here/documents.sh"
 expect 0 "version:               vkjson2.0.0
 creator:               by hand
 time mode:             timecode, 29.97002997002997 frames per second (30000/1001), drop frame
@@ -187,6 +188,8 @@ for arguments in "info cut.vkjson" "tree cut.vkjson" "get cut.vkjson [0] --json"
   expect 1 "" "~^zentor: error 32: .* \(at byte 94\)$" $arguments
 done
 expect 1 "" "~^zentor: error 32: .*\\\\u001b\[31m\\\\u000a" info key.vkjson
+
+. "$here/samples.sh"
 
 # A reader that goes away, or a full disk, is a failure that leaves nothing behind.
 mkdir temporary

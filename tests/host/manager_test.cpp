@@ -102,7 +102,8 @@ TEST(Manager, ForeignHandlersAndStreamsAreRefused) {
 TEST(Exports, FormatsComeInOrder) {
     FormatList formats;
     GetSupportedFormats_1(&formats, nullptr, &Suite());
-    EXPECT_EQ(formats, (FormatList{{"csv", "Comma Seperated Value"},
+    EXPECT_EQ(formats, (FormatList{{"bvh", "Biovision Hierarchy"},
+                                   {"csv", "Comma Seperated Value"},
                                    {"tsv", "Tab Seperated Value"},
                                    {"txt", "Tab Seperated Value"},
                                    {"vkjson", "Vektra JSON"}}));

@@ -37,14 +37,6 @@ constexpr const char* kDocument =
     R"({"pattern":{"isSigned":false,"digitsInteger":3},"range":{"occurring":{"min":0,"max":0},)"
     R"("legal":{"min":0,"max":0}}}}}]})";
 
-std::size_t TemporaryFiles() {
-    std::size_t count = 0;
-    for (const auto& entry : std::filesystem::directory_iterator(std::filesystem::temp_directory_path())) {
-        if (Utf8Of(entry.path().filename()).starts_with("ZTT")) ++count;
-    }
-    return count;
-}
-
 // The paths of all nodes, as strings.
 void CollectPaths(OpenDocument& document, const std::string& parent, std::vector<std::string>& paths) {
     ZT_GroupChildren children;

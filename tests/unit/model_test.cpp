@@ -4,9 +4,9 @@
 #include <limits>
 #include <tuple>
 
-#include "model/document_writer.h"
 #include "model/node_factories.h"
 #include "model/root.h"
+#include "model/stream_state.h"
 
 namespace zentor_test {
 
@@ -94,6 +94,8 @@ public:
     explicit FakeWriter(WriterState& state) : state_(state) {}
     void WriteHeader(const IVkjsonRoot_I&) override { state_.hasHeader = true; }
     bool HasHeader() const override { return state_.hasHeader; }
+    bool IsOpen() const override { return state_.finished == 0; }
+    void WriteSampleSet(const IVkjsonRoot_I&, const DynamicNodeView&, SampleBuffer&) override {}
     bool Finish(IVkjsonRoot_I&) override { return ++state_.finished == 1; }
 
 private:
@@ -365,9 +367,9 @@ TEST(Root, TimeModes) {
     EXPECT_EQ(inside->TimeStringLength(), 0u);
     const std::tuple<std::uint8_t, std::uint32_t, std::uint32_t, std::uint16_t> timecodes[] = {
         {0, 25, 1, 11},    {1, 30000, 1001, 11}, {1, 60000, 1001, 11}, {1, 120000, 4004, 11}, {0, 2997, 100, 11},
-        {0, 99, 1, 11},    {0, 199, 2, 11},      {0, 100, 1, 12},      {0, 120, 1, 12},       {0, 0xFFFFFFFF, 1, 12},
+        {0, 99, 1, 11},    {0, 199, 2, 11},      {0, 100, 1, 12},      {0, 120, 1, 12},       {0, 1000, 1, 12},
         {1, 2997, 100, 0}, {1, 30, 1, 0},        {1, 24000, 1001, 0},  {1, 120000, 1001, 0},  {0, 0, 1, 0},
-        {0, 25, 0, 0}};  // with the length of time strings; 0: refused
+        {0, 25, 0, 0},     {0, 1001, 1, 0},      {0, 0xFFFFFFFF, 1, 0}};  // with the length of time strings; 0: refused
     for (const auto& [dropFrame, value, scale, length] : timecodes) {
         ASSERT_EQ(setUtc(9, 0), 0u);
         EXPECT_EQ(setTimecode(dropFrame, value, scale), length == 0 ? 2021u : 0u) << value << "/" << scale;

@@ -5,8 +5,8 @@
 #include <random>
 
 #include "documents.h"
-#include "reader/json_cursor.h"
 #include "reader/bracket_search.h"
+#include "reader/json_cursor.h"
 
 namespace zentor_test {
 

@@ -5,11 +5,8 @@
 #include <limits>
 #include <map>
 
-#include "conversion/native_frame.h"
 #include "failure.h"
-#include "model/document_writer.h"
-#include "test_folder.h"
-#include "writer/document_writer.h"
+#include "written_document.h"
 
 namespace zentor_test {
 
@@ -20,70 +17,10 @@ namespace {
 
 const std::string kStart = "{\"version\":\"vkjson2.0.0\",\"dynamicSamplesPresentB\":";
 
-class NoConverter final : public ZT_ConverterHandlerBase {
-public:
-    using ZT_ConverterHandlerBase::ZT_ConverterHandlerBase;
-    bool Convert() override { return false; }
-};
-
-// A document that is being written, as a built-in converter sees it.
-class Document {
-public:
-    Document()
-        : path_(folder_ / "d.vkjson"),
-          id_(OpenStream(std::make_unique<DocumentWriter>(path_))),
-          converter_({"in", "in", std::to_string(id_)}),
-          root(NativeCreateRoot(&converter_, converter_.Info().streamKey)) {}
-    ~Document() { CloseStream(id_); }
-    Document(const Document&) = delete;
-    Document& operator=(const Document&) = delete;
-
-    const ZT_ConverterHandlerBase* operator*() const { return &converter_; }
-    std::string Text() const { return ReadWhole(path_); }
-    std::size_t FileCount() const { return folder_.FileCount(); }
-    void Close() { CloseStream(id_); }
-    std::uint32_t Write(std::uint32_t expectedCode = 0) {
-        ZT_ErrorRecord error{0, 77, -1, -1};
-        const std::uint32_t written = root->WriteDocument(&error);
-        EXPECT_EQ(error.code, expectedCode);
-        return written;
-    }
-    // Attaches a node to a group, or to the root.
-    template <class Group, class Node>
-    static void Attach(const Owner<Group>& group, const Owner<Node>& node) {
-        CallModel([&](auto* error) {
-            if constexpr (std::is_base_of_v<IVkjsonGroup_v1, Node>) {
-                group->AddGroupShared(node.get(), error);
-            } else {
-                group->AddStaticDataShared(node.get(), error);
-            }
-        });
-    }
-    template <class Node>
-    void Add(const Owner<Node>& node) {
-        Attach(root, node);
-    }
-
-private:
-    TestFolder folder_;
-    std::string path_;
-    std::uint64_t id_;
-    NoConverter converter_;
-
-public:
-    Owner<VkjsonRootImpl> root;
-};
-
-// Text with its double quotes written as single ones.
-std::string Json(std::string text) {
-    std::replace(text.begin(), text.end(), '\'', '"');
-    return text;
-}
-
 std::string OutlineText(const std::string& nodes) { return kStart + Json("false,'dataOutline':[" + nodes + "]}"); }
 
-std::string StaticText(const std::string& type, const std::string& value) {
-    return "{'objectType':'dataStatic','matchName':'n','displayName':'N','dataType':{'type':" + type +
+std::string StaticText(const std::string& type, const std::string& value, const std::string& name = "n") {
+    return "{'objectType':'dataStatic','matchName':'" + name + "','displayName':'N','dataType':{'type':" + type +
            "},'value':" + value + "}";
 }
 
@@ -114,20 +51,20 @@ TEST(Writer, ChildrenKeepTheirOrder) {
     document.Add(a);
     document.Add(NativeCreateStaticBool(*document, "n", "N", true));
     document.Add(b);
-    Document::Attach(b, NativeCreateStaticBool(*document, "n", "N", false));
+    Document::Attach(b, NativeCreateStaticBool(*document, "m", "N", false));
     Document::Attach(a, NativeCreateGroup(*document, "c", "C"));
     Document::Attach(b, NativeCreateGroup(*document, "d", "D"));
-    Document::Attach(b, NativeCreateStaticBool(*document, "n", "N", true));
+    Document::Attach(b, NativeCreateStaticBool(*document, "o", "N", true));
     EXPECT_EQ(document.Write(), 1u);
     const auto groupStart = [](const char* match, const char* display) {
         return std::string("{'objectType':'dataGroup','matchName':'") + match + "','displayName':'" + display +
                "','children':[";
     };
-    const std::string yes = StaticText("'boolean'", "true");
     const std::string expected =
-        kStart + Json("false,'creator':'say '\\\n','dataOutline':[" + groupStart("a", "A") + groupStart("c", "C") +
-                      "]}]}," + yes + "," + groupStart("b", "B") + StaticText("'boolean'", "false") + "," +
-                      groupStart("d", "D") + "]}," + yes + "]}]}");
+        kStart +
+        Json("false,'creator':'say '\\\n','dataOutline':[" + groupStart("a", "A") + groupStart("c", "C") + "]}]}," +
+             StaticText("'boolean'", "true") + "," + groupStart("b", "B") + StaticText("'boolean'", "false", "m") +
+             "," + groupStart("d", "D") + "]}," + StaticText("'boolean'", "true", "o") + "]}]}");
     EXPECT_EQ(document.Text(), expected);
     EXPECT_EQ(document.Write(), 0u);  // once and for all
     EXPECT_EQ(document.Text(), expected);
@@ -179,10 +116,13 @@ TEST(Writer, StaticNodes) {
 TEST(Writer, StringsOfAnyLength) {
     Document document;
     std::string expected;
+    int count = 0;
     const auto add = [&](const std::string& value, const StringProperties& properties, const char* lengths) {
-        document.Add(NativeCreateStaticString(*document, "n", "N", value, properties));
-        expected += (expected.empty() ? "" : ",") +
-                    StaticText("'string','paddedStringProperties':{" + std::string(lengths) + "}", "'" + value + "'");
+        const std::string name = "n" + std::to_string(count++);
+        document.Add(NativeCreateStaticString(*document, name, "N", value, properties));
+        expected +=
+            (expected.empty() ? "" : ",") +
+            StaticText("'string','paddedStringProperties':{" + std::string(lengths) + "}", "'" + value + "'", name);
     };
     add("a\tb\"", {kUnsetCount, kUnsetCount, true}, "'eventMarkerB':true");
     add("", {12345, kUnsetCount, false}, "'maxLen':12345,'eventMarkerB':false");
@@ -215,7 +155,7 @@ TEST(Writer, HeaderWithoutSamplesIsTakenBack) {
     const std::string timecode = Json(
         "true,'dynamicDataInfo':{'useTimecodeB':true,'timecodeInfo':{'frameRate':{'value':30000,'scale':1001},"
         "'dropFrame':true},'videoSyncTimeList':[{'fileName':'v','frameNumber':4294967295},{'fileName':'w','timeString':"
-        "'t'}]}");
+        "'00:00:01;00'}]}");
     const std::string utc =
         Json("true,'dynamicDataInfo':{'useTimecodeB':false,'utcInfo':{'precisionLength':3,'isGMT':true}}");
     for (const std::string& mode : {timecode, utc, std::string("false")}) {
@@ -226,7 +166,7 @@ TEST(Writer, HeaderWithoutSamplesIsTakenBack) {
             }
             if (mode == timecode) {
                 CallModel([&](auto* error) { document.root->AddVideoSyncFrame("v", 0xFFFFFFFF, error); });
-                CallModel([&](auto* error) { document.root->AddVideoSyncTime("w", "t", error); });
+                CallModel([&](auto* error) { document.root->AddVideoSyncTime("w", "00:00:01;00", error); });
             } else if (mode == utc) {
                 CallModel([&](auto* error) { document.root->SetUtcInfo(3, 1, error); });
             }

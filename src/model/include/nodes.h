@@ -3,7 +3,7 @@
 // Texts are zero-terminated UTF-8 and copied; null counts as empty. Every operation with a trailing error record stores
 // its error code there and changes nothing when it fails; a null record is allowed. The table of each static kind
 // begins with the slots of IVkjsonStaticData_v1, so that a pointer to it may be passed where that interface is asked
-// for. A document is built on one thread.
+// for; the dynamic kinds begin with those of IVkjsonDynamicData_v1. A document is built on one thread.
 #pragma once
 
 #include <stdint.h>
@@ -11,8 +11,6 @@
 #include "shared_object.h"
 
 namespace ZT_PLUGIN {
-
-struct IVkjsonDynamicData_v1;
 
 // A digit count or string length that is not known.
 inline constexpr uint64_t kUnsetCount = UINT64_MAX;
@@ -90,9 +88,152 @@ protected:
     ~IVkjsonStaticDataNumArr_v1() = default;
 };
 
+// A dynamic node, of any kind: a value that changes over time. It is made, initialised, given its properties, attached,
+// given its samples in the order of time, and told to write them. Samples are kept in a buffer of at most 1 MiB and
+// beyond that in a temporary file, which goes with the node.
+struct IVkjsonDynamicData_v1 {
+    virtual void Reserved() noexcept = 0;  // slot 1: does nothing
+    // slot 2: writes all samples into the document, padded to the widest. 1 when it has, 0 when it had before. A node
+    // without samples writes nothing and counts as written. Finishing the document does it for all nodes that have not.
+    // Codes 2001 (not initialised; not attached to a group of the document; the document is finished or has failed),
+    // 2011, and those of WriteDocument.
+    virtual uint32_t WriteSamples(ZT_ErrorRecord* error) noexcept = 0;
+    // slot 3: how many samples are expected, a hint; ignored once they are written. What is written is their number.
+    virtual void SetSampleCount(uint64_t count, ZT_ErrorRecord* error) noexcept = 0;
+    // slot 4: the expected number; the number of samples there are when that is 0 or they are written.
+    virtual uint64_t GetSampleCount() noexcept = 0;
+    virtual ISharedObject* GetSharedObject() noexcept = 0;         // slot 5
+    virtual void DeletingDestructor(uint32_t flags) noexcept = 0;  // slot 6: the same as ISharedObject::Release
+    // slot 7: the names of an initialised node, each borrowed until the node goes or is initialised anew; null pointers
+    // are skipped. 1; 0, with empty texts, before Initialize.
+    virtual uint32_t GetNames(const char** matchName, const char** displayName, const char** sampleSetId) noexcept = 0;
+    // slot 8: once, before anything else. `interpolation`: 1 linear, 2 hold. `maxInterSampleDuration`, a duration in
+    // the form of the document's times, counts with `hasExpectedFrequency` only. Codes 2022 (no match name or
+    // sample-set identifier), 53, 2013 (square brackets of the identifier that do not balance), 2001 (again, or
+    // attached).
+    virtual void Initialize(const char* matchName, const char* displayName, const char* sampleSetId,
+                            uint64_t sampleCount, uint32_t interpolation, uint8_t hasExpectedFrequency,
+                            const char* maxInterSampleDuration, ZT_ErrorRecord* error) noexcept = 0;
+
+protected:
+    ~IVkjsonDynamicData_v1() = default;
+};
+
+// Samples. All adders need a time mode of the document, and fix it. A sample is not earlier than the one before it. Its
+// time is given
+// - in seconds, as value / scale: since the start of the day for time codes, since 1970-01-01T00:00:00Z for UTC;
+// - the same with a wider value, for UTC times with decimals (milliseconds: the scale is 1000);
+// - or as a time string of the document's form.
+// What the form cannot say (parts of a frame, further decimals) is cut off. Adders return 1, or 0 after a failure.
+// Codes: 2001 (not initialised, written already, the document is finished), 2011, 2021 (no time mode), 2012 (no time of
+// the document's form, or one before its predecessor), 2008 (no finite number, or one outside the legal range), and
+// 1000 + the code of an operation on the temporary file (1034: memory or disk full).
+
+// A number that changes, written as "numberString".
+struct IVkjsonDynamicDataNum_v1 {
+    virtual void Reserved() noexcept = 0;
+    virtual uint32_t WriteSamples(ZT_ErrorRecord* error) noexcept = 0;
+    virtual void SetSampleCount(uint64_t count, ZT_ErrorRecord* error) noexcept = 0;
+    virtual uint64_t GetSampleCount() noexcept = 0;
+    virtual ISharedObject* GetSharedObject() noexcept = 0;
+    virtual void DeletingDestructor(uint32_t flags) noexcept = 0;
+    virtual uint32_t GetNames(const char** matchName, const char** displayName, const char** sampleSetId) noexcept = 0;
+    virtual void Initialize(const char* matchName, const char* displayName, const char* sampleSetId,
+                            uint64_t sampleCount, uint32_t interpolation, uint8_t hasExpectedFrequency,
+                            const char* maxInterSampleDuration, ZT_ErrorRecord* error) noexcept = 0;
+    // Own slot 1.
+    virtual uint32_t AddSample(int32_t timeValue, uint32_t timeScale, double value, ZT_ErrorRecord* error) noexcept = 0;
+    // Own slot 2: digits before and after the point, and whether there is a sign; the samples widen it. Both unset:
+    // taken from the samples. Codes 2006 (exactly one is unset), 2008 (more than 1000 digits).
+    virtual void SetPattern(uint64_t digitsInteger, uint64_t digitsDecimal, uint8_t isSigned,
+                            ZT_ErrorRecord* error) noexcept = 0;
+    // Own slot 3: the legal range and a value that it must hold. Minimum = largest finite double with maximum = its
+    // negative means "not known": the range is then the one that the samples occupy. Codes 2007 (minimum above
+    // maximum), 2008 (`value` or a sample outside, or a bound that is no finite number).
+    virtual void SetRange(double legalMinimum, double legalMaximum, double value, ZT_ErrorRecord* error) noexcept = 0;
+    // Own slots 4 and 5.
+    virtual uint32_t AddSampleAtTicks(int64_t ticks, uint32_t ticksPerSecond, double value,
+                                      ZT_ErrorRecord* error) noexcept = 0;
+    virtual uint32_t AddSampleAtTimeString(const char* timeString, double value, ZT_ErrorRecord* error) noexcept = 0;
+
+protected:
+    ~IVkjsonDynamicDataNum_v1() = default;
+};
+
+// An array of numbers that change, written as "numberStringArray". Its size is set first, and before the first sample.
+struct IVkjsonDynamicDataNumArr_v1 {
+    virtual void Reserved() noexcept = 0;
+    virtual uint32_t WriteSamples(ZT_ErrorRecord* error) noexcept = 0;
+    virtual void SetSampleCount(uint64_t count, ZT_ErrorRecord* error) noexcept = 0;
+    virtual uint64_t GetSampleCount() noexcept = 0;
+    virtual ISharedObject* GetSharedObject() noexcept = 0;
+    virtual void DeletingDestructor(uint32_t flags) noexcept = 0;
+    virtual uint32_t GetNames(const char** matchName, const char** displayName, const char** sampleSetId) noexcept = 0;
+    virtual void Initialize(const char* matchName, const char* displayName, const char* sampleSetId,
+                            uint64_t sampleCount, uint32_t interpolation, uint8_t hasExpectedFrequency,
+                            const char* maxInterSampleDuration, ZT_ErrorRecord* error) noexcept = 0;
+    // Own slot 1: the elements, as many as the array has. Also code 2017 for any other number.
+    virtual uint32_t AddSample(int32_t timeValue, uint32_t timeScale, const double* values, uint64_t count,
+                               ZT_ErrorRecord* error) noexcept = 0;
+    // Own slot 2: as for a number; one pattern for all elements.
+    virtual void SetPattern(uint64_t digitsInteger, uint64_t digitsDecimal, uint8_t isSigned,
+                            ZT_ErrorRecord* error) noexcept = 0;
+    // Own slot 3: how many elements there are, from 1 to 65536; drops ranges and names. Codes 2017, 2001 (there are
+    // samples).
+    virtual void SetArraySize(uint64_t size, ZT_ErrorRecord* error) noexcept = 0;
+    // Own slot 4: the legal range of the next element, as for a number. Codes 2018 (all have one), 2007, 2008, 2001
+    // (there are samples).
+    virtual void AddRange(double legalMinimum, double legalMaximum, ZT_ErrorRecord* error) noexcept = 0;
+    // Own slot 5: the display name of the next element; either all elements have one in the end, or none is written.
+    // Code 2019 (all have one).
+    virtual void AddDisplayName(const char* displayName, ZT_ErrorRecord* error) noexcept = 0;
+    // Own slot 6: the array is a point in space.
+    virtual void SetIsPoint(uint8_t isPoint, ZT_ErrorRecord* error) noexcept = 0;
+    // Own slot 7: elements have a sign even if none is negative.
+    virtual void SetIsSigned(uint8_t isSigned, ZT_ErrorRecord* error) noexcept = 0;
+    // Own slots 8 and 9.
+    virtual uint32_t AddSampleAtTicks(int64_t ticks, uint32_t ticksPerSecond, const double* values, uint64_t count,
+                                      ZT_ErrorRecord* error) noexcept = 0;
+    virtual uint32_t AddSampleAtTimeString(const char* timeString, const double* values, uint64_t count,
+                                           ZT_ErrorRecord* error) noexcept = 0;
+
+protected:
+    ~IVkjsonDynamicDataNumArr_v1() = default;
+};
+
+// A text that changes, written as "paddedString". Lengths are in bytes.
+struct IVkjsonDynamicDataString_v1 {
+    virtual void Reserved() noexcept = 0;
+    virtual uint32_t WriteSamples(ZT_ErrorRecord* error) noexcept = 0;
+    virtual void SetSampleCount(uint64_t count, ZT_ErrorRecord* error) noexcept = 0;
+    virtual uint64_t GetSampleCount() noexcept = 0;
+    virtual ISharedObject* GetSharedObject() noexcept = 0;
+    virtual void DeletingDestructor(uint32_t flags) noexcept = 0;
+    virtual uint32_t GetNames(const char** matchName, const char** displayName, const char** sampleSetId) noexcept = 0;
+    virtual void Initialize(const char* matchName, const char* displayName, const char* sampleSetId,
+                            uint64_t sampleCount, uint32_t interpolation, uint8_t hasExpectedFrequency,
+                            const char* maxInterSampleDuration, ZT_ErrorRecord* error) noexcept = 0;
+    // Own slot 1. Also code 2013 for a text whose square brackets do not balance, which no reader could pass over.
+    virtual uint32_t AddSample(int32_t timeValue, uint32_t timeScale, const char* text,
+                               ZT_ErrorRecord* error) noexcept = 0;
+    // Own slot 2: the longest text and the digits of its length; the samples widen both. Code 2008 for a length
+    // above 2^24 or more than 20 digits.
+    virtual void SetStringProperties(uint64_t maxLength, uint64_t maxDigitsInLength, uint8_t isEventMarker,
+                                     ZT_ErrorRecord* error) noexcept = 0;
+    // Own slots 3 and 4.
+    virtual uint32_t AddSampleAtTicks(int64_t ticks, uint32_t ticksPerSecond, const char* text,
+                                      ZT_ErrorRecord* error) noexcept = 0;
+    virtual uint32_t AddSampleAtTimeString(const char* timeString, const char* text,
+                                           ZT_ErrorRecord* error) noexcept = 0;
+
+protected:
+    ~IVkjsonDynamicDataString_v1() = default;
+};
+
 // A group. Children are written in the order in which they were attached. A node is attached once, to a group of its
-// own document; the group then holds a reference of its own. Codes: null, attached elsewhere, of another document or (a
-// group) above this one: 2001 for dynamic nodes, 2002 for static ones, 2003 for groups; no node of this library: 2016.
+// own document; the group then holds a reference of its own. Codes: null, attached elsewhere, of another document, not
+// initialised, (a group) above this one, or with a match name or sample-set identifier that the document has already:
+// 2001 for dynamic nodes, 2002 for static ones, 2003 for groups; no node of this library: 2016.
 struct IVkjsonGroup_v1 {
     // Slots 1 to 3: the child given as its shared object.
     virtual void AddDynamicDataShared(ISharedObject* child, ZT_ErrorRecord* error) noexcept = 0;
@@ -119,12 +260,14 @@ struct IVkjsonRoot_v1 {
     virtual ISharedObject* GetSharedObject() noexcept = 0;  // slot 4
     // slot 5: the display name of the root group; it is not written.
     virtual void SetDisplayName(const char* displayName, ZT_ErrorRecord* error) noexcept = 0;
-    // slots 6 and 7: the time mode of all samples; the later call counts. Codes 2020 (the header is written already),
-    // 2021 (value or scale 0, drop frame at a rate other than 30000/1001 and 60000/1001; precision above 9).
+    // slots 6 and 7: the time mode of all samples; the later call counts. Codes 2020 (the header is written already, or
+    // there is a sample), 2021 (value or scale 0, a rate above 1000, drop frame at a rate other than 30000/1001 and
+    // 60000/1001; precision above 9).
     virtual void SetTimecodeInfo(uint8_t dropFrame, uint32_t frameRateValue, uint32_t frameRateScale,
                                  ZT_ErrorRecord* error) noexcept = 0;
     virtual void SetUtcInfo(uint32_t precisionLength, uint8_t isGmt, ZT_ErrorRecord* error) noexcept = 0;
-    // slots 8 and 9: an entry of the video-sync list. Code 2020.
+    // slots 8 and 9: an entry of the video-sync list. Code 2020. The header is not written (2012) when a time string
+    // is none of the document's time mode.
     virtual void AddVideoSyncFrame(const char* fileName, uint32_t frameNumber, ZT_ErrorRecord* error) noexcept = 0;
     virtual void AddVideoSyncTime(const char* fileName, const char* timeString, ZT_ErrorRecord* error) noexcept = 0;
     // slot 10: writes the beginning of the document now instead of with the first samples. Codes as for WriteDocument.

@@ -1,0 +1,53 @@
+#!/usr/bin/env bash
+# Makes a document of more than 4 GiB, opens it natively and under Wine, and compares samples at the start, in the
+# middle and at the end of each node with what was written. Prints how many were compared, and fails when one differs.
+# Usage: large_document.sh NATIVE_BUILD_DIR WINDOWS_BUILD_DIR
+#   NATIVE_BUILD_DIR, WINDOWS_BUILD_DIR   the build folders of the presets, with the bench_* programs
+#   BENCH_DIR      where the document and its copy go (default TMPDIR, else /var/tmp): a disk
+#   BENCH_SAMPLES  samples of the document (default 60000000)
+set -euo pipefail
+
+[[ $# = 2 ]] || { echo "usage: $0 NATIVE_BUILD_DIR WINDOWS_BUILD_DIR" >&2; exit 2; }
+root=$(cd "$(dirname "$0")/.." && pwd)
+native=$(cd "$1" && pwd)/bench
+windows=$(cd "$2" && pwd)
+samples=${BENCH_SAMPLES:-60000000}
+folder=${BENCH_DIR:-${TMPDIR:-/var/tmp}}
+
+fail() {
+    echo "$*" >&2
+    exit 1
+}
+
+# A sample takes 74 bytes. While a document is open, its samples are there a second time, in a temporary file.
+needed=$((samples * 2 * 74 / 1000000 + 100))
+available=$(($(df --output=avail -B 1000000 "$folder" | tail -n 1)))
+echo "free space in $folder: $available MB, needed: $needed MB"
+((available >= needed)) || fail "set BENCH_DIR to a folder with more free space"
+
+work=$(mktemp -d "$folder/zentor-large.XXXXXX")
+trap 'rm -rf "$work"' EXIT
+"$native/bench_document_generator" samples "$samples" "$work/large.vkjson" || fail "failed: bench_document_generator"
+bytes=$(wc -c <"$work/large.vkjson")
+echo "document: $bytes bytes"
+[[ -n ${BENCH_SAMPLES:-} ]] || ((bytes > 4 << 30)) || fail "the document is not larger than 4 GiB"
+
+# check NAME COMMAND...
+check() {
+    local name=$1 compared
+    shift
+    compared=$("$@") || fail "failed: $name"
+    compared=${compared%$'\r'}
+    [[ $compared =~ ^samples_compared\ [1-9][0-9]*$ ]] || fail "failed: $name: $compared"
+    echo "$name: ${compared#* } samples are what was written"
+    [[ $(ls "$work") == "$kept" ]] || fail "$name left temporary files behind"
+}
+
+# Wine takes the folder for temporary files from its own settings.
+windows_path() { echo "Z:${1//\//\\}"; }
+printf '@set TMP=%s\r\n@"%s" "%s" %d\r\n' "$(windows_path "$work")" \
+    "$(windows_path "$windows/bench_check_samples.exe")" "$(windows_path "$work/large.vkjson")" "$samples" \
+    >"$work/check.bat"
+kept=$(ls "$work")
+check native env TMPDIR="$work" "$native/bench_check_samples" "$work/large.vkjson" "$samples"
+check Wine "$root/scripts/wine" cmd /c "$(windows_path "$work/check.bat")"

@@ -1,0 +1,53 @@
+#include "conversion/bvh/bvh_converter.h"
+
+#include "conversion/bvh/capture_tree.h"
+#include "conversion/bvh/hierarchy.h"
+#include "conversion/bvh/motion.h"
+#include "model/client_boundary.h"
+
+namespace zentor {
+
+namespace {
+
+using ZT_PLUGIN::NumberSample;
+using ZT_PLUGIN::SampleTime;
+
+// Gives the numbers of each frame to the arrays that they belong to.
+void AddFrames(CaptureInput& input, FrameReader& frames, const FrameRate& rate, std::vector<CaptureTrack>& tracks) {
+    char text[kWidestTimeCode];
+    const std::int64_t framesPerDay = FramesPerDay(rate);
+    std::vector<NumberSample> elements;
+    for (std::int64_t frame = 0; frames.Next(); ++frame) {
+        if (frame == framesPerDay) input.Refuse();  // there are no time codes for more
+        const char* const end = FormatTimeCode(frame, rate, text);
+        const SampleTime time{{text, static_cast<std::size_t>(end - text)}, {frame, {}}};
+        for (CaptureTrack& track : tracks) {
+            elements.clear();
+            for (const std::size_t column : track.columns) elements.push_back(frames.Numbers()[column]);
+            track.node->AddTexts(time, elements);
+        }
+    }
+}
+
+}  // namespace
+
+bool BVHConverter::Convert() {
+    CaptureInput input(Info().inputPath);
+    const Skeleton skeleton = ReadHierarchy(input);
+    const MotionHeader motion = ReadMotionHeader(input);
+    const auto root = NativeCreateRoot(this, Info().streamKey);
+    CallModel([&](auto* error) { root->SetCreator("com.orvane.sensor.bvh", error); });
+    CallModel([&](auto* error) { root->SetTimecodeInfo(0, motion.rate.numerator, motion.rate.denominator, error); });
+    std::vector<CaptureTrack> tracks = BuildCaptureTree(*this, *root, skeleton);
+    FrameReader frames(input, skeleton.columns, motion.frames);
+    AddFrames(input, frames, motion.rate, tracks);
+    for (CaptureTrack& track : tracks) {
+        CallModel([&](auto* error) { track.node->WriteSamples(error); });
+        track.node = nullptr;  // the outline keeps the node
+    }
+    std::uint32_t written = 0;
+    CallModel([&](auto* error) { written = root->WriteDocument(error); });
+    return written != 0;
+}
+
+}  // namespace zentor

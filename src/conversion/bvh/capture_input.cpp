@@ -1,0 +1,103 @@
+#include "conversion/bvh/capture_input.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "errors/exception.h"
+#include "errors/raise.h"
+#include "zentor/error_codes.h"
+
+namespace zentor {
+
+namespace {
+
+constexpr std::size_t kBufferSize = 4 * CaptureInput::kLookAhead;
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+FileHandle OpenCapture(const std::string& path) {
+    try {
+        return File_IO::Open(path, true, Access::kRead);
+    } catch (const ns_sensor::ZT_Exception&) {
+        throw ZT_PLUGIN::ZT_PluginException(ZT_CAPTURE_OPEN);
+    }
+}
+
+constexpr bool IsBrace(char c) { return c == '{' || c == '}'; }
+
+}  // namespace
+
+CaptureInput::CaptureInput(const std::string& path)
+    : file_(OpenCapture(path)), bytes_(new char[kBufferSize]), next_(bytes_.get()), end_(next_) {
+    if (Rest().starts_with(kByteOrderMark)) Advance(kByteOrderMark.size());
+}
+
+void CaptureInput::Refill() {
+    offset_ += next_ - bytes_.get();
+    const auto left = static_cast<std::size_t>(end_ - next_);
+    std::memmove(bytes_.get(), next_, left);
+    std::size_t used = left;
+    while (used < kBufferSize && !atEnd_) {
+        const std::uint64_t read = File_IO::Read(file_.get(), bytes_.get() + used, kBufferSize - used);
+        atEnd_ = read == 0;
+        used += read;
+    }
+    next_ = bytes_.get();
+    end_ = next_ + used;
+}
+
+bool CaptureInput::SkipAllBlanks() {
+    bool lineEnded = false;
+    for (;;) {
+        const std::string_view rest = Rest();
+        std::size_t count = 0;
+        while (count < rest.size() && IsBlank(rest[count])) {
+            const char c = rest[count++];
+            if (IsLineEnd(c)) {
+                lineEnded = true;
+                if (c != '\n' || !afterReturn_) ++line_;
+            }
+            afterReturn_ = c == '\r';
+        }
+        Advance(count);
+        if (count < rest.size()) {
+            afterReturn_ = false;
+            return lineEnded;
+        }
+        if (rest.empty()) return true;
+    }
+}
+
+std::string_view CaptureInput::PeekWord() {
+    SkipBlanks();
+    const std::string_view rest = Rest();
+    if (rest.empty()) return rest;
+    if (IsBrace(rest.front())) return rest.substr(0, 1);
+    const auto* const end =
+        std::find_if(rest.begin(), rest.end(), [](char c) { return IsBlank(c) || IsBrace(c) || c == '\0'; });
+    const auto length = static_cast<std::size_t>(end - rest.begin());
+    if (length >= kLookAhead || (end != rest.end() && *end == '\0')) Refuse();
+    return rest.substr(0, length);
+}
+
+std::string_view CaptureInput::PeekLine() {
+    std::string_view rest = Rest();
+    std::size_t blanks = 0;
+    while (blanks < rest.size() && IsBlank(rest[blanks]) && !IsLineEnd(rest[blanks])) ++blanks;
+    Advance(blanks);
+    rest = Rest();
+    const auto* const end = std::find_if(rest.begin(), rest.end(), [](char c) { return IsLineEnd(c) || c == '\0'; });
+    auto length = static_cast<std::size_t>(end - rest.begin());
+    if (length >= kLookAhead || (end != rest.end() && *end == '\0')) Refuse();
+    while (length != 0 && IsBlank(rest[length - 1])) --length;
+    return rest.substr(0, length);
+}
+
+void CaptureInput::Refuse() const { Raise({kConversionFailure, Offset(), Line()}); }
+
+bool IsWord(std::string_view word, std::string_view lower) {
+    return std::equal(word.begin(), word.end(), lower.begin(), lower.end(), [](char a, char b) {
+        return (a >= 'A' && a <= 'Z' ? static_cast<char>(a - 'A' + 'a') : a) == b;
+    });
+}
+
+}  // namespace zentor

@@ -1,0 +1,137 @@
+#include "conversion/bvh/hierarchy.h"
+
+#include <algorithm>
+#include <charconv>
+
+#include "util/number_text.h"
+
+namespace zentor {
+
+namespace {
+
+// As deep as groups of a document may stand in each other.
+constexpr std::size_t kDepthLimit = 100;
+
+class HierarchyReader {
+public:
+    explicit HierarchyReader(CaptureInput& input) : input_(input) {}
+
+    Skeleton Read() {
+        if (!TakeKeyword("hierarchy")) input_.Refuse();
+        while (TakeKeyword("root")) skeleton_.roots.push_back(ReadJoint());
+        if (skeleton_.roots.empty()) input_.Refuse();
+        return std::move(skeleton_);
+    }
+
+private:
+    bool TakeKeyword(std::string_view lower) {
+        const std::string_view word = input_.PeekWord();
+        if (!IsWord(word, lower)) return false;
+        input_.Advance(word.size());
+        return true;
+    }
+
+    // The rest of the line, up to a brace that opens the body.
+    std::string TakeName() {
+        std::string_view line = input_.PeekLine();
+        const std::size_t brace = std::min(line.find('{'), line.size());
+        input_.Advance(brace);
+        line = line.substr(0, brace);
+        while (!line.empty() && IsBlank(line.back())) line.remove_suffix(1);
+        return std::string(line);
+    }
+
+    // Recursion ends at the limit of groups.
+    std::shared_ptr<SkeletonNode> ReadJoint() {
+        if (++depth_ > kDepthLimit) input_.Refuse();
+        auto joint = std::make_shared<SkeletonNode>();
+        joint->name = TakeName();
+        if (!TakeKeyword("{")) input_.Refuse();
+        while (!TakeKeyword("}")) {
+            if (TakeKeyword("offset")) {
+                ReadOffset(joint->offset);
+            } else if (TakeKeyword("channels")) {
+                ReadChannels(*joint);
+            } else if (TakeKeyword("joint")) {
+                joint->children.push_back(ReadJoint());
+            } else if (TakeKeyword("end") || TakeKeyword("endsite")) {
+                ReadEndSite();
+            } else {
+                input_.Refuse();
+            }
+        }
+        --depth_;
+        return joint;
+    }
+
+    // It marks where the last bone ends; documents do not have it.
+    void ReadEndSite() {
+        SkeletonNode ignored;
+        TakeName();
+        if (!TakeKeyword("{")) input_.Refuse();
+        while (!TakeKeyword("}")) {
+            if (TakeKeyword("offset")) {
+                ReadOffset(ignored.offset);
+            } else if (TakeKeyword("channels")) {
+                ReadChannels(ignored);
+            } else {
+                input_.Refuse();
+            }
+        }
+    }
+
+    void ReadOffset(std::array<double, 3>& offset) {
+        for (double& number : offset) {
+            const std::string_view word = input_.PeekWord();
+            const char* const end = word.data() + word.size();
+            if (ParseNumber(word.data(), end, number) != end || word.empty() || !IsWritable(number)) input_.Refuse();
+            input_.Advance(word.size());
+        }
+    }
+
+    void ReadChannels(SkeletonNode& joint) {
+        const std::string_view word = input_.PeekWord();
+        std::uint64_t count = 0;
+        const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), count);
+        if (error != std::errc() || end != word.data() + word.size()) input_.Refuse();
+        input_.Advance(word.size());
+        for (; count != 0; --count) ReadChannel(joint);
+    }
+
+    void ReadChannel(SkeletonNode& joint) {
+        const std::string_view name = input_.PeekWord();
+        if (name.empty() || IsKeyword(name)) input_.Refuse();
+        const auto found = std::find_if(kLowerNames.begin(), kLowerNames.end(),
+                                        [name](std::string_view lower) { return IsWord(name, lower); });
+        input_.Advance(name.size());
+        const std::size_t column = skeleton_.columns++;
+        if (found == kLowerNames.end()) return;
+        const auto channel = static_cast<Channel>(found - kLowerNames.begin());
+        ChannelGroup& group = channel < Channel::kXrotation ? joint.position : joint.rotation;
+        const auto& known = group.channels;
+        if (std::find(known.begin(), known.end(), channel) != known.end()) return;  // there it is a second time
+        group.channels.push_back(channel);
+        group.columns.push_back(column);
+    }
+
+    // A count of channels may be too high.
+    static bool IsKeyword(std::string_view word) {
+        constexpr std::string_view kKeywords[] = {"{",   "}",       "offset", "channels", "joint",
+                                                  "end", "endsite", "root",   "motion",   "frames:"};
+        return std::any_of(std::begin(kKeywords), std::end(kKeywords),
+                           [word](std::string_view keyword) { return IsWord(word, keyword); });
+    }
+
+    static constexpr std::array<std::string_view, 6> kLowerNames = {"xposition", "yposition", "zposition",
+                                                                    "xrotation", "yrotation", "zrotation"};
+
+    CaptureInput& input_;
+    Skeleton skeleton_;
+    std::size_t depth_ = 0;
+};
+
+}  // namespace
+
+Skeleton ReadHierarchy(CaptureInput& input) { return HierarchyReader(input).Read(); }
+
+}  // namespace zentor

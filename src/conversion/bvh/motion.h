@@ -1,0 +1,48 @@
+// The second part of a capture: how many frames there are, how long each lasts, and their numbers.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+#include "conversion/bvh/capture_input.h"
+#include "model/dynamic_numbers.h"
+#include "util/number_text.h"
+#include "util/time_code.h"
+
+namespace zentor {
+
+struct MotionHeader {
+    std::uint64_t frames;  // as declared; too large a number counts as the largest
+    FrameRate rate;
+};
+
+// Reads up to the frame time. Codes 1506, and 1508, as a plug-in exception, for a frame time that is no number, is not
+// greater than 0.001 seconds, or is so long that there is no whole frame a second.
+MotionHeader ReadMotionHeader(CaptureInput& input);
+
+// Reads the frames, one after the other. Lines count: a frame may go over several of them, but ends with a line.
+class FrameReader {
+public:
+    // `declared`: from then on what is no frame ends the data.
+    FrameReader(CaptureInput& input, std::size_t columns, std::uint64_t declared);
+
+    // The next frame, one number for each column, borrowed until the next call. False after the last complete one.
+    // Code 1506 and those of File_IO.
+    bool Next();
+    const std::vector<ZT_PLUGIN::NumberSample>& Numbers() const { return numbers_; }
+
+private:
+    bool IsNumberNext();
+    bool ReadNumber(std::size_t column);
+    void MakeRoom(std::size_t column);
+
+    CaptureInput& input_;
+    std::uint64_t declared_;
+    std::uint64_t frames_ = 0;
+    std::vector<ZT_PLUGIN::NumberSample> numbers_;
+    std::vector<char> texts_;  // of the numbers of this frame, one after the other
+    std::size_t used_ = 0;
+};
+
+}  // namespace zentor

@@ -1,0 +1,147 @@
+#include "model/dynamic_data.h"
+
+#include <cstring>
+
+#include "model/group.h"
+#include "model/root.h"
+
+namespace ZT_PLUGIN {
+
+bool HasBalancedBrackets(std::string_view text) {
+    std::size_t depth = 0;
+    for (const char c : text) {
+        if (c == '[') ++depth;
+        if (c == ']' && depth-- == 0) return false;
+    }
+    return depth == 0;
+}
+
+VkjsonDynamicDataImpl::VkjsonDynamicDataImpl(std::uint64_t streamId)
+    : VkjsonNodeImpl(streamId, {}, {}), stream_(FindStream(streamId)) {
+    if (stream_) stream_->CountDynamicNodes(true);
+}
+
+VkjsonDynamicDataImpl::~VkjsonDynamicDataImpl() {
+    if (stream_) stream_->CountDynamicNodes(false);
+}
+
+void VkjsonDynamicDataImpl::InitializeWith(std::string_view matchName, std::string_view displayName,
+                                           std::string_view sampleSetId, std::uint64_t sampleCount,
+                                           std::uint32_t interpolation, bool hasExpectedFrequency,
+                                           std::string_view maxInterSampleDuration) {
+    if (isInitialized_) throw ZT_PluginException(ZT_INVALID_DYNAMIC_NODE);
+    if (matchName.empty() || sampleSetId.empty()) throw ZT_PluginException(ZT_EMPTY_NAME);
+    if (interpolation != 1 && interpolation != 2) throw ZT_PluginException(ZT_INTERPOLATION);
+    if (!HasBalancedBrackets(sampleSetId)) throw ZT_PluginException(ZT_UNBALANCED_TEXT);
+    SetMatchNameText(matchName);
+    SetDisplayNameText(displayName);
+    sampleSetId_ = sampleSetId;
+    maxInterSampleDuration_ = maxInterSampleDuration;
+    expectedCount_ = sampleCount;
+    interpolation_ = static_cast<Interpolation>(interpolation);
+    hasExpectedFrequency_ = hasExpectedFrequency;
+    isInitialized_ = true;
+}
+
+std::uint64_t VkjsonDynamicDataImpl::SampleCount() const {
+    if (isWritten_) return writtenCount_;
+    return expectedCount_ != 0 ? expectedCount_ : samples_.Count();
+}
+
+void VkjsonDynamicDataImpl::SetExpectedSampleCount(std::uint64_t count) {
+    if (!isWritten_) expectedCount_ = count;
+}
+
+std::uint32_t VkjsonDynamicDataImpl::Names(const char** matchName, const char** displayName,
+                                           const char** sampleSetId) const {
+    if (matchName != nullptr) *matchName = MatchNameText().c_str();
+    if (displayName != nullptr) *displayName = DisplayNameText().c_str();
+    if (sampleSetId != nullptr) *sampleSetId = sampleSetId_.c_str();
+    return isInitialized_ ? 1 : 0;
+}
+
+DynamicNodeView VkjsonDynamicDataImpl::CommonView(DynamicKind kind) const {
+    DynamicNodeView view;
+    view.kind = kind;
+    view.matchName = MatchNameText();
+    view.displayName = DisplayNameText();
+    view.sampleSetId = sampleSetId_;
+    view.interpolation = interpolation_;
+    view.hasExpectedFrequency = hasExpectedFrequency_;
+    view.sampleCount = isWritten_ ? writtenCount_ : samples_.Count();
+    view.maxInterSampleDuration = maxInterSampleDuration_;
+    return view;
+}
+
+const zentor::TimeForm& VkjsonDynamicDataImpl::RequireTimeForm() const {
+    if (!stream_) throw ZT_PluginException(ZT_STREAM_NOT_OPEN);
+    const IDocumentWriter& writer = stream_->Writer();
+    if (!isInitialized_ || isUnusable_ || isWritten_ || !writer.IsOpen()) {
+        throw ZT_PluginException(ZT_INVALID_DYNAMIC_NODE);
+    }
+    const zentor::TimeForm* const form = stream_->root == nullptr ? nullptr : stream_->root->Form();
+    if (form == nullptr) throw ZT_PluginException(ZT_TIME_MODE_INVALID);
+    return *form;
+}
+
+SampleTime VkjsonDynamicDataImpl::FormatTime(std::int64_t ticks, std::uint32_t ticksPerSecond, char* text) const {
+    SampleTime time;
+    const char* const end = RequireTimeForm().Format(ticks, ticksPerSecond, text, time.instant);
+    if (end == nullptr) throw ZT_PluginException(ZT_SAMPLE_TIME);
+    time.text = {text, static_cast<std::size_t>(end - text)};
+    return time;
+}
+
+SampleTime VkjsonDynamicDataImpl::ReadTime(std::string_view text) const {
+    SampleTime time;
+    if (!RequireTimeForm().Parse(text, time.instant)) throw ZT_PluginException(ZT_SAMPLE_TIME);
+    time.text = text;
+    return time;
+}
+
+void VkjsonDynamicDataImpl::CheckAdding(const SampleTime& time) const {
+    RequireTimeForm();
+    if (HasSamples() && time.instant < lastTime_) throw ZT_PluginException(ZT_SAMPLE_TIME);
+}
+
+char* VkjsonDynamicDataImpl::AddText(const SampleTime& time, std::size_t size) {
+    char* room = nullptr;
+    try {
+        TranslateFailures([&] { room = samples_.Add(time.text, size, stream_->sampleBufferLimit); });
+    } catch (...) {
+        isUnusable_ = true;
+        throw;
+    }
+    stream_->hasSamples = true;
+    std::memcpy(lastTimeText_, time.text.data(), time.text.size());
+    lastTime_ = time.instant;
+    if (!lastTime_.decimals.empty()) {
+        lastTime_.decimals = {lastTimeText_ + (time.instant.decimals.data() - time.text.data()),
+                              time.instant.decimals.size()};
+    }
+    return room;
+}
+
+// A set whose node is not in the outline would make the document unreadable.
+bool VkjsonDynamicDataImpl::IsInDocument() const {
+    const VkjsonGroupImpl* at = parent_;
+    while (at != nullptr && at->Parent() != nullptr) at = at->Parent();
+    return at != nullptr && static_cast<const IVkjsonGroup_I*>(at) == stream_->root;
+}
+
+bool VkjsonDynamicDataImpl::WriteAllSamples() {
+    if (!stream_) throw ZT_PluginException(ZT_STREAM_NOT_OPEN);
+    IDocumentWriter& writer = stream_->Writer();
+    if (isWritten_) return false;
+    if (!isInitialized_ || isUnusable_ || !writer.IsOpen() || !IsInDocument()) {
+        throw ZT_PluginException(ZT_INVALID_DYNAMIC_NODE);
+    }
+    isUnusable_ = true;  // whatever happens to the samples on their way
+    writer.WriteSampleSet(*stream_->root, View(), samples_);
+    isUnusable_ = false;
+    writtenCount_ = samples_.Count();
+    isWritten_ = true;
+    return true;
+}
+
+}  // namespace ZT_PLUGIN

@@ -1,0 +1,181 @@
+#include "model/dynamic_numbers.h"
+
+#include <cstring>
+
+#include "model/static_data.h"
+#include "util/short_copy.h"
+
+namespace ZT_PLUGIN {
+
+namespace {
+
+constexpr std::uint64_t kLargestArray = 0x10000;
+
+// A range that holds what there is already.
+MinMax CheckedLegalRange(double minimum, double maximum, const MinMax& occurring) {
+    const MinMax legal{minimum, maximum};
+    if (!legal.IsKnown()) return legal;
+    CheckedRange(minimum, maximum, minimum);
+    if (occurring.IsKnown()) {
+        CheckWithin(legal, occurring.minimum);
+        CheckWithin(legal, occurring.maximum);
+    }
+    return legal;
+}
+
+}  // namespace
+
+NumberSample MakeNumberSample(double value, char* room) {
+    const char* const end = zentor::FormatPlainNumber(value, room);
+    const std::string_view text(room, static_cast<std::size_t>(end - room));
+    return {value, text, static_cast<std::size_t>(zentor::CountDigits(text).integer)};
+}
+
+std::uint32_t VkjsonDynamicDataNumImpl::AddSample(std::int32_t timeValue, std::uint32_t timeScale, double value,
+                                                  ZT_ErrorRecord* error) noexcept {
+    return AddSampleAtTicks(timeValue, timeScale, value, error);
+}
+
+std::uint32_t VkjsonDynamicDataNumImpl::AddSampleAtTicks(std::int64_t ticks, std::uint32_t ticksPerSecond, double value,
+                                                         ZT_ErrorRecord* error) noexcept {
+    return Added(error, [&] { AtTicks(ticks, ticksPerSecond, [&](const SampleTime& time) { Add(time, value); }); });
+}
+
+std::uint32_t VkjsonDynamicDataNumImpl::AddSampleAtTimeString(const char* timeString, double value,
+                                                              ZT_ErrorRecord* error) noexcept {
+    return Added(error, [&] { AtTimeString(timeString, [&](const SampleTime& time) { Add(time, value); }); });
+}
+
+void VkjsonDynamicDataNumImpl::SetPattern(std::uint64_t digitsInteger, std::uint64_t digitsDecimal,
+                                          std::uint8_t isSigned, ZT_ErrorRecord* error) noexcept {
+    RunForClient(error, [&] { pattern_.Ask(digitsInteger, digitsDecimal, isSigned != 0); });
+}
+
+void VkjsonDynamicDataNumImpl::SetRange(double legalMinimum, double legalMaximum, double value,
+                                        ZT_ErrorRecord* error) noexcept {
+    RunForClient(error, [&] {
+        CheckedRange(legalMinimum, legalMaximum, value);
+        range_.legal = CheckedLegalRange(legalMinimum, legalMaximum, range_.occurring);
+    });
+}
+
+void VkjsonDynamicDataNumImpl::Add(const SampleTime& time, double value) {
+    CheckAdding(time);
+    CheckWithin(range_.legal, value);
+    char room[zentor::kPlainNumberRoom];
+    const NumberSample sample = MakeNumberSample(value, room);
+    std::memcpy(AddText(time, sample.text.size()), sample.text.data(), sample.text.size());
+    pattern_.Widen(sample.text, sample.integers);
+    Widen(range_.occurring, sample.value);
+}
+
+DynamicNodeView VkjsonDynamicDataNumImpl::View() const {
+    DynamicNodeView view = CommonView(DynamicKind::kNumber);
+    view.pattern = pattern_.Get();
+    view.ranges = {&range_, 1};
+    return view;
+}
+
+std::uint32_t VkjsonDynamicDataNumArrImpl::AddSample(std::int32_t timeValue, std::uint32_t timeScale,
+                                                     const double* values, std::uint64_t count,
+                                                     ZT_ErrorRecord* error) noexcept {
+    return AddSampleAtTicks(timeValue, timeScale, values, count, error);
+}
+
+std::uint32_t VkjsonDynamicDataNumArrImpl::AddSampleAtTicks(std::int64_t ticks, std::uint32_t ticksPerSecond,
+                                                            const double* values, std::uint64_t count,
+                                                            ZT_ErrorRecord* error) noexcept {
+    return Added(error,
+                 [&] { AtTicks(ticks, ticksPerSecond, [&](const SampleTime& time) { Add(time, values, count); }); });
+}
+
+std::uint32_t VkjsonDynamicDataNumArrImpl::AddSampleAtTimeString(const char* timeString, const double* values,
+                                                                 std::uint64_t count, ZT_ErrorRecord* error) noexcept {
+    return Added(error, [&] { AtTimeString(timeString, [&](const SampleTime& time) { Add(time, values, count); }); });
+}
+
+void VkjsonDynamicDataNumArrImpl::SetPattern(std::uint64_t digitsInteger, std::uint64_t digitsDecimal,
+                                             std::uint8_t isSigned, ZT_ErrorRecord* error) noexcept {
+    RunForClient(error, [&] { pattern_.Ask(digitsInteger, digitsDecimal, isSigned != 0); });
+}
+
+void VkjsonDynamicDataNumArrImpl::CheckNoSamples() const {
+    if (HasSamples()) throw ZT_PluginException(ZT_INVALID_DYNAMIC_NODE);
+}
+
+void VkjsonDynamicDataNumArrImpl::SetArraySize(std::uint64_t size, ZT_ErrorRecord* error) noexcept {
+    RunForClient(error, [&] {
+        if (size == 0 || size > kLargestArray) throw ZT_PluginException(ZT_DIMENSION_COUNT);
+        CheckNoSamples();
+        ranges_.assign(size, {});
+        rangesGiven_ = 0;
+        displayNames_.clear();
+    });
+}
+
+void VkjsonDynamicDataNumArrImpl::AddRange(double legalMinimum, double legalMaximum, ZT_ErrorRecord* error) noexcept {
+    RunForClient(error, [&] {
+        if (rangesGiven_ == ranges_.size()) throw ZT_PluginException(ZT_RANGE_COUNT);
+        CheckNoSamples();
+        ranges_[rangesGiven_].legal = CheckedLegalRange(legalMinimum, legalMaximum, {});
+        ++rangesGiven_;
+    });
+}
+
+void VkjsonDynamicDataNumArrImpl::AddDisplayName(const char* displayName, ZT_ErrorRecord* error) noexcept {
+    RunForClient(error, [&] {
+        if (displayNames_.size() == ranges_.size()) throw ZT_PluginException(ZT_DISPLAY_NAME_COUNT);
+        displayNames_.emplace_back(TextOrEmpty(displayName));
+    });
+}
+
+void VkjsonDynamicDataNumArrImpl::SetIsPoint(std::uint8_t isPoint, ZT_ErrorRecord* error) noexcept {
+    RunForClient(error, [&] { isPoint_ = isPoint != 0; });
+}
+
+void VkjsonDynamicDataNumArrImpl::SetIsSigned(std::uint8_t isSigned, ZT_ErrorRecord* error) noexcept {
+    RunForClient(error, [&] { pattern_.AskForSign(isSigned != 0); });
+}
+
+void VkjsonDynamicDataNumArrImpl::Add(const SampleTime& time, const double* values, std::uint64_t count) {
+    if (values == nullptr) throw ZT_PluginException(ZT_INVALID_POINTER);
+    if (count != ranges_.size()) throw ZT_PluginException(ZT_DIMENSION_COUNT);
+    texts_.resize(count * zentor::kPlainNumberRoom);
+    elements_.resize(count);
+    char* text = texts_.data();
+    for (std::uint64_t k = 0; k < count; ++k) {
+        CheckNumber(values[k]);
+        elements_[k] = MakeNumberSample(values[k], text);
+        text += elements_[k].text.size();
+    }
+    AddTexts(time, elements_);
+}
+
+void VkjsonDynamicDataNumArrImpl::AddTexts(const SampleTime& time, std::span<const NumberSample> elements) {
+    if (elements.empty() || elements.size() != ranges_.size()) throw ZT_PluginException(ZT_DIMENSION_COUNT);
+    CheckAdding(time);
+    std::size_t size = elements.size() - 1;
+    for (std::size_t k = 0; k < elements.size(); ++k) {
+        CheckWithin(ranges_[k].legal, elements[k].value);
+        size += elements[k].text.size();
+    }
+    char* out = AddText(time, size);
+    for (std::size_t k = 0; k < elements.size(); ++k) {
+        const std::string_view text = elements[k].text;
+        if (k != 0) *out++ = ',';
+        out = zentor::CopyShort(out, text);
+        pattern_.Widen(text, elements[k].integers);
+        Widen(ranges_[k].occurring, elements[k].value);
+    }
+}
+
+DynamicNodeView VkjsonDynamicDataNumArrImpl::View() const {
+    DynamicNodeView view = CommonView(DynamicKind::kNumberArray);
+    view.pattern = pattern_.Get();
+    view.ranges = ranges_;
+    if (displayNames_.size() == ranges_.size()) view.displayNames = displayNames_;
+    view.isPoint = isPoint_;
+    return view;
+}
+
+}  // namespace ZT_PLUGIN

@@ -1,0 +1,25 @@
+#include "model/number_track.h"
+
+#include "model/static_data.h"
+
+namespace ZT_PLUGIN {
+
+void WidestPattern::Ask(std::uint64_t digitsInteger, std::uint64_t digitsDecimal, bool isSigned) {
+    constexpr std::uint64_t kMostDigits = 1000;  // every sample takes as many
+    const NumberPattern pattern = CheckedPattern(digitsInteger, digitsDecimal, isSigned);
+    if (pattern.IsKnown() && (digitsInteger > kMostDigits || digitsDecimal > kMostDigits)) {
+        throw ZT_PluginException(ZT_RANGE_VALUE);
+    }
+    asked_ = pattern;
+}
+
+NumberPattern WidestPattern::Get() const {
+    NumberPattern pattern = widest_;
+    pattern.isSigned = pattern.isSigned || asked_.isSigned;
+    if (!asked_.IsKnown()) return pattern;
+    pattern.digitsInteger = std::max(pattern.digitsInteger, asked_.digitsInteger);
+    pattern.digitsDecimal = std::max(pattern.digitsDecimal, asked_.digitsDecimal);
+    return pattern;
+}
+
+}  // namespace ZT_PLUGIN

@@ -1,0 +1,41 @@
+// What the nodes of one document share while it is built: its writer, its root and the names in use.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_set>
+
+#include "errors/exception.h"
+#include "model/document_writer.h"
+#include "zentor/error_codes.h"
+
+namespace ZT_PLUGIN {
+
+struct StreamState {
+    std::unique_ptr<IDocumentWriter> writer;  // null once the conversion is over
+    const IVkjsonRoot_I* root = nullptr;      // while it lives
+    bool hasSamples = false;
+    std::size_t dynamicNodes = 0;                        // that are alive
+    std::size_t sampleBufferLimit = kSampleBufferLimit;  // of each of them
+    std::unordered_set<std::string> matchNames;          // of attached nodes
+    std::unordered_set<std::string> sampleSetIds;
+
+    // Takes a dynamic node in, or a dead one out.
+    void CountDynamicNodes(bool isNew) noexcept;
+    // The writer; code 2011 when the conversion is over.
+    IDocumentWriter& Writer() const {
+        if (!writer) throw ZT_PluginException(ZT_STREAM_NOT_OPEN);
+        return *writer;
+    }
+};
+
+// The streams of the conversions that are running, by id. Thread-safe. A stream is opened before its converter runs and
+// closed after it; nodes that outlive it keep its state, without the writer.
+std::uint64_t OpenStream(std::unique_ptr<IDocumentWriter> writer);
+void CloseStream(std::uint64_t streamId) noexcept;
+// Null when the stream is not open.
+std::shared_ptr<StreamState> FindStream(std::uint64_t streamId);
+
+}  // namespace ZT_PLUGIN
