@@ -213,9 +213,14 @@ TEST(Samples, SetsThatWouldEndPastTheFile) {
     const std::string failure =
         "36: Invalid  dynamic node info in data outline for sample set:s.Calculated sample set size is out of file "
         "offset range.";
-    const std::pair<std::string, std::string> cases[] = {{"1000", Number(false, "1")},       {most, Number(false, "1")},
-                                                         {most, Number(true, most, most)},   {"1", Padded(most, most)},
-                                                         {most, Array(1, true, most, most)}, {most, Padded("4", "1")}};
+    const std::pair<std::string, std::string> cases[] = {{"1000", Number(false, "1")},
+                                                         {most, Number(false, "1")},
+                                                         {most, Number(true, most, most)},
+                                                         {"1", Padded(most, most)},
+                                                         {most, Padded("4", "1")},
+                                                         {most, Array(1, true, most, most)},
+                                                         // 2^64 bytes and as many as there are.
+                                                         {"1229045510940739", Number(false, "14975")}};
     for (const auto& [count, type] : cases) {
         const std::string nodes = Node("s", count, type) + "," + Node("t", "1", Number(false, "1"));
         const std::string samples = "[" + SetOf("s", "@" + record) + "," + SetOf("t", record) + "]";

@@ -455,6 +455,13 @@ TEST(TimeForm, FormatsWhatItParses) {
                                                                       {utc(0, true), kLastUtcSecond + 1, 1},
                                                                       {utc(0, true), kMin64, 3}};
     for (const auto& [form, ticks, scale] : none) EXPECT_EQ(formatted(form, ticks, scale), "none") << ticks;
+    Instant instant;
+    const std::tuple<std::uint64_t, bool, std::string> others[] = {{3, false, ".123Z"}, {3, true, ".123+00:00"},
+                                                                   {3, true, ".12Z"},   {3, true, ".1234Z"},
+                                                                   {3, true, "Z"},      {0, true, ".0Z"}};
+    for (const auto& [precision, isGmt, end] : others) {
+        EXPECT_FALSE(utc(precision, isGmt).Parse("1970-01-01T00:00:00" + end, instant)) << end;
+    }
 }
 
 }  // namespace zentor_test
