@@ -97,7 +97,7 @@ sets=$(list \
   "$(samples w '00:00:04:00="1"' '00:00:04:01="x"')")
 document "$rate25" '[]' "$outline" "$sets" >shapes.vkjson
 
-numbers "$rate25" 00:00:00:00 00:00:00:10 00:00:00:10 00:00:01:00 00:00:02:05 >codes.vkjson
+numbers "$rate25" 00:00:00:00 00:00:00:10 00:00:00:10 00:00:01:00 00:00:02:24 >codes.vkjson
 numbers '"useTimecodeB":true,"timecodeInfo":{"frameRate":{"value":120000,"scale":1001},"dropFrame":false}' \
   00:00:00:000 00:00:00:001 00:00:00:119 00:00:01:000 >fast.vkjson
 numbers "$(utc 3 true)" 2024-05-01T11:59:59.900Z 2024-05-01T12:00:00.000Z 2024-05-01T12:00:00.250Z \
