@@ -22,6 +22,7 @@ int main(int argc, char** argv) {
         const bool converted = zentor->ConvertFile(&stream, argv[2], 0) == ZT_OK;
         memory.Stop();
         memory.Print();
+        std::printf("peak_kib %ld\n", bench::Usage().ru_maxrss);
         return converted && zentor->ReleaseStream(&stream) == ZT_OK ? EXIT_SUCCESS : EXIT_FAILURE;
     }
     const long peakBefore = bench::Usage().ru_maxrss;

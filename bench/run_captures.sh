@@ -23,19 +23,27 @@ export TMPDIR=$work LC_ALL=C
 
 command -v assimp >/dev/null || fail "assimp is missing"
 
+# generate NAME FRAMES
+generate() {
+    "$build_dir/bench_capture_generator" $joints "$2" "$work/$1.bvh" || fail "failed: bench_capture_generator"
+}
 sizes=(tenth whole)
 declare -A size_frames=([tenth]=$((frames / 10)) [whole]=$frames)
-for size in "${sizes[@]}"; do
-    "$build_dir/bench_capture_generator" $joints "${size_frames[$size]}" "$work/$size.bvh" ||
-        fail "failed: bench_capture_generator"
-done
+for size in "${sizes[@]}"; do generate "$size" "${size_frames[$size]}"; done
 
 # The programs take turns, so that a change of the machine's pace meets all of them.
 for ((run = 1; run <= runs; ++run)); do
     for size in "${sizes[@]}"; do
         input=$work/$size.bvh
-        warm_bytes=$(($(wc -c <"$input") * 10))  # more than a document takes
-        measure "$size.zentor" "$build_dir/bench_convert" time "$input"
+        warm_bytes=$(($(wc -c <"$input") * 6))  # more than a document and its temporary files take
+        # The documents of the first run are checked; the copy is made after the timed call.
+        copy=()
+        if ((run == 1)); then copy=("$work/zentor.vkjson"); fi
+        measure "$size.zentor" "$build_dir/bench_convert" time "$input" "${copy[@]}"
+        if ((run == 1)); then
+            "$build_dir/bench_check_capture" "$work/zentor.vkjson" "$input" >/dev/null || fail "$size: wrong document"
+            rm "$work/zentor.vkjson"
+        fi
         measure "$size.zentor" "$build_dir/bench_convert" memory "$input"
         measure_process "$size.info" assimp info "$input"
         if [[ $size == whole ]] && ((run <= exports)); then
@@ -43,6 +51,16 @@ for ((run = 1; run <= runs; ++run)); do
             rm "$work/export.json"
         fi
     done
+done
+
+# Memory for ten times the frames is compared from half the capture on: shorter ones do not fill what there is for
+# samples in memory, and the document of ten whole ones would be too large.
+declare -A memory_frames=([half]=$((frames / 2)) [fivefold]=$((frames * 5)))
+warm_bytes=0
+for size in half fivefold; do
+    generate $size "${memory_frames[$size]}"
+    measure $size.zentor "$build_dir/bench_convert" memory "$work/$size.bvh"
+    rm "$work/$size.bvh"
 done
 
 declare -A labels=([zentor]=zentor [info]="assimp info" [export]="assimp export")
@@ -68,18 +86,20 @@ done
 ((exports == 0)) || echo "assimp export: of $exports"
 
 echo
-# memory NAME FIGURE: the peak for both sizes, with the bounds: 256 MB, and 3 % more for ten times the frames.
+printf '%-38s %9s %9s %9s %9s %18s\n' "zentor memory, KiB" tenth whole half fivefold "fivefold to half"
+# memory FIGURE LABEL: the peak at four sizes, with the bounds: 256 MB, and 3 % more for ten times the frames.
 memory() {
-    local tenth whole growth
-    tenth=$(median "tenth.zentor.$2")
-    whole=$(median "whole.zentor.$2")
-    growth=$(ratio "$whole" "$tenth")
-    printf 'zentor %s: %d KiB (tenth), %d KiB (whole), bound 250000: %s; whole to tenth %.2f, bound 1.03: %s\n' \
-        "$1" "$tenth" "$whole" "$(within "$whole" 250000)" "$growth" "$(within "$growth" 1.03)"
+    local whole growth
+    whole=$(median "whole.zentor.$1")
+    growth=$(ratio "$(median "fivefold.zentor.$1")" "$(median "half.zentor.$1")")
+    printf '%-38s %9d %9d %9d %9d %18.3f\n  whole, bound 250000: %s; fivefold to half, bound 1.03: %s\n' "$2" \
+        "$(median "tenth.zentor.$1")" "$whole" "$(median "half.zentor.$1")" "$(median "fivefold.zentor.$1")" "$growth" \
+        "$(within "$whole" 250000)" "$(within "$growth" 1.03)"
 }
-memory "peak memory, mapped files included" peak_kib_after
-memory "private memory" private_kib
+memory peak_kib "resident, with mapped files"
+memory private_kib "private"
 
+echo
 awk -v tenth="$(median tenth.zentor.wall_seconds)" -v whole="$(median whole.zentor.wall_seconds)" \
     -v joints=$joints -v tenth_frames="${size_frames[tenth]}" -v whole_frames="${size_frames[whole]}" 'BEGIN {
         numbers = 3 * joints + 3

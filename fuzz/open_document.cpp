@@ -1,7 +1,6 @@
 // Fuzzing: whatever the bytes of a document are, opening it ends in an error or in an outline that can be walked.
 //
-// The first byte of an input chooses the parser, what follows its last byte 1 is a data path, and the document stands
-// between them.
+// The rest of an input is a data path.
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -9,32 +8,15 @@
 #include <unordered_set>
 #include <utility>
 
-#include "errors/exception.h"
+#include "document.h"
 #include "reader/data_path.h"
 #include "reader/node_records.h"
-#include "reader/parser.h"
 #include "reader/schema_words.h"
 
 namespace {
 
 using namespace zentor;
-
-void Require(bool holds) {
-    if (!holds) __builtin_trap();
-}
-
-// Exactly the input's bytes, so that a sanitizer sees a read past their end.
-class ExactCopy {
-public:
-    explicit ExactCopy(std::string_view bytes) : size_(bytes.size()), copy_(new char[bytes.size()]) {
-        bytes.copy(copy_.get(), size_);
-    }
-    std::string_view bytes() const { return {copy_.get(), size_}; }
-
-private:
-    std::size_t size_;
-    std::unique_ptr<char[]> copy_;
-};
+using namespace zentor_fuzz;
 
 // A path as a host gets and hands back.
 const JsonValue* HandBack(const VkjsonDocument& document, const ZT_DataPath& path) {
@@ -101,17 +83,6 @@ void Query(const VkjsonDocument& document, std::string_view dataPath) {
     }
 }
 
-// Null when the document is refused. Anything but a fault of the document, with its place, is a fault of the library.
-std::unique_ptr<VkjsonDocument> Open(std::string_view bytes, ParserChoice choice) {
-    try {
-        return ParseDocument(bytes, choice);
-    } catch (const ns_sensor::ZT_Exception& failure) {
-        Require(failure.code() >= 28 && failure.code() <= 47);
-        Require(failure.extra1() >= 0 && static_cast<std::size_t>(failure.extra1()) <= bytes.size());
-        return nullptr;
-    }
-}
-
 void OpenAndWalk(std::string_view bytes, ParserChoice choice, std::string_view dataPath) {
     const ExactCopy copy(bytes);
     const std::unique_ptr<VkjsonDocument> document = Open(copy.bytes(), choice);
@@ -128,14 +99,7 @@ void OpenAndWalk(std::string_view bytes, ParserChoice choice, std::string_view d
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (size == 0) return 0;
-    std::string_view input(reinterpret_cast<const char*>(data), size);
-    const auto choice = static_cast<ParserChoice>(static_cast<unsigned char>(input.front()) % 3);
-    input.remove_prefix(1);
-    const std::size_t separator = input.rfind('\1');
-    if (separator == std::string_view::npos) {
-        OpenAndWalk(input, choice, {});
-    } else {
-        OpenAndWalk(input.substr(0, separator), choice, input.substr(separator + 1));
-    }
+    const Input input({reinterpret_cast<const char*>(data), size});
+    OpenAndWalk(input.document, input.choice, input.rest);
     return 0;
 }

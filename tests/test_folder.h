@@ -52,6 +52,15 @@ private:
     std::filesystem::path path_;
 };
 
+// The library's own temporary files, of any process.
+inline std::size_t TemporaryFiles() {
+    std::size_t count = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(std::filesystem::temp_directory_path())) {
+        if (Utf8Of(entry.path().filename()).starts_with("ZTT")) ++count;
+    }
+    return count;
+}
+
 inline std::string ReadWhole(const std::string& path) {
     std::ifstream file(PathOf(path), std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};

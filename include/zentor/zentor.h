@@ -277,7 +277,7 @@ struct IZentor {
     // written, is the input, or is an open document), 58 (the output's folder does not exist), 15, 21, 22 (the
     // converted document cannot be put in the output's place), 34 (disk full), 55. Codes of the document: 5, 6, 21 (it
     // cannot be mapped, or its samples cannot be copied to a temporary file), 14 and 15 (there can be no temporary
-    // file), 28 to 32, 37, 39 to 44, 46, 47, 54.
+    // file), 28 to 32, 37, 39 to 44, 46, 47, 49, 54.
     virtual ZT_Result OpenFile(ISensorFileHandler** handler, const char* inputPath,
                                const char* outputPath) noexcept = 0;
     // slot 1: gives back a handler that OpenFile returned. The last close of a document unmaps it, deletes it when it

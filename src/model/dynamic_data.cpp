@@ -1,20 +1,11 @@
 #include "model/dynamic_data.h"
 
-#include <algorithm>
 #include <cstring>
 
 #include "model/group.h"
 #include "model/root.h"
 
 namespace ZT_PLUGIN {
-
-namespace {
-
-// What all nodes of a document may hold in memory together, as far as that leaves each a useful piece.
-constexpr std::size_t kAllBuffers = std::size_t{64} << 20;
-constexpr std::size_t kSmallestBuffer = 0x1000;
-
-}  // namespace
 
 bool HasBalancedBrackets(std::string_view text) {
     std::size_t depth = 0;
@@ -27,11 +18,11 @@ bool HasBalancedBrackets(std::string_view text) {
 
 VkjsonDynamicDataImpl::VkjsonDynamicDataImpl(std::uint64_t streamId)
     : VkjsonNodeImpl(streamId, {}, {}), stream_(FindStream(streamId)) {
-    if (stream_) ++stream_->dynamicNodes;
+    if (stream_) stream_->CountDynamicNodes(true);
 }
 
 VkjsonDynamicDataImpl::~VkjsonDynamicDataImpl() {
-    if (stream_) --stream_->dynamicNodes;
+    if (stream_) stream_->CountDynamicNodes(false);
 }
 
 void VkjsonDynamicDataImpl::InitializeWith(std::string_view matchName, std::string_view displayName,
@@ -88,8 +79,9 @@ const zentor::TimeForm& VkjsonDynamicDataImpl::RequireTimeForm() const {
     if (!isInitialized_ || isUnusable_ || isWritten_ || !writer.IsOpen()) {
         throw ZT_PluginException(ZT_INVALID_DYNAMIC_NODE);
     }
-    if (!stream_->timeForm) throw ZT_PluginException(ZT_TIME_MODE_INVALID);
-    return *stream_->timeForm;
+    const zentor::TimeForm* const form = stream_->root == nullptr ? nullptr : stream_->root->Form();
+    if (form == nullptr) throw ZT_PluginException(ZT_TIME_MODE_INVALID);
+    return *form;
 }
 
 SampleTime VkjsonDynamicDataImpl::FormatTime(std::int64_t ticks, std::uint32_t ticksPerSecond, char* text) const {
@@ -112,15 +104,10 @@ void VkjsonDynamicDataImpl::CheckAdding(const SampleTime& time) const {
     if (HasSamples() && time.instant < lastTime_) throw ZT_PluginException(ZT_SAMPLE_TIME);
 }
 
-// A part for each node of the document, so that many nodes take no more memory than a few.
-std::size_t VkjsonDynamicDataImpl::BufferLimit() const {
-    return std::clamp(kAllBuffers / stream_->dynamicNodes, kSmallestBuffer, kSampleBufferLimit);
-}
-
 char* VkjsonDynamicDataImpl::AddText(const SampleTime& time, std::size_t size) {
     char* room = nullptr;
     try {
-        TranslateFailures([&] { room = samples_.Add(time.text, size, BufferLimit()); });
+        TranslateFailures([&] { room = samples_.Add(time.text, size, stream_->sampleBufferLimit); });
     } catch (...) {
         isUnusable_ = true;
         throw;

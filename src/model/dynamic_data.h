@@ -11,6 +11,7 @@
 #include "model/node_values.h"
 #include "model/sample_buffer.h"
 #include "model/stream_state.h"
+#include "util/time_form.h"
 
 namespace ZT_PLUGIN {
 
@@ -72,7 +73,6 @@ private:
     const zentor::TimeForm& RequireTimeForm() const;
     SampleTime FormatTime(std::int64_t ticks, std::uint32_t ticksPerSecond, char* text) const;
     SampleTime ReadTime(std::string_view text) const;
-    std::size_t BufferLimit() const;
     bool IsInDocument() const;
 
     std::shared_ptr<StreamState> stream_;  // null when the stream was not open

@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "model/static_data.h"
+#include "util/short_copy.h"
 
 namespace ZT_PLUGIN {
 
@@ -23,6 +24,12 @@ MinMax CheckedLegalRange(double minimum, double maximum, const MinMax& occurring
 }
 
 }  // namespace
+
+NumberSample MakeNumberSample(double value, char* room) {
+    const char* const end = zentor::FormatPlainNumber(value, room);
+    const std::string_view text(room, static_cast<std::size_t>(end - room));
+    return {value, text, static_cast<std::size_t>(zentor::CountDigits(text).integer)};
+}
 
 std::uint32_t VkjsonDynamicDataNumImpl::AddSample(std::int32_t timeValue, std::uint32_t timeScale, double value,
                                                   ZT_ErrorRecord* error) noexcept {
@@ -55,11 +62,11 @@ void VkjsonDynamicDataNumImpl::SetRange(double legalMinimum, double legalMaximum
 void VkjsonDynamicDataNumImpl::Add(const SampleTime& time, double value) {
     CheckAdding(time);
     CheckWithin(range_.legal, value);
-    char text[zentor::kPlainNumberRoom];
-    const std::string_view number(text, static_cast<std::size_t>(zentor::FormatPlainNumber(value, text) - text));
-    std::memcpy(AddText(time, number.size()), number.data(), number.size());
-    pattern_.Widen(number);
-    Widen(range_.occurring, value);
+    char room[zentor::kPlainNumberRoom];
+    const NumberSample sample = MakeNumberSample(value, room);
+    std::memcpy(AddText(time, sample.text.size()), sample.text.data(), sample.text.size());
+    pattern_.Widen(sample.text, sample.integers);
+    Widen(range_.occurring, sample.value);
 }
 
 DynamicNodeView VkjsonDynamicDataNumImpl::View() const {
@@ -137,11 +144,9 @@ void VkjsonDynamicDataNumArrImpl::Add(const SampleTime& time, const double* valu
     elements_.resize(count);
     char* text = texts_.data();
     for (std::uint64_t k = 0; k < count; ++k) {
-        elements_[k].value = values[k];
         CheckNumber(values[k]);
-        char* const end = zentor::FormatPlainNumber(elements_[k].value, text);
-        elements_[k].text = {text, static_cast<std::size_t>(end - text)};
-        text = end;
+        elements_[k] = MakeNumberSample(values[k], text);
+        text += elements_[k].text.size();
     }
     AddTexts(time, elements_);
 }
@@ -158,9 +163,8 @@ void VkjsonDynamicDataNumArrImpl::AddTexts(const SampleTime& time, std::span<con
     for (std::size_t k = 0; k < elements.size(); ++k) {
         const std::string_view text = elements[k].text;
         if (k != 0) *out++ = ',';
-        std::memcpy(out, text.data(), text.size());
-        out += text.size();
-        pattern_.Widen(text);
+        out = zentor::CopyShort(out, text);
+        pattern_.Widen(text, elements[k].integers);
         Widen(ranges_[k].occurring, elements[k].value);
     }
 }

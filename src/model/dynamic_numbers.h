@@ -14,7 +14,11 @@ namespace ZT_PLUGIN {
 struct NumberSample {
     double value;
     std::string_view text;
+    std::size_t integers;  // digits before the point
 };
+
+// The sample of a number that can be written. `room`: zentor::kPlainNumberRoom bytes for its text.
+NumberSample MakeNumberSample(double value, char* room);
 
 class VkjsonDynamicDataNumImpl final : public DynamicDataSlots<IVkjsonDynamicDataNum_v1> {
 public:

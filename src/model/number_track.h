@@ -16,14 +16,13 @@ public:
     // Codes 2006 (exactly one digit count is unset), 2008 (more digits than 1000).
     void Ask(std::uint64_t digitsInteger, std::uint64_t digitsDecimal, bool isSigned);
     void AskForSign(bool isSigned) { asked_.isSigned = isSigned; }
-    // A number without an exponent.
-    void Widen(std::string_view number) {
-        const bool isNegative = number.starts_with('-');
-        const std::size_t length = number.size();
-        const std::size_t point = std::min(number.find('.'), length);
-        widest_.digitsInteger = std::max<std::uint64_t>(widest_.digitsInteger, point - (isNegative ? 1 : 0));
-        if (point != length) widest_.digitsDecimal = std::max<std::uint64_t>(widest_.digitsDecimal, length - point - 1);
-        widest_.isSigned = widest_.isSigned || isNegative;
+    // A number without an exponent, which has `integers` digits before its point.
+    void Widen(std::string_view number, std::size_t integers) {
+        const std::size_t sign = number.starts_with('-') ? 1 : 0;
+        const std::size_t rest = number.size() - sign - integers;  // the point and the decimals
+        widest_.digitsInteger = std::max<std::uint64_t>(widest_.digitsInteger, integers);
+        if (rest != 0) widest_.digitsDecimal = std::max<std::uint64_t>(widest_.digitsDecimal, rest - 1);
+        widest_.isSigned = widest_.isSigned || sign != 0;
     }
     NumberPattern Get() const;
 

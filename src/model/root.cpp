@@ -56,51 +56,49 @@ void VkjsonRootImpl::SetDisplayName(const char* displayName, ZT_ErrorRecord* err
 
 // The header holds the time mode and the sync list: once it is written, a change would be lost. Samples hold their time
 // strings.
-StreamState& VkjsonRootImpl::StreamWithOpenTimeMode() const {
-    StreamState& stream = Stream();
+void VkjsonRootImpl::CheckTimeModeOpen() const {
+    const StreamState& stream = Stream();
     if (stream.writer->HasHeader() || stream.hasSamples) throw ZT_PluginException(ZT_TIME_MODE_FIXED);
-    return stream;
 }
 
-void VkjsonRootImpl::SetForm(StreamState& stream, const zentor::TimeForm& form) {
-    timeStringLength_ = static_cast<std::uint16_t>(form.Width());
-    if (stream.root == this) stream.timeForm = form;
+std::uint16_t VkjsonRootImpl::TimeStringLength() const {
+    return form_ ? static_cast<std::uint16_t>(form_->Width()) : std::uint16_t{0};
 }
 
 void VkjsonRootImpl::SetTimecodeInfo(std::uint8_t dropFrame, std::uint32_t frameRateValue, std::uint32_t frameRateScale,
                                      ZT_ErrorRecord* error) noexcept {
     RunForClient(error, [&] {
-        StreamState& stream = StreamWithOpenTimeMode();
+        CheckTimeModeOpen();
         const zentor::FrameRate rate{frameRateValue, frameRateScale, dropFrame != 0};
         const bool possible = frameRateValue != 0 && frameRateScale != 0 &&
                               zentor::NominalRate(rate) <= zentor::kHighestNominalRate &&
                               (dropFrame == 0 || zentor::AllowsDropFrame(frameRateValue, frameRateScale));
         if (!possible) throw ZT_PluginException(ZT_TIME_MODE_INVALID);
         timeInfo_ = TimecodeInfo{frameRateValue, frameRateScale, dropFrame != 0};
-        SetForm(stream, zentor::TimeForm(rate));
+        form_ = zentor::TimeForm(rate);
     });
 }
 
 void VkjsonRootImpl::SetUtcInfo(std::uint32_t precisionLength, std::uint8_t isGmt, ZT_ErrorRecord* error) noexcept {
     RunForClient(error, [&] {
-        StreamState& stream = StreamWithOpenTimeMode();
+        CheckTimeModeOpen();
         if (precisionLength > kLargestPrecision) throw ZT_PluginException(ZT_TIME_MODE_INVALID);
         timeInfo_ = UtcInfo{static_cast<std::uint16_t>(precisionLength), isGmt != 0};
-        SetForm(stream, zentor::TimeForm(zentor::TimeForm::Utc{precisionLength, isGmt != 0}));
+        form_ = zentor::TimeForm(zentor::TimeForm::Utc{precisionLength, isGmt != 0});
     });
 }
 
 void VkjsonRootImpl::AddVideoSyncFrame(const char* fileName, std::uint32_t frameNumber,
                                        ZT_ErrorRecord* error) noexcept {
     RunForClient(error, [&] {
-        StreamWithOpenTimeMode();
+        CheckTimeModeOpen();
         videoSync_.push_back({std::string(TextOrEmpty(fileName)), frameNumber});
     });
 }
 
 void VkjsonRootImpl::AddVideoSyncTime(const char* fileName, const char* timeString, ZT_ErrorRecord* error) noexcept {
     RunForClient(error, [&] {
-        StreamWithOpenTimeMode();
+        CheckTimeModeOpen();
         videoSync_.push_back({std::string(TextOrEmpty(fileName)), std::string(TextOrEmpty(timeString))});
     });
 }

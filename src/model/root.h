@@ -36,7 +36,9 @@ class IVkjsonRoot_I : public virtual IVkjsonGroup_I {
 public:
     virtual const std::string& Creator() const = 0;
     virtual const TimeInfo& Time() const = 0;
-    // The length of every time string of the document, in bytes; 0 without a time mode.
+    // The form of the document's time strings; null without a time mode.
+    virtual const zentor::TimeForm* Form() const = 0;
+    // Their length, in bytes; 0 without a time mode.
     virtual std::uint16_t TimeStringLength() const = 0;
     virtual const std::vector<VideoSyncEntry>& VideoSync() const = 0;
 };
@@ -59,20 +61,20 @@ public:
 
     const std::string& Creator() const override { return creator_; }
     const TimeInfo& Time() const override { return timeInfo_; }
-    std::uint16_t TimeStringLength() const override { return timeStringLength_; }
+    const zentor::TimeForm* Form() const override { return form_ ? &*form_ : nullptr; }
+    std::uint16_t TimeStringLength() const override;
     const std::vector<VideoSyncEntry>& VideoSync() const override { return videoSync_; }
 
 private:
     ~VkjsonRootImpl() override;
     // The state of its stream; code 2011 when the conversion is over.
     StreamState& Stream() const;
-    StreamState& StreamWithOpenTimeMode() const;
-    void SetForm(StreamState& stream, const zentor::TimeForm& form);
+    void CheckTimeModeOpen() const;
 
     std::shared_ptr<StreamState> stream_;  // null when the stream was not open
     std::string creator_;
     TimeInfo timeInfo_;
-    std::uint16_t timeStringLength_ = 0;
+    std::optional<zentor::TimeForm> form_;
     std::vector<VideoSyncEntry> videoSync_;
     bool documentWritten_ = false;
 };

@@ -1,7 +1,6 @@
 #include "model/sample_buffer.h"
 
 #include <algorithm>
-#include <cstring>
 
 #include "errors/raise.h"
 #include "util/file_io.h"
@@ -12,37 +11,31 @@ using zentor::Access;
 using zentor::File_IO;
 using zentor::FileCloser;
 
-namespace {
-
-constexpr std::size_t kFraming = 2;  // a zero after each text
-
-}  // namespace
-
-char* SampleBuffer::Add(std::string_view time, std::size_t size, std::size_t limit) {
-    const std::size_t record = time.size() + size + kFraming;
-    if (!tail_.empty() && tail_.size() + record > limit) Spill();
-    const std::size_t at = tail_.size();
-    if (tail_.capacity() < at + record) {
-        tail_.reserve(std::max(at + record, std::min(std::max(at * 2, std::size_t{1024}), limit)));
+void SampleBuffer::MakeRoom(std::size_t record, std::size_t limit) {
+    constexpr std::size_t kFirstRoom = 1024;
+    if (used_ != 0 && used_ + record > limit) {
+        Spill();
+        if (room_ > limit) {  // for a long record that has gone
+            tail_ = nullptr;
+            room_ = 0;
+        }
     }
-    tail_.resize(at + record);
-    char* out = tail_.data() + at;
-    std::memcpy(out, time.data(), time.size());
-    out += time.size();
-    *out++ = '\0';
-    out[size] = '\0';
-    ++count_;
-    return out;
+    if (used_ + record <= room_) return;
+    const std::size_t room = std::max(used_ + record, std::min(std::max(room_ * 2, kFirstRoom), limit));
+    std::unique_ptr<char[]> larger(new char[room]);
+    if (used_ != 0) std::memcpy(larger.get(), tail_.get(), used_);
+    tail_ = std::move(larger);
+    room_ = room;
 }
 
 void SampleBuffer::Spill() {
     if (path_.empty()) File_IO::GetTempFile(path_);
     spilled_.reserve(spilled_.size() + 1);
     FileCloser file(File_IO::Open(path_, true, Access::kAppend));
-    File_IO::Write(file.get(), tail_.data(), tail_.size());
+    File_IO::Write(file.get(), tail_.get(), used_);
     File_IO::Close(file.release());
-    spilled_.push_back(tail_.size());
-    tail_.clear();
+    spilled_.push_back(used_);
+    used_ = 0;
 }
 
 std::string_view SampleBuffer::LoadBlock(std::size_t block) {
@@ -75,6 +68,7 @@ void SampleBuffer::Clear() noexcept {
     spilled_ = {};
     loaded_ = {};
     tail_ = {};
+    used_ = room_ = 0;
     loadedFrom_ = 0;
 }
 

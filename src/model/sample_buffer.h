@@ -3,9 +3,12 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "util/short_copy.h"
 
 namespace ZT_PLUGIN {
 
@@ -31,14 +34,24 @@ public:
     // Room for the text of the next sample's value, `size` bytes. Where the buffer would pass `limit`, it goes to the
     // temporary file first, which is open only meanwhile: there may be more nodes than a process may have files open.
     // A record longer than the limit stands alone. Codes of File_IO.
-    char* Add(std::string_view time, std::size_t size, std::size_t limit);
+    char* Add(std::string_view time, std::size_t size, std::size_t limit) {
+        const std::size_t record = time.size() + size + kFraming;
+        if (used_ + record > room_) MakeRoom(record, limit);
+        char* out = tail_.get() + used_;
+        out = zentor::CopyShort(out, time);
+        *out++ = '\0';
+        out[size] = '\0';
+        used_ += record;
+        ++count_;
+        return out;
+    }
 
     // Hands the samples to `take`, in order, block by block: each time the bytes of whole records, which live until it
     // returns. Empties the buffer and deletes the file. Codes of File_IO.
     template <class Take>
     void Drain(Take&& take) {
         for (std::size_t block = 0; block < spilled_.size(); ++block) take(LoadBlock(block));
-        take(std::string_view(tail_.data(), tail_.size()));
+        take(std::string_view(tail_.get(), used_));
         Clear();
     }
 
@@ -48,10 +61,15 @@ public:
     void Clear() noexcept;
 
 private:
+    static constexpr std::size_t kFraming = 2;  // a zero after each text
+
+    void MakeRoom(std::size_t record, std::size_t limit);
     void Spill();
     std::string_view LoadBlock(std::size_t block);
 
-    std::vector<char> tail_;            // the latest records
+    std::unique_ptr<char[]> tail_;  // the latest records
+    std::size_t used_ = 0;
+    std::size_t room_ = 0;
     std::vector<std::size_t> spilled_;  // the sizes of the blocks in the file
     std::vector<char> loaded_;
     std::uint64_t loadedFrom_ = 0;

@@ -1,10 +1,8 @@
 #include "model/stream_state.h"
 
+#include <algorithm>
 #include <map>
 #include <mutex>
-
-#include "errors/exception.h"
-#include "zentor/error_codes.h"
 
 namespace ZT_PLUGIN {
 
@@ -21,9 +19,13 @@ std::uint64_t lastStreamId = 0;
 
 }  // namespace
 
-IDocumentWriter& StreamState::Writer() const {
-    if (!writer) throw ZT_PluginException(ZT_STREAM_NOT_OPEN);
-    return *writer;
+// A part for each node of the document, so that many nodes take no more memory than a few.
+void StreamState::CountDynamicNodes(bool isNew) noexcept {
+    constexpr std::size_t kAllBuffers = std::size_t{64} << 20;
+    constexpr std::size_t kSmallestBuffer = 0x1000;
+    dynamicNodes = isNew ? dynamicNodes + 1 : dynamicNodes - 1;
+    const std::size_t part = kAllBuffers / std::max<std::size_t>(dynamicNodes, 1);
+    sampleBufferLimit = std::clamp(part, kSmallestBuffer, kSampleBufferLimit);
 }
 
 std::uint64_t OpenStream(std::unique_ptr<IDocumentWriter> writer) {

@@ -1,29 +1,34 @@
-// What the nodes of one document share while it is built: its writer, its root, its time mode and the names in use.
+// What the nodes of one document share while it is built: its writer, its root and the names in use.
 #pragma once
 
 #include <cstdint>
 #include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_set>
 
+#include "errors/exception.h"
 #include "model/document_writer.h"
-#include "util/time_form.h"
+#include "zentor/error_codes.h"
 
 namespace ZT_PLUGIN {
 
 struct StreamState {
     std::unique_ptr<IDocumentWriter> writer;  // null once the conversion is over
     const IVkjsonRoot_I* root = nullptr;      // while it lives
-    std::optional<zentor::TimeForm> timeForm;
     bool hasSamples = false;
-    std::size_t dynamicNodes = 0;                // that are alive
-    std::unordered_set<std::string> matchNames;  // of attached nodes
+    std::size_t dynamicNodes = 0;                        // that are alive
+    std::size_t sampleBufferLimit = kSampleBufferLimit;  // of each of them
+    std::unordered_set<std::string> matchNames;          // of attached nodes
     std::unordered_set<std::string> sampleSetIds;
 
+    // Takes a dynamic node in, or a dead one out.
+    void CountDynamicNodes(bool isNew) noexcept;
     // The writer; code 2011 when the conversion is over.
-    IDocumentWriter& Writer() const;
+    IDocumentWriter& Writer() const {
+        if (!writer) throw ZT_PluginException(ZT_STREAM_NOT_OPEN);
+        return *writer;
+    }
 };
 
 // The streams of the conversions that are running, by id. Thread-safe. A stream is opened before its converter runs and

@@ -17,7 +17,7 @@ namespace zentor {
 enum class ParserChoice : std::uint32_t { kVersion1 = 0, kVersion2 = 1, kProbe = 2 };
 
 // Reads the document in `bytes`, which must outlive it. Every fault of the document is a ZT_Exception with its byte
-// offset as first detail: codes 28 to 32, 37, 40 to 44, 46, 47; and 14, 15, 21 for the copy of the samples.
+// offset as first detail: codes 28 to 32, 37, 39 to 44, 46, 47, 49; and 14, 15, 21 for the copy of the samples.
 std::unique_ptr<VkjsonDocument> ParseDocument(std::string_view bytes, ParserChoice choice);
 
 // What a document can have at its top.

@@ -1,5 +1,6 @@
 #include "util/number_text.h"
 
+#include <bit>
 #include <charconv>
 #include <cmath>
 #include <cstring>
@@ -81,48 +82,76 @@ constexpr double kCoarseFrom[] = {
 };
 static_assert(std::size(kCoarseFrom) == kLargestExponent - kSmallestExponent + 1);
 
-constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,
-                                   1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19};
-static_assert(std::size(kPowersOfTen) == kExactDigits - kSmallestExponent + 1);
+constexpr std::uint64_t kWholePowersOfTen[] = {1, 10, 100, 1000, 10000, 100000, 1000000, 10000000, 100000000};
+
+static_assert(std::size(PlainDecimal::kPowersOfTen) == kExactDigits - kSmallestExponent + 1);
 
 }  // namespace
 
-// Both are exact as doubles, so that the quotient is the nearest double to the number.
-double PlainDecimal::Value() const { return static_cast<double>(digits) / kPowersOfTen[decimals]; }
+namespace {
+
+// Appends the digits at `at` to a number, eight at a time as far as the bytes go. Returns where they end; a number of
+// more than 19 digits is lost.
+inline const char* TakeDigits(const char* at, const char* end, std::uint64_t& number) {
+    if constexpr (std::endian::native == std::endian::little) {
+        while (end - at >= 8) {
+            std::uint64_t eight = 0;
+            std::memcpy(&eight, at, 8);
+            // The top bit of each byte that is no digit, up to the first one; what is above it means nothing.
+            const std::uint64_t others =
+                ((eight + 0x4646464646464646) | (eight - 0x3030303030303030)) & 0x8080808080808080;
+            const int count = others == 0 ? 8 : std::countr_zero(others) / 8;
+            if (count == 0) return at;
+            eight = (eight & 0x0F0F0F0F0F0F0F0F) << (8 * (8 - count));  // zeros in front
+            eight = eight * 10 + (eight >> 8);                          // of two digits each
+            const std::uint64_t odd = (eight & 0x000000FF000000FF) * 0x000F424000000064;
+            const std::uint64_t even = (eight >> 16 & 0x000000FF000000FF) * 0x0000271000000001;
+            number = number * kWholePowersOfTen[count] + ((odd + even) >> 32);
+            at += count;
+            if (count < 8) return at;
+        }
+    }
+    for (; at != end && IsDigit(*at); ++at) number = number * 10 + static_cast<std::uint64_t>(*at - '0');
+    return at;
+}
+
+}  // namespace
 
 PlainDecimal ScanPlainDecimal(const char* from, const char* end) {
-    constexpr PlainDecimal unknown{nullptr, nullptr, 0, 0};
+    constexpr PlainDecimal unknown{nullptr, nullptr, 0, 0, 0};
+    constexpr std::ptrdiff_t kMostDigits = 19;  // of any 64-bit number
     const char* at = from;
     if (at != end && *at == '-') ++at;
     const char* const start = at;
     std::uint64_t digits = 0;  // all digits as one whole number
-    int significant = 0;
-    const auto takeDigit = [&] {
-        digits = digits * 10 + static_cast<std::uint64_t>(*at++ - '0');
-        significant += digits != 0 ? 1 : 0;
-    };
-    while (at != end && IsDigit(*at) && significant <= kExactDigits) takeDigit();
-    if (at == start || (*start == '0' && at - start > 1)) return unknown;
+    at = TakeDigits(start, end, digits);
+    const std::ptrdiff_t integers = at - start;
+    if (integers == 0 || (*start == '0' && integers > 1)) return unknown;
     const char* last = at;  // after the last digit that is written
-    int fraction = 0;
+    std::ptrdiff_t decimals = 0;
+    std::ptrdiff_t leadingZeros = *start == '0' ? 1 : 0;
     if (at != end && *at == '.') {
-        ++at;
         const char* const point = at;
-        while (at != end && IsDigit(*at) && significant <= kExactDigits && at - point <= kExactDigits) {
-            takeDigit();
-            if (at[-1] != '0') last = at;
+        at = TakeDigits(point + 1, end, digits);
+        decimals = at - point - 1;
+        last = at;
+        while (last[-1] == '0') --last;
+        if (last == point + 1) last = point;
+        if (leadingZeros != 0) {
+            for (const char* zero = point + 1; zero != at && *zero == '0'; ++zero) ++leadingZeros;
         }
-        fraction = static_cast<int>(at - point);
     }
-    if (significant > kExactDigits || (at != end && (IsDigit(*at) || *at == 'e' || *at == 'E'))) return unknown;
-    if (significant != 0) {
-        const int exponent = significant - fraction - 1;
-        if (exponent < kSmallestExponent) return unknown;
-        const double limit = kCoarseFrom[exponent - kSmallestExponent] * kPowersOfTen[fraction];  // exact
+    if (integers + decimals > kMostDigits || (at != end && (*at == 'e' || *at == 'E'))) return unknown;
+    if (digits != 0) {
+        const std::ptrdiff_t significant = integers + decimals - leadingZeros;
+        const std::ptrdiff_t exponent = significant - decimals - 1;
+        if (significant > kExactDigits || exponent < kSmallestExponent) return unknown;
+        const double limit = kCoarseFrom[exponent - kSmallestExponent] * PlainDecimal::kPowersOfTen[decimals];  // exact
         if (static_cast<double>(digits) >= limit) return unknown;
     }
     const auto number = static_cast<std::int64_t>(digits);
-    return {last, at, *from == '-' ? -number : number, static_cast<std::uint32_t>(fraction)};
+    return {last, at, *from == '-' ? -number : number, static_cast<std::uint32_t>(decimals),
+            static_cast<std::uint32_t>(integers)};
 }
 
 const char* ParseNumber(const char* from, const char* end, double& value) {

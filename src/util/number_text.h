@@ -60,8 +60,13 @@ struct PlainDecimal {
     const char* end;           // where the number ends, zeros and all
     std::int64_t digits;       // the number without its point
     std::uint32_t decimals;    // how many of the digits are after it
+    std::uint32_t integers;    // and before it
 
-    double Value() const;
+    // Both are exact as doubles, so that the quotient is the nearest double to the number.
+    double Value() const { return static_cast<double>(digits) / kPowersOfTen[decimals]; }
+
+    static constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,
+                                              1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19};
 };
 
 // Looks at the number at the beginning of [from, end) without parsing it. A decimal number of at most 15 significant

@@ -26,14 +26,14 @@ Split SplitSeconds(std::int64_t value, std::uint32_t scale) {
 }  // namespace
 
 std::uint64_t TimeForm::Width() const {
-    if (const auto* const rate = boost::get<FrameRate>(&form_)) return TimeCodeWidth(*rate);
+    if (const FrameRate* const rate = Rate()) return TimeCodeWidth(*rate);
     const Utc& utc = boost::get<Utc>(form_);
     constexpr std::uint64_t kToSeconds = 19;  // yyyy-mm-ddThh:mm:ss
     return kToSeconds + (utc.precision == 0 ? 0 : utc.precision + 1) + (utc.isGmt ? 1 : 6);
 }
 
 bool TimeForm::Parse(std::string_view text, Instant& instant) const {
-    if (const auto* const rate = boost::get<FrameRate>(&form_)) {
+    if (const FrameRate* const rate = Rate()) {
         instant.decimals = {};
         return ParseTimeCode(text, *rate, instant.whole);
     }
@@ -44,9 +44,18 @@ bool TimeForm::Parse(std::string_view text, Instant& instant) const {
     return true;
 }
 
+bool TimeForm::IsTimeOfMode(std::string_view text) const {
+    if (const FrameRate* const rate = Rate()) {
+        std::int64_t frame = 0;
+        return ParseTimeCode(text, *rate, frame);
+    }
+    UtcTime time;
+    return ParseUtc(text, time);
+}
+
 char* TimeForm::Format(std::int64_t ticks, std::uint32_t ticksPerSecond, char* out, Instant& instant) const {
     if (ticksPerSecond == 0) return nullptr;
-    if (const auto* const rate = boost::get<FrameRate>(&form_)) {
+    if (const FrameRate* const rate = Rate()) {
         const std::int64_t frame = FrameAt(ticks, ticksPerSecond, *rate);
         if (frame < 0 || frame >= FramesPerDay(*rate) || NominalRate(*rate) > kHighestNominalRate) return nullptr;
         instant = {frame, {}};
@@ -67,7 +76,7 @@ char* TimeForm::Format(std::int64_t ticks, std::uint32_t ticksPerSecond, char* o
 }
 
 QueryTime TimeForm::At(std::int64_t value, std::uint32_t scale) const {
-    if (const auto* const rate = boost::get<FrameRate>(&form_)) {
+    if (const FrameRate* const rate = Rate()) {
         return {std::min(FrameAt(value, scale, *rate), FramesPerDay(*rate) - 1), 0, 1};
     }
     const Split time = SplitSeconds(value, scale);

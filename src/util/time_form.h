@@ -49,6 +49,9 @@ public:
     // False for a text that is no time of this form. Seconds with an offset are those of Greenwich.
     bool Parse(std::string_view text, Instant& instant) const;
 
+    // Whether a text is a time of the same kind: a time code of the same rate, or any date and time of day.
+    bool IsTimeOfMode(std::string_view text) const;
+
     // The time string at ticks / ticksPerSecond seconds from the start of the day, or since 1970; decimals that the
     // form does not have are cut off. Returns its end; null for a time before or after those that there are, for a
     // scale of 0, a precision above 9, or a rate whose frames need more than three digits. Sets `instant`, which then

@@ -3,7 +3,6 @@
 #include <vector>
 
 #include "model/client_boundary.h"
-#include "util/utc_time.h"
 #include "writer/node_text.h"
 #include "writer/sample_text.h"
 
@@ -50,27 +49,9 @@ private:
 };
 
 // A time string has to be one of the document's time mode.
-class IsTimeOfMode : public boost::static_visitor<bool> {
-public:
-    explicit IsTimeOfMode(std::string_view text) : text_(text) {}
-
-    bool operator()(const NoTimeInfo&) const { return true; }
-    bool operator()(const TimecodeInfo& info) const {
-        std::int64_t frame = 0;
-        return ParseTimeCode(text_, {info.frameRateValue, info.frameRateScale, info.dropFrame}, frame);
-    }
-    bool operator()(const UtcInfo&) const {
-        UtcTime time;
-        return ParseUtc(text_, time);
-    }
-
-private:
-    std::string_view text_;
-};
-
 void CheckVideoSyncEntry(const IVkjsonRoot_I& root, const VideoSyncEntry& entry) {
     const auto* const time = boost::get<std::string>(&entry.at);
-    if (time == nullptr || boost::apply_visitor(IsTimeOfMode(*time), root.Time())) return;
+    if (time == nullptr || root.Form() == nullptr || root.Form()->IsTimeOfMode(*time)) return;
     throw ZT_PLUGIN::ZT_PluginException(ZT_SAMPLE_TIME);
 }
 

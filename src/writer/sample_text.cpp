@@ -4,6 +4,7 @@
 #include <string>
 
 #include "util/decimal_field.h"
+#include "util/short_copy.h"
 
 namespace zentor {
 
@@ -14,11 +15,6 @@ using ZT_PLUGIN::SampleBuffer;
 using ZT_PLUGIN::SampleRecord;
 
 namespace {
-
-char* PutText(char* out, std::string_view text) {
-    std::memcpy(out, text.data(), text.size());
-    return out + text.size();
-}
 
 // Copies a literal: with a length that the compiler knows.
 template <std::size_t N>
@@ -38,9 +34,10 @@ char* PutPadded(char* out, std::string_view number, const NumberPattern& pattern
     const bool isNegative = number.starts_with('-');
     if (isNegative) number.remove_prefix(1);
     if (pattern.isSigned) *out++ = isNegative ? '-' : '+';
-    const std::size_t integers = std::min(number.find('.'), number.size());
+    std::size_t integers = 0;
+    while (integers != number.size() && number[integers] != '.') ++integers;
     out = PutZeros(out, pattern.digitsInteger - integers);
-    out = PutText(out, number);
+    out = CopyShort(out, number);
     if (pattern.digitsDecimal != 0) {
         if (integers == number.size()) *out++ = '.';
         const std::size_t decimals = integers == number.size() ? 0 : number.size() - integers - 1;
@@ -68,7 +65,7 @@ public:
 
     char* Put(char* out, const SampleRecord& record, bool isFirst) const {
         out = isFirst ? PutLiteral(out, "{\"time\":\"") : PutLiteral(out, ",{\"time\":\"");
-        out = PutText(out, record.time);
+        out = CopyShort(out, record.time);
         out = PutLiteral(out, "\",\"value\":");
         switch (node_.kind) {
             case DynamicKind::kNumber:
@@ -115,7 +112,7 @@ private:
         out = PutLiteral(out, "{\"length\":\"");
         out = PutDecimal(out, value.size(), node_.stringProperties.maxDigitsInLength);
         out = PutLiteral(out, "\",\"str\":\"");
-        out = PutText(out, value);
+        out = CopyShort(out, value);
         const std::size_t padding = node_.stringProperties.maxLength - value.size();
         std::memset(out, ' ', padding);
         return PutLiteral(out + padding, "\"}");

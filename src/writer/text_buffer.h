@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "util/number_text.h"
+#include "util/short_copy.h"
 #include "writer/document_file.h"
 
 namespace zentor {
@@ -32,16 +33,7 @@ public:
             Put("false");
         }
     }
-    // Names are nearly always of 8 to 16 bytes: two moves that overlap, in place of a call.
-    void Put(std::string_view text) {
-        if (text.size() >= 8 && text.size() <= 16) {
-            std::memcpy(at_, text.data(), 8);
-            std::memcpy(at_ + text.size() - 8, text.data() + text.size() - 8, 8);
-        } else {
-            std::memmove(at_, text.data(), text.size());
-        }
-        at_ += text.size();
-    }
+    void Put(std::string_view text) { at_ = CopyShort(at_, text); }
     // Copies the whole room of the text, which is one move, and counts its length.
     void Put(const NumberText& number) {
         std::memcpy(at_, number.bytes, NumberText::kRoom);

@@ -37,31 +37,6 @@ constexpr const char* kDocument =
     R"({"pattern":{"isSigned":false,"digitsInteger":3},"range":{"occurring":{"min":0,"max":0},)"
     R"("legal":{"min":0,"max":0}}}}}]})";
 
-std::size_t TemporaryFiles() {
-    std::size_t count = 0;
-    for (const auto& entry : std::filesystem::directory_iterator(std::filesystem::temp_directory_path())) {
-        if (Utf8Of(entry.path().filename()).starts_with("ZTT")) ++count;
-    }
-    return count;
-}
-
-// An open document for the length of a test.
-class OpenDocument {
-public:
-    OpenDocument(Manager& manager, const std::string& path) : manager_(manager) {
-        EXPECT_EQ(manager->OpenFile(&handler_, path.c_str(), nullptr), 0U) << OnlyReport();
-    }
-    ~OpenDocument() { manager_->CloseFile(&handler_); }
-    OpenDocument(const OpenDocument&) = delete;
-    OpenDocument& operator=(const OpenDocument&) = delete;
-
-    ISensorFileHandler* operator->() { return handler_; }
-
-private:
-    Manager& manager_;
-    ISensorFileHandler* handler_ = nullptr;
-};
-
 // The paths of all nodes, as strings.
 void CollectPaths(OpenDocument& document, const std::string& parent, std::vector<std::string>& paths) {
     ZT_GroupChildren children;

@@ -1,7 +1,10 @@
 // A host for tests: it keeps what the library tells it. The suite is given once a process, so all tests share one host.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <cstdint>
+#include <ostream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -20,6 +23,10 @@ struct Report {
 
     bool operator==(const Report&) const = default;
 };
+
+inline std::ostream& operator<<(std::ostream& out, const Report& report) {
+    return out << report.code << " " << report.message << " [" << report.extra1 << "] [" << report.extra2 << "]";
+}
 
 // Every report since the last Take.
 inline std::vector<Report>& Reports() {
@@ -82,5 +89,22 @@ inline std::string OnlyReport() {
     if (reports.size() != 1) return reports.empty() ? "none" : "several";
     return std::to_string(reports[0].code) + " " + reports[0].message;
 }
+
+// An open document for the length of a test.
+class OpenDocument {
+public:
+    OpenDocument(Manager& manager, const std::string& path) : manager_(manager) {
+        EXPECT_EQ(manager->OpenFile(&handler_, path.c_str(), nullptr), 0U) << OnlyReport();
+    }
+    ~OpenDocument() { manager_->CloseFile(&handler_); }
+    OpenDocument(const OpenDocument&) = delete;
+    OpenDocument& operator=(const OpenDocument&) = delete;
+
+    ISensorFileHandler* operator->() { return handler_; }
+
+private:
+    Manager& manager_;
+    ISensorFileHandler* handler_ = nullptr;
+};
 
 }  // namespace zentor_test

@@ -70,14 +70,6 @@ std::string Converted(IZentor* manager, const std::string& table) {
     return document;
 }
 
-std::size_t TemporaryFiles() {
-    std::size_t count = 0;
-    for (const auto& entry : std::filesystem::directory_iterator(std::filesystem::temp_directory_path())) {
-        if (Utf8Of(entry.path().filename()).starts_with("ZTT")) ++count;
-    }
-    return count;
-}
-
 std::uint32_t LastCode() {
     std::uint32_t last = 0;
     GetLastException_1(
@@ -93,7 +85,7 @@ std::uint32_t LastCode() {
 
 TEST(Threads, SameAndDifferentFiles) {
     const TestFolder folder;
-    const std::size_t temporary = TemporaryFiles();
+    const std::size_t temporary = zentor_test::TemporaryFiles();
     IZentor* manager = CreateManager();
     ASSERT_NE(manager, nullptr);
     const std::string shared = folder.Write("shared.csv", TableOf(1000));
@@ -140,7 +132,7 @@ TEST(Threads, SameAndDifferentFiles) {
         EXPECT_EQ(manager->CloseFile(&again), again == kept.back() ? 26U : 27U) << "nothing is open after the last";
     }
     DestroyZentor_1(&manager, nullptr);
-    EXPECT_EQ(TemporaryFiles(), temporary);
+    EXPECT_EQ(zentor_test::TemporaryFiles(), temporary);
 }
 
 TEST(Threads, OneOpensForAll) {
@@ -189,7 +181,7 @@ TEST(Threads, OneOutputForDifferentInputs) {
 
 TEST(Threads, TablesConvertedAtOnce) {
     const TestFolder folder;
-    const std::size_t temporary = TemporaryFiles();
+    const std::size_t temporary = zentor_test::TemporaryFiles();
     IZentor* manager = CreateManager();
     const auto tableOf = [&](int thread) { return folder / (std::to_string(thread) + ".csv"); };
     std::vector<std::string> alone;
@@ -206,7 +198,7 @@ TEST(Threads, TablesConvertedAtOnce) {
         }
     });
     EXPECT_EQ(wrong, 0);
-    EXPECT_EQ(TemporaryFiles(), temporary);
+    EXPECT_EQ(zentor_test::TemporaryFiles(), temporary);
     DestroyZentor_1(&manager, nullptr);
 }
 

@@ -2,11 +2,11 @@
 #include <algorithm>
 #include <limits>
 #include <random>
-#include <regex>
 
 #include "failure.h"
 #include "gtest/gtest.h"
 #include "reader/time_comparison.h"
+#include "util/number_text.h"
 #include "util/time_form.h"
 #include "util/utc_time.h"
 
@@ -80,7 +80,7 @@ Number AnyNumber(std::mt19937_64& random) {
     return static_cast<Number>(static_cast<Number>(random()) >> (random() % (sizeof(Number) * 8)));
 }
 
-int SignOf(std::strong_ordering order) { return order < 0 ? -1 : order > 0 ? 1 : 0; }
+std::string Show(TimeValue time) { return std::to_string(time.numerator) + "/" + std::to_string(time.denominator); }
 
 }  // namespace
 
@@ -120,38 +120,31 @@ TEST(TimeCode, EveryFrameOfADayIsCountedLikeAClock) {
     }
 }
 
-TEST(TimeCode, ThresholdsOfDropFrame) {
-    const std::tuple<FrameRate, std::int64_t, std::string> cases[] = {
-        {k2997Drop, 1799, "00:00:59:29"},  {k2997Drop, 1800, "00:01:00:02"},  {k2997Drop, 17981, "00:09:59:29"},
-        {k2997Drop, 17982, "00:10:00:00"}, {k2997Drop, 19782, "00:11:00:02"}, {k5994Drop, 3599, "00:00:59:59"},
-        {k5994Drop, 3600, "00:01:00:04"},  {k5994Drop, 35964, "00:10:00:00"}};
-    for (const auto& [rate, frame, text] : cases) {
-        EXPECT_EQ(CodeOf(frame, rate), text);
-        EXPECT_EQ(FrameOf(text, rate), frame);
-        const TimeValue time = TimeOfFrame(frame, rate);
-        EXPECT_EQ(FrameAt(time.numerator, time.denominator, rate), frame);
-    }
-    const TimeValue minute = TimeOfFrame(1800, k2997Drop);
-    EXPECT_EQ(minute.numerator, 3003);  // 1800 x 1001 / 30000
-    EXPECT_EQ(minute.denominator, 50U);
-}
-
-TEST(TimeCode, TextsThatAreNone) {
-    const FrameRate fast = {120, 1, false};
+TEST(TimeCode, Texts) {
     const FrameRate film = {24, 1, false};
-    const std::pair<FrameRate, std::vector<std::string>> cases[] = {
-        {film,
-         {"", "00:00:00:0", "00:00:00:000", "24:00:00:00", "00:60:00:00", "00:00:60:00", "00:00:00:24", "-1:00:00:00",
-          "0 :00:00:00", "00:00:00:0x", "00:0\0:00:00"}},
-        {fast, {"00:00:00:00", "00:00:00:0000", "00:00:00:120", "00:00:00:-01"}},
-        {k2997Drop, {"00:01:00:00", "00:01:00:01", "23:59:00:01", "00:00:00:30"}},
-        {k5994Drop, {"00:01:00:00", "00:01:00:03", "12:09:00:03"}}};
-    for (const auto& [rate, texts] : cases) {
-        for (const std::string& text : texts) EXPECT_EQ(FrameOf(text, rate), -1) << text;
+    const FrameRate fast = {120, 1, false};
+    const std::tuple<FrameRate, std::string, std::int64_t> cases[] = {
+        {k2997Drop, "00:00:59:29", 1799},  {k2997Drop, "00:01:00:02", 1800},
+        {k2997Drop, "00:09:59:29", 17981}, {k2997Drop, "00:10:00:00", 17982},
+        {k5994Drop, "00:00:59:59", 3599},  {k5994Drop, "00:01:00:04", 3600},
+        {k5994Drop, "00:10:00:00", 35964}, {fast, "00:00:01:119", 239},
+        {film, "23:59:59:23", 2073599},    {k2997Drop, "00:01:00:00", -1},
+        {k2997Drop, "00:01:00:01", -1},    {k2997Drop, "23:59:00:01", -1},
+        {k2997Drop, "00:00:00:30", -1},    {k5994Drop, "00:01:00:03", -1},
+        {k5994Drop, "12:09:00:00", -1},    {fast, "00:00:00:00", -1},
+        {fast, "00:00:00:0000", -1},       {fast, "00:00:00:120", -1},
+        {fast, "00:00:00:-01", -1},        {film, "", -1},
+        {film, "00:00:00:0", -1},          {film, "00:00:00:000", -1},
+        {film, "24:00:00:00", -1},         {film, "00:60:00:00", -1},
+        {film, "00:00:60:00", -1},         {film, "00:00:00:24", -1},
+        {film, "-1:00:00:00", -1},         {film, "0 :00:00:00", -1},
+        {film, "00:00:00:0x", -1}};
+    for (const auto& [rate, text, frame] : cases) {
+        EXPECT_EQ(FrameOf(text, rate), frame) << text;
+        EXPECT_TRUE(frame < 0 || CodeOf(frame, rate) == text) << text;
     }
     EXPECT_EQ(FrameOf("00:00:01;02", k2997Drop), 32) << "any byte separates";
-    EXPECT_EQ(FrameOf("00:00:01:119", fast), 239);
-    EXPECT_EQ(FrameOf("00:01:00:00", {30000, 1001, false}), 1800);
+    EXPECT_EQ(Show(TimeOfFrame(1800, k2997Drop)), "3003/50");  // 1800 x 1001 / 30000
 }
 
 TEST(TimeCode, EveryFrameIsShownWhenItBegins) {
@@ -170,40 +163,32 @@ TEST(TimeCode, EveryFrameIsShownWhenItBegins) {
 
 TEST(TimeCode, RatesFromNumbers) {
     const std::tuple<double, std::uint32_t, std::uint32_t> cases[] = {
-        {23.976, 24000, 1001},     {29.97, 30000, 1001},         {47.952, 48000, 1001},         {59.94, 60000, 1001},
-        {119.88, 120000, 1001},    {239.76, 240000, 1001},       {30000 / 1001.0, 30000, 1001}, {25, 25, 1},
-        {29.9, 29900000, 1000000}, {12.5, 12500000, 1000000},    {1e9, 1000000000, 1},          {1e300, kMaxU32, 1},
-        {1e-300, 1, 1000000},      {4294.5, 4294500000, 1000000}};
+        {23.976, 24000, 1001}, {29.97, 30000, 1001},      {47.952, 48000, 1001},
+        {59.94, 60000, 1001},  {119.88, 120000, 1001},    {239.76, 240000, 1001},
+        {25, 25, 1},           {12.5, 12500000, 1000000}, {1e300, kMaxU32, 1},
+        {1e-300, 1, 1000000},  {29.9, 29900000, 1000000}, {4294.5, 4294500000, 1000000}};
     for (const auto& [number, numerator, denominator] : cases) {
         const FrameRate rate = FrameRateNear(number, true);
-        EXPECT_EQ(rate.numerator, numerator) << number;
-        EXPECT_EQ(rate.denominator, denominator) << number;
-        EXPECT_TRUE(rate.dropFrame);
+        EXPECT_TRUE(rate.numerator == numerator && rate.denominator == denominator && rate.dropFrame) << number;
     }
     EXPECT_TRUE(AllowsDropFrame(60000, 2002) && AllowsDropFrame(60000, 1001) && AllowsDropFrame(30000000, 1001000));
     EXPECT_FALSE(AllowsDropFrame(30, 1) || AllowsDropFrame(24000, 1001) || AllowsDropFrame(2997, 100));
 }
 
 TEST(TimeValue, Reduce) {
-    const struct {
-        TimeValue time, reduced;
-        bool wasReduced;
-    } cases[] = {{{6, 4}, {3, 2}, true},
-                 {{3, 2}, {3, 2}, false},
-                 {{5, 0}, {5, 0}, false},
-                 {{0, 0}, {0, 0}, false},
-                 {{0, 7}, {0, 1}, true},
-                 {{-6, 4}, {-3, 2}, true},
-                 {{kMin32, 2}, {kMin32 / 2, 1}, true},
-                 {{kMin32, 1U << 31}, {kMin32, 1U << 31}, true},
-                 {{0, 1U << 31}, {0, 1U << 31}, true},
-                 {{kMax32, kMaxU32}, {kMax32, kMaxU32}, false}};
-    for (const auto& c : cases) {
-        bool wasReduced = !c.wasReduced;
-        const TimeValue reduced = Reduce(c.time, &wasReduced);
-        EXPECT_TRUE(reduced.numerator == c.reduced.numerator && reduced.denominator == c.reduced.denominator &&
-                    wasReduced == c.wasReduced)
-            << c.time.numerator << "/" << c.time.denominator;
+    const std::tuple<TimeValue, std::string, bool> cases[] = {{{6, 4}, "3/2", true},
+                                                              {{3, 2}, "3/2", false},
+                                                              {{5, 0}, "5/0", false},
+                                                              {{0, 0}, "0/0", false},
+                                                              {{0, 7}, "0/1", true},
+                                                              {{-6, 4}, "-3/2", true},
+                                                              {{kMin32, 2}, "-1073741824/1", true},
+                                                              {{kMin32, 1U << 31}, "-2147483648/2147483648", true},
+                                                              {{0, 1U << 31}, "0/2147483648", true}};
+    for (const auto& [time, reduced, expected] : cases) {
+        bool wasReduced = !expected;
+        EXPECT_EQ(Show(Reduce(time, &wasReduced)), reduced);
+        EXPECT_EQ(wasReduced, expected) << reduced;
     }
     std::mt19937_64 random(1);
     for (int run = 0; run < 20000; ++run) {
@@ -212,7 +197,7 @@ TEST(TimeValue, Reduce) {
         if (divisor > kMax32) divisor = 1;
         const TimeValue reduced = Reduce(time);
         EXPECT_TRUE(reduced.numerator == time.numerator / divisor && reduced.denominator == time.denominator / divisor)
-            << time.numerator << "/" << time.denominator;
+            << Show(time);
     }
 }
 
@@ -222,14 +207,13 @@ TEST(TimeValue, Multiply) {
     const auto check = [&](TimeValue time, std::uint32_t numerator, std::uint32_t denominator) {
         TimeValue product = {7, 7};
         const std::uint32_t status = Multiply(time, numerator, denominator, product);
-        const std::string what = std::to_string(time.numerator) + "/" + std::to_string(time.denominator) + " x " +
-                                 std::to_string(numerator) + "/" + std::to_string(denominator) + " = " +
-                                 std::to_string(product.numerator) + "/" + std::to_string(product.denominator);
+        const std::string what =
+            Show(time) + " x " + std::to_string(numerator) + "/" + std::to_string(denominator) + " = " + Show(product);
         if (time.denominator == 0 || denominator == 0) {
-            EXPECT_TRUE(status == 1 && product.numerator == 0 && product.denominator == 0) << what;
+            EXPECT_TRUE(status == 1 && Show(product) == "0/0") << what;
             return;
         }
-        ASSERT_EQ(status, 0U);
+        EXPECT_EQ(status, 0U);
         Wide x = Wide{time.numerator} * numerator;
         Wide y = Wide{time.denominator} * denominator;
         const Wide divisor = Gcd(x < 0 ? -x : x, y);
@@ -298,59 +282,59 @@ TEST(TimeCode, FrameAtAnyTime) {
     for (const std::int64_t frame : {kMax64, kMax64 - 1}) EXPECT_EQ(FormatTimeCode(frame, k2997Drop, text) - text, 11);
 }
 
-TEST(UtcTime, EveryDayOfTheCalendar) {
+TEST(UtcTime, DaysOfTheCalendar) {
     const int lengths[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-    std::int64_t seconds = kFirstUtcSecond;
+    std::mt19937 random(4);
+    std::int64_t midnight = kFirstUtcSecond;
     UtcTime parsed;
     for (int year = 0; year <= 9999; ++year) {
         const bool isLeap = (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
         for (int month = 1; month <= 12; ++month) {
             const int days = lengths[month - 1] + (month == 2 && isLeap ? 1 : 0);
             const std::string begin = Padded(year, 4) + '-' + Padded(month, 2) + '-';
-            for (int day = 1; day <= days; ++day, seconds += 86400) {
-                const std::string text = begin + Padded(day, 2) + "T00:00:00Z";
-                char formatted[TimeForm::kWidestFormatted];
-                const std::string back(formatted, FormatUtc(seconds, 0, 0, true, formatted));
-                ASSERT_TRUE(back == text && ParseUtc(text, parsed) && parsed.seconds == seconds) << text << " " << back;
+            for (int day = 1; day <= days; ++day, midnight += 86400) {
+                if (year % 25 != 0 && day != 1 && day != days) continue;
+                // Any time of the day, to any precision.
+                const auto second = static_cast<std::uint32_t>(random() % 86400);
+                const auto nanoseconds = static_cast<std::uint32_t>(random() % 1000000000);
+                const auto precision = static_cast<std::uint32_t>(random() % 10);
+                const std::string decimals = Padded(nanoseconds, 9).substr(0, precision);
+                const std::string text = begin + Padded(day, 2) + 'T' + Padded(second / 3600, 2) + ':' +
+                                         Padded(second / 60 % 60, 2) + ':' + Padded(second % 60, 2) +
+                                         (precision == 0 ? "" : ".") + decimals + (day % 2 == 0 ? "Z" : "+00:00");
+                char room[TimeForm::kWidestFormatted];
+                const std::string back(room, FormatUtc(midnight + second, nanoseconds, precision, day % 2 == 0, room));
+                ASSERT_TRUE(back == text && ParseUtc(text, parsed) && parsed.seconds == midnight + second &&
+                            parsed.decimals == decimals)
+                    << text << " " << back;
             }
             ASSERT_FALSE(ParseUtc(begin + Padded(days + 1, 2) + "T00:00:00Z", parsed)) << begin;
         }
     }
-    EXPECT_EQ(seconds, kLastUtcSecond + 1);
-    ASSERT_TRUE(ParseUtc("1970-01-01T00:00:00Z", parsed));
-    EXPECT_EQ(parsed.seconds, 0);
+    EXPECT_EQ(midnight, kLastUtcSecond + 1);
+    EXPECT_TRUE(ParseUtc("1970-01-01T00:00:00Z", parsed) && parsed.seconds == 0);
 }
 
 TEST(UtcTime, TextsThatAreNone) {
-    // What a pattern accepts, with its numbers in range; the months here have 31 days, or days that all months have.
-    const auto isTime = [](const std::string& text) {
-        static const std::regex pattern(R"(\d{4}-(\d\d)-(\d\d)T(\d\d):(\d\d):(\d\d)(\.\d+)?(Z|[+-](\d\d):(\d\d)))");
-        std::smatch match;
-        if (!std::regex_match(text, match, pattern)) return false;
-        const std::tuple<std::size_t, int, int> ranges[] = {{1, 1, 12}, {2, 1, 31}, {3, 0, 23}, {4, 0, 59},
-                                                            {5, 0, 60}, {8, 0, 23}, {9, 0, 59}};
-        return std::all_of(std::begin(ranges), std::end(ranges), [&](const auto& range) {
-            const auto [group, least, most] = range;
-            return !match[group].matched || (std::stoi(match[group]) >= least && std::stoi(match[group]) <= most);
-        });
-    };
     UtcTime time;
-    int accepted = 0;
-    const auto check = [&](const std::string& text) {
-        accepted += isTime(text) ? 1 : 0;
-        EXPECT_EQ(ParseUtc(text, time), isTime(text)) << text;
-    };
-    for (const std::string good : {"2021-10-11T12:30:20Z", "2021-10-10T12:30:20.50Z", "2021-12-05T20:30:20+01:30",
-                                   "2021-10-11T12:30:20.123-10:00"}) {
+    for (const std::string good : {"2021-10-11T12:30:20Z", "2021-10-10T12:30:20.50Z", "2021-10-11T12:30:20.5-10:00"}) {
+        EXPECT_TRUE(ParseUtc(good, time)) << good;
         for (std::size_t i = 0; i < good.size(); ++i) {
-            for (int byte = 0; byte < 256; ++byte) check(std::string(good).replace(i, 1, 1, static_cast<char>(byte)));
-            for (const char c : {'0', '.', ' ', 'Z', '\0'}) check(std::string(good).insert(i, 1, c));
-            check(good.substr(0, i));
-            check(good.substr(0, i) + good.substr(i + 1));
+            for (int byte = 0; byte < 256; ++byte) {
+                const char c = static_cast<char>(byte);
+                const std::string text = std::string(good).replace(i, 1, 1, c);
+                if (c == good[i] || (IsDigit(c) && IsDigit(good[i])) || (c == '+' && good[i] == '-')) continue;
+                EXPECT_FALSE(ParseUtc(text, time)) << text;
+            }
+            EXPECT_FALSE(ParseUtc(good.substr(0, i), time)) << good.substr(0, i);
         }
-        for (const char* end : {" ", "0", "Z", "+01:30", "\n"}) check(good + end);
+        for (const char* end : {" ", "0", "Z", "+01:30", "\n"}) EXPECT_FALSE(ParseUtc(good + end, time)) << good + end;
     }
-    EXPECT_GT(accepted, 300);
+    const std::string texts[] = {"2021-00-11T12:30:20Z",  "2021-13-11T12:30:20Z",      "2021-10-00T12:30:20Z",
+                                 "2021-10-11T24:00:00Z",  "2021-10-11T12:60:20Z",      "2021-10-11T12:30:61Z",
+                                 "2021-10-11T12:30:20.Z", "2021-10-11T12:30:20+24:00", "2021-10-11T12:30:20-00:60",
+                                 "02021-10-11T12:30:20Z", "2021-1-011T12:30:20Z",      "2021-10-11T12:30:20+0100"};
+    for (const std::string& text : texts) EXPECT_FALSE(ParseUtc(text, time)) << text;
 }
 
 TEST(TimeComparison, OfTexts) {
@@ -359,11 +343,9 @@ TEST(TimeComparison, OfTexts) {
         {"2020-01-01T00:00:00.1Z", "2020-01-01T00:00:00.100000000000Z", 0},
         {"2020-01-01T00:00:00.1Z", "2020-01-01T00:00:00.09999999999999Z", 1},
         {"2020-01-01T00:00:00.01Z", "2020-01-01T00:00:00.1Z", -1},
-        {"2020-01-01T00:00:00Z", "2020-01-01T00:00:00.0000000000001Z", -1},
         {"2020-01-01T00:30:00+01:00", "2019-12-31T23:30:00Z", 0},
         {"2019-12-31T23:30:00-00:45", "2020-01-01T00:15:00+00:00", 0},
         {"2020-02-28T23:59:59-23:59", "2020-02-29T23:58:59Z", 0},
-        {"2020-03-01T00:00:00+00:01", "2020-02-29T23:59:00.001Z", -1},
         {"0000-01-01T00:00:00+23:59", "0000-01-01T00:00:00Z", -1},
         {"9999-12-31T23:59:60-23:59", "9999-12-31T23:59:59Z", 1},
         {"2016-12-31T23:59:60Z", "2017-01-01T00:00:00Z", 0}};
@@ -390,33 +372,32 @@ TEST(TimeComparison, OfTexts) {
 }
 
 TEST(TimeForm, QueriesAreCutDownToWhatTimesCanSay) {
-    const auto order = [](std::uint64_t precision, const std::string& decimals, std::int64_t value,
-                          std::uint32_t scale) {
-        const TimeForm form(TimeForm::Utc{precision, true});
+    const auto order = [](const std::string& decimals, std::int64_t value, std::uint32_t scale) {
+        const TimeForm form(TimeForm::Utc{decimals.empty() ? 0 : decimals.size() - 1, true});
         const std::string text = "1970-01-01T00:00:00" + decimals + "Z";
         Instant instant;
-        EXPECT_TRUE(form.Parse(text, instant)) << text;
-        EXPECT_EQ(form.Width(), text.size());
-        return SignOf(instant <=> form.At(value, scale));
+        EXPECT_TRUE(form.Parse(text, instant) && form.Width() == text.size()) << text;
+        const std::strong_ordering found = instant <=> form.At(value, scale);
+        return found < 0 ? -1 : found > 0 ? 1 : 0;
     };
-    const std::string thirds(5000, '3');
-    const std::tuple<std::uint64_t, std::string, std::int64_t, std::uint32_t, int> cases[] = {
-        {3, ".333", 1, 3, 0},
-        {3, ".334", 1, 3, 1},
-        {3, ".332", 1, 3, -1},
-        {3, ".000", 1, kMaxU32, 0},
-        {0, "", 1, 3, 0},
-        {0, "", -1, 3, 1},
-        {0, "", 999, 1000, 0},
-        {0, "", 1, 1, -1},
-        {9, ".000000000", 1, kMaxU32, 0},
-        {9, ".999999999", kMaxU32 - 1, kMaxU32, 0},
-        {10, ".9999999997", kMaxU32 - 1, kMaxU32, 0},
-        {5000, "." + thirds, 1, 3, 0},
-        {5000, "." + thirds.substr(1) + "4", 1, 3, 1},
-        {5000, "." + thirds.substr(1) + "2", 1, 3, -1}};
-    for (const auto& [precision, decimals, value, scale, expected] : cases) {
-        EXPECT_EQ(order(precision, decimals, value, scale), expected) << decimals << " " << value << "/" << scale;
+    const std::string thirds = "." + std::string(5000, '3');
+    const std::tuple<std::string, std::int64_t, std::uint32_t, int> cases[] = {
+        {".333", 1, 3, 0},
+        {".334", 1, 3, 1},
+        {".332", 1, 3, -1},
+        {".000", 1, kMaxU32, 0},
+        {"", 1, 3, 0},
+        {"", -1, 3, 1},
+        {"", 999, 1000, 0},
+        {"", 1, 1, -1},
+        {thirds, 1, 3, 0},
+        {thirds + "4", 1, 3, 1},
+        {thirds + "2", 1, 3, -1},
+        {".5", -1, 2, 1},
+        {".999999999", kMaxU32 - 1, kMaxU32, 0},
+        {".9999999997", kMaxU32 - 1, kMaxU32, 0}};
+    for (const auto& [decimals, value, scale, expected] : cases) {
+        EXPECT_EQ(order(decimals, value, scale), expected) << decimals << " " << value << "/" << scale;
     }
     std::mt19937_64 random(5);
     for (int run = 0; run < 20000; ++run) {
@@ -428,7 +409,7 @@ TEST(TimeForm, QueriesAreCutDownToWhatTimesCanSay) {
         const auto at = static_cast<std::int64_t>(Wide{value} * unit / scale);
         for (const std::int64_t decimals : {at - 1, at, at + 1}) {
             if (decimals < 0 || decimals >= unit) continue;
-            EXPECT_EQ(order(precision, "." + Padded(decimals, precision), value, scale), decimals - at);
+            EXPECT_EQ(order("." + Padded(decimals, precision), value, scale), decimals - at);
         }
     }
     const TimeForm codes(k2997Drop);
@@ -453,40 +434,27 @@ TEST(TimeForm, FormatsWhatItParses) {
     const TimeForm drop(k2997Drop);
     const std::tuple<TimeForm, std::int64_t, std::uint32_t, std::string> cases[] = {
         {drop, 3003, 50, "00:01:00:02"},
-        {drop, 0, 0, "none"},
-        {drop, -1, 1000, "none"},
         {drop, 86399, 1, "23:59:59:02"},
-        {drop, 86400, 1, "none"},
-        {drop, kMax64, 1, "none"},
         {TimeForm(FrameRate{1000, 1, false}), 1999, 1000, "00:00:01:999"},
-        {TimeForm(FrameRate{1001, 1, false}), 0, 1, "none"},
         {utc(0, true), -1, 2, "1969-12-31T23:59:59Z"},
         {utc(3, false), -1, 3, "1969-12-31T23:59:59.666+00:00"},
         {utc(9, true), kMaxU32 - 1, kMaxU32, "1970-01-01T00:00:00.999999999Z"},
-        {utc(10, true), 0, 1, "none"},
-        {utc(0, true), 0, 0, "none"},
         {utc(0, true), kFirstUtcSecond, 1, "0000-01-01T00:00:00Z"},
-        {utc(0, true), kFirstUtcSecond - 1, 1, "none"},
-        {utc(0, true), kLastUtcSecond, 1, "9999-12-31T23:59:59Z"},
-        {utc(0, true), kLastUtcSecond + 1, 1, "none"},
-        {utc(0, true), kMin64, 3, "none"}};
+        {utc(0, true), kLastUtcSecond, 1, "9999-12-31T23:59:59Z"}};
     for (const auto& [form, ticks, scale, text] : cases) {
         EXPECT_EQ(formatted(form, ticks, scale), text) << ticks << "/" << scale;
     }
-    std::mt19937_64 random(4);
-    std::uniform_int_distribution<std::int64_t> anySecond(kFirstUtcSecond, kLastUtcSecond);
-    for (int run = 0; run < 100000; ++run) {
-        const std::int64_t seconds = anySecond(random);
-        const auto nanoseconds = static_cast<std::uint32_t>(random() % 1000000000);
-        const auto precision = static_cast<std::uint32_t>(run % 10);
-        const bool isGmt = random() % 2 == 0;
-        char text[TimeForm::kWidestFormatted];
-        Instant instant;
-        char* const end = FormatUtc(seconds, nanoseconds, precision, isGmt, text);
-        ASSERT_TRUE(utc(precision, isGmt).Parse({text, end}, instant)) << std::string(text, end);
-        EXPECT_EQ(instant.whole, seconds);
-        EXPECT_EQ(instant.decimals, Padded(nanoseconds, 9).substr(0, precision));
-    }
+    const std::tuple<TimeForm, std::int64_t, std::uint32_t> none[] = {{drop, 0, 0},
+                                                                      {drop, -1, 1000},
+                                                                      {drop, 86400, 1},
+                                                                      {drop, kMax64, 1},
+                                                                      {TimeForm(FrameRate{1001, 1, false}), 0, 1},
+                                                                      {utc(10, true), 0, 1},
+                                                                      {utc(0, true), 0, 0},
+                                                                      {utc(0, true), kFirstUtcSecond - 1, 1},
+                                                                      {utc(0, true), kLastUtcSecond + 1, 1},
+                                                                      {utc(0, true), kMin64, 3}};
+    for (const auto& [form, ticks, scale] : none) EXPECT_EQ(formatted(form, ticks, scale), "none") << ticks;
 }
 
 }  // namespace zentor_test

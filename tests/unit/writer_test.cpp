@@ -5,11 +5,8 @@
 #include <limits>
 #include <map>
 
-#include "conversion/native_frame.h"
 #include "failure.h"
-#include "model/stream_state.h"
-#include "test_folder.h"
-#include "writer/document_writer.h"
+#include "written_document.h"
 
 namespace zentor_test {
 
@@ -19,66 +16,6 @@ using namespace ZT_PLUGIN;
 namespace {
 
 const std::string kStart = "{\"version\":\"vkjson2.0.0\",\"dynamicSamplesPresentB\":";
-
-class NoConverter final : public ZT_ConverterHandlerBase {
-public:
-    using ZT_ConverterHandlerBase::ZT_ConverterHandlerBase;
-    bool Convert() override { return false; }
-};
-
-// A document that is being written, as a built-in converter sees it.
-class Document {
-public:
-    Document()
-        : path_(folder_ / "d.vkjson"),
-          id_(OpenStream(std::make_unique<DocumentWriter>(path_))),
-          converter_({"in", "in", std::to_string(id_)}),
-          root(NativeCreateRoot(&converter_, converter_.Info().streamKey)) {}
-    ~Document() { CloseStream(id_); }
-    Document(const Document&) = delete;
-    Document& operator=(const Document&) = delete;
-
-    const ZT_ConverterHandlerBase* operator*() const { return &converter_; }
-    std::string Text() const { return ReadWhole(path_); }
-    std::size_t FileCount() const { return folder_.FileCount(); }
-    void Close() { CloseStream(id_); }
-    std::uint32_t Write(std::uint32_t expectedCode = 0) {
-        ZT_ErrorRecord error{0, 77, -1, -1};
-        const std::uint32_t written = root->WriteDocument(&error);
-        EXPECT_EQ(error.code, expectedCode);
-        return written;
-    }
-    // Attaches a node to a group, or to the root.
-    template <class Group, class Node>
-    static void Attach(const Owner<Group>& group, const Owner<Node>& node) {
-        CallModel([&](auto* error) {
-            if constexpr (std::is_base_of_v<IVkjsonGroup_v1, Node>) {
-                group->AddGroupShared(node.get(), error);
-            } else {
-                group->AddStaticDataShared(node.get(), error);
-            }
-        });
-    }
-    template <class Node>
-    void Add(const Owner<Node>& node) {
-        Attach(root, node);
-    }
-
-private:
-    TestFolder folder_;
-    std::string path_;
-    std::uint64_t id_;
-    NoConverter converter_;
-
-public:
-    Owner<VkjsonRootImpl> root;
-};
-
-// Text with its double quotes written as single ones.
-std::string Json(std::string text) {
-    std::replace(text.begin(), text.end(), '\'', '"');
-    return text;
-}
 
 std::string OutlineText(const std::string& nodes) { return kStart + Json("false,'dataOutline':[" + nodes + "]}"); }
 

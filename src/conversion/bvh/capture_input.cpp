@@ -45,7 +45,7 @@ void CaptureInput::Refill() {
     end_ = next_ + used;
 }
 
-bool CaptureInput::SkipBlanks() {
+bool CaptureInput::SkipAllBlanks() {
     bool lineEnded = false;
     for (;;) {
         const std::string_view rest = Rest();

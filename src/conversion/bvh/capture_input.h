@@ -12,6 +12,10 @@
 
 namespace zentor {
 
+// Line feed, carriage return, blank and what else a C program takes for white space.
+constexpr bool IsBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+constexpr bool IsLineEnd(char c) { return c == '\n' || c == '\r'; }
+
 class CaptureInput {
 public:
     // A plug-in exception with code 1006 when the file cannot be opened.
@@ -33,7 +37,12 @@ public:
     void Advance(std::size_t count) { next_ += count; }
 
     // Goes past white space; true when an end of line was among it, or the text is at its end.
-    bool SkipBlanks();
+    bool SkipBlanks() {
+        if (end_ - next_ < 2 || next_[0] != ' ' || IsBlank(next_[1])) return SkipAllBlanks();
+        ++next_;  // one blank is what there is nearly always
+        afterReturn_ = false;
+        return false;
+    }
     // The next word, up to white space or a brace; a brace is a word by itself. Empty at the end of the text.
     std::string_view PeekWord();
     // The rest of the line without the blanks around it.
@@ -46,6 +55,7 @@ public:
     [[noreturn]] void Refuse() const;
 
 private:
+    bool SkipAllBlanks();
     void Refill();
 
     FileCloser file_;
@@ -57,10 +67,6 @@ private:
     bool afterReturn_ = false;  // the last byte gone past was a carriage return
     bool atEnd_ = false;
 };
-
-// Line feed, carriage return, blank and what else a C program takes for white space.
-constexpr bool IsBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
-constexpr bool IsLineEnd(char c) { return c == '\n' || c == '\r'; }
 
 // Whether two words are the same in any case of ASCII letters; `lower` is in lower case.
 bool IsWord(std::string_view word, std::string_view lower);

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cstring>
 #include <limits>
 
 #include "errors/exception.h"
+#include "util/short_copy.h"
 #include "zentor/error_codes.h"
 
 namespace zentor {
@@ -129,21 +129,20 @@ bool FrameReader::ReadNumber(std::size_t column) {
     const char* const from = rest.starts_with('+') ? rest.data() + 1 : rest.data();
     char* const out = texts_.data() + used_;
     NumberSample& number = numbers_[column];
-    std::size_t length = 0;
     const char* stop = nullptr;
     if (const PlainDecimal plain = ScanPlainDecimal(from, end); plain.canonicalEnd != nullptr) {
-        number.value = plain.Value();
-        length = static_cast<std::size_t>(plain.canonicalEnd - from);
-        std::memcpy(out, from, length);
+        const auto length = static_cast<std::size_t>(plain.canonicalEnd - from);
+        CopyShort(out, {from, length});
+        number = {plain.Value(), {out, length}, plain.integers};
         stop = plain.end;
     } else {
-        stop = ParseNumber(rest.data(), end, number.value);
-        if (stop == nullptr || !IsWritable(number.value)) return false;
-        length = static_cast<std::size_t>(FormatPlainNumber(number.value, out) - out);
+        double value = 0;
+        stop = ParseNumber(rest.data(), end, value);
+        if (stop == nullptr || !IsWritable(value)) return false;
+        number = ZT_PLUGIN::MakeNumberSample(value, out);
     }
     if (stop != end && !IsBlank(*stop)) return false;
-    number.text = {out, length};
-    used_ += length;
+    used_ += number.text.size();
     input_.Advance(static_cast<std::size_t>(stop - rest.data()));
     return true;
 }
