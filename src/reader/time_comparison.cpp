@@ -7,7 +7,10 @@ namespace zentor {
 
 namespace {
 
-int Sign(std::strong_ordering order) { return order < 0 ? -1 : order > 0 ? 1 : 0; }
+int Sign(std::strong_ordering order) {
+    if (std::is_lt(order)) return -1;
+    return std::is_gt(order) ? 1 : 0;
+}
 
 std::string_view WithoutTrailingZeros(std::string_view decimals) {
     return decimals.substr(0, decimals.find_last_not_of('0') + 1);

@@ -40,29 +40,37 @@ NumberText FormatNumber(double value) {
     return text;
 }
 
-char* FormatPlainNumber(double& value, char* out) {
+namespace {
+
+char* FormatSmallNumber(double value, char* out) {
     constexpr int kMostDecimals = 17;
+    char* const end = std::to_chars(out, out + kPlainNumberRoom, value, std::chars_format::fixed, kMostDecimals).ptr;
+    return StripTrailingZeros(out, end);
+}
+
+// One digit, the point, 15 digits, "e+" and the exponent: the digits move over the point, and zeros follow.
+char* FormatLargeNumber(double value, char* out) {
+    const char* const textEnd =
+        std::to_chars(out, out + kPlainNumberRoom, value, std::chars_format::scientific, kSignificantDigits - 1).ptr;
+    char* const point = static_cast<char*>(std::memchr(out, '.', static_cast<std::size_t>(textEnd - out)));
+    char* const digitsEnd = point + kSignificantDigits;
+    int exponent = 0;
+    std::from_chars(digitsEnd + 2, textEnd, exponent);
+    std::memmove(point, point + 1, kSignificantDigits - 1);
+    char* const end = point + exponent;
+    std::memset(digitsEnd - 1, '0', static_cast<std::size_t>(end - (digitsEnd - 1)));
+    return end;
+}
+
+}  // namespace
+
+char* FormatPlainNumber(double& value, char* out) {
     const NumberText text = FormatNumber(value);
     if (text.view().find('e') == std::string_view::npos) {
         std::memcpy(out, text.bytes, text.length);
         return out + text.length;
     }
-    char* const room = out + kPlainNumberRoom;
-    char* end = nullptr;
-    if (std::abs(value) < 1) {
-        end = std::to_chars(out, room, value, std::chars_format::fixed, kMostDecimals).ptr;
-        end = StripTrailingZeros(out, end);
-    } else {
-        // One digit, the point, 15 digits, "e+" and the exponent: the digits move over the point, and zeros follow.
-        end = std::to_chars(out, room, value, std::chars_format::scientific, kSignificantDigits - 1).ptr;
-        char* const point = static_cast<char*>(std::memchr(out, '.', static_cast<std::size_t>(end - out)));
-        char* const digitsEnd = point + kSignificantDigits;
-        int exponent = 0;
-        std::from_chars(digitsEnd + 2, end, exponent);
-        std::memmove(point, point + 1, kSignificantDigits - 1);
-        end = point + exponent;
-        std::memset(digitsEnd - 1, '0', static_cast<std::size_t>(end - (digitsEnd - 1)));
-    }
+    char* const end = std::abs(value) < 1 ? FormatSmallNumber(value, out) : FormatLargeNumber(value, out);
     std::from_chars(out, end, value);
     return end;
 }

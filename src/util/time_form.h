@@ -17,7 +17,7 @@ struct Instant {
 
     std::strong_ordering operator<=>(const Instant& other) const {
         const auto order = whole <=> other.whole;
-        return order != 0 ? order : decimals <=> other.decimals;
+        return std::is_neq(order) ? order : decimals <=> other.decimals;
     }
     bool operator==(const Instant& other) const = default;
 };

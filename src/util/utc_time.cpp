@@ -63,7 +63,7 @@ bool ParseHoursAndMinutes(std::string_view text, std::int64_t& seconds) {
         return false;
     }
     if (hours > 23 || minutes > 59) return false;
-    seconds = std::int64_t{hours} * 3600 + minutes * 60;
+    seconds = (std::int64_t{hours} * 60 + minutes) * 60;
     return true;
 }
 

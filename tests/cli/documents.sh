@@ -97,9 +97,11 @@ sets=$(list \
   "$(samples w '00:00:04:00="1"' '00:00:04:01="x"')")
 document "$rate25" '[]' "$outline" "$sets" >shapes.vkjson
 
-numbers "$rate25" 00:00:00:00 00:00:00:10 00:00:00:10 00:00:01:00 00:00:02:05 >codes.vkjson
+numbers "$rate25" 00:00:00:00 00:00:00:10 00:00:00:10 00:00:01:00 00:00:02:24 >codes.vkjson
 numbers '"useTimecodeB":true,"timecodeInfo":{"frameRate":{"value":120000,"scale":1001},"dropFrame":false}' \
   00:00:00:000 00:00:00:001 00:00:00:119 00:00:01:000 >fast.vkjson
+numbers '"useTimecodeB":true,"timecodeInfo":{"frameRate":{"value":29.97,"scale":1},"dropFrame":true}' \
+  '00:00:59;29' '00:01:00;02' >dropping.vkjson
 numbers "$(utc 3 true)" 2024-05-01T11:59:59.900Z 2024-05-01T12:00:00.000Z 2024-05-01T12:00:00.250Z \
   2024-05-01T12:00:00.750Z 2024-05-01T12:00:01.000Z 2024-05-01T12:00:03.500Z >moments.vkjson
 numbers "$(utc 3 true)" 1969-12-31T23:59:58.250Z 1969-12-31T23:59:58.500Z 1969-12-31T23:59:58.750Z \

@@ -33,7 +33,7 @@ static void ReportError(void*, uint32_t code, const char* message, int64_t extra
     messagesMatch = Same(message, "File Format Not Supported.") && extra1 == -1 && extra2 == -1;
 }
 
-static uint32_t childCount, staticCalls, typeCalls;
+static uint32_t childCount, staticCalls, typeCalls, samplesSeen;
 static double numberSeen;
 
 static void AddPathItem(void* handle, const char*, int64_t index, uint64_t count, uint8_t last) {
@@ -48,6 +48,12 @@ static void SetRange(void*, uint64_t, double occurringMin, double occurringMax, 
     typeCalls += occurringMin == 1 && occurringMax == 1 && legalMax == 1;
 }
 
+static void AddNumberArray(void* handle, const char* time, uint64_t timeLength, const double* values, uint64_t count) {
+    const bool isFrame =
+        timeLength == 11 && time[0] == '0' && time[9] == '0' && time[10] == (samplesSeen == 0 ? '1' : '2');
+    if (handle == &samplesSeen && isFrame && count == 3 && values[2] == -1.5 * samplesSeen) ++samplesSeen;
+}
+
 static void Expect(int holds, const char* what) {
     if (holds) return;
     Print("failed: ");
@@ -56,7 +62,7 @@ static void Expect(int holds, const char* what) {
     ExitProcess(1);
 }
 
-// argv is not needed: the test puts table.csv and table.unknown into the current folder.
+// argv is not needed: the test puts table.csv, table.unknown and walk.bvh into the current folder.
 extern "C" void hostMain() {
     static ZT_HostSuite suite = {};
     suite.addFormat = AddFormat;
@@ -67,6 +73,8 @@ extern "C" void hostMain() {
     suite.dataPaths = &paths;
     suite.staticData = &statics;
     suite.dataTypes = &types;
+    static const ZT_SampleCallbacks samples = {nullptr, AddNumberArray, nullptr};
+    suite.samples = &samples;
     IZentor* zentor = nullptr;
     CreateZentor_1(&zentor, nullptr, nullptr, "en_US", nullptr, &suite, nullptr);
     Expect(zentor != nullptr, "create");
@@ -90,6 +98,12 @@ extern "C" void hostMain() {
     Expect(staticCalls == 1 && typeCalls == 1 && numberSeen == 1, "static values");
     Expect(handler->GetDynamicSampleClient("[0][0]", ZT_Time{1, 0}, nullptr) == 1, "time by value");
     Expect(zentor->CloseFile(&handler) == ZT_OK && handler == nullptr, "close");
+
+    // The samples at frames 1 and 2 of 0 to 3, by time values in structs that go by value.
+    Expect(zentor->OpenFile(&handler, "walk.bvh", nullptr) == ZT_OK, "open capture");
+    Expect(handler->GetDynamicSamplesClient("[0][1]", ZT_Time{1, 25}, ZT_Time{2, 25}, &samplesSeen) == ZT_OK, "range");
+    Expect(samplesSeen == 2, "samples");
+    Expect(zentor->CloseFile(&handler) == ZT_OK, "close capture");
 
     Expect(zentor->ConvertFile(&stream, "table.unknown", 0) == 25 && stream == nullptr, "refuse");
     Expect(reportedCode == 25 && messagesMatch, "report");

@@ -12,6 +12,8 @@ lld-link /nologo /nodefaultlib /subsystem:console /entry:hostMain "/out:$work/ho
 cp "$build/zentor.dll" "$work/"
 printf 'a,b\n1,x\n2,y\n' >"$work/table.csv"
 cp "$work/table.csv" "$work/table.unknown"
+printf 'HIERARCHY\nROOT a\n{\nOFFSET 0 0 0\nCHANNELS 3 Xposition Yposition Zposition\n}\n' >"$work/walk.bvh"
+printf 'MOTION\nFrames: 4\nFrame Time: 0.04\n1 2 9\n1 2 0\n1 2 -1.5\n1 2 9\n' >>"$work/walk.bvh"
 cd "$work"
 "$runner" ./host.exe
 test -s saved.vkjson
