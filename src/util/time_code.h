@@ -57,7 +57,8 @@ char* FormatTimeCode(std::int64_t frame, const FrameRate& rate, char* out);
 // numbers: many write a semicolon before the frames when they are counted with drop frame.
 bool ParseTimeCode(std::string_view text, const FrameRate& rate, std::int64_t& frame);
 
-// When a frame begins: exact where that fits, else a time at which that frame is shown.
+// When a frame begins: exact where that fits, else a time a little later, at which that frame of a day is still shown
+// at rates from 1 to 1000 frames a second.
 TimeValue TimeOfFrame(std::int64_t frame, const FrameRate& rate);
 
 }  // namespace zentor

@@ -159,6 +159,15 @@ TEST(TimeCode, EveryFrameIsShownWhenItBegins) {
         }
         EXPECT_EQ(wrong, -1) << rate.numerator << "/" << rate.denominator;
     }
+    std::mt19937_64 random(6);
+    for (int run = 0; run < 200000; ++run) {
+        const std::uint64_t denominator = 1 + random() % 4294967;
+        const auto numerator = static_cast<std::uint32_t>(denominator + random() % (denominator * 999));
+        const FrameRate rate = {numerator, static_cast<std::uint32_t>(denominator), false};
+        const std::int64_t frame = static_cast<std::int64_t>(random() >> 1) % FramesPerDay(rate);
+        const TimeValue time = TimeOfFrame(frame, rate);
+        EXPECT_EQ(FrameAt(time.numerator, time.denominator, rate), frame) << numerator << "/" << denominator;
+    }
 }
 
 TEST(TimeCode, RatesFromNumbers) {
