@@ -38,6 +38,6 @@ private:
 };
 
 // Text as clients pass it: null counts as empty.
-inline std::string_view TextOrEmpty(const char* text) { return text == nullptr ? std::string_view() : text; }
+inline std::string_view TextOrEmpty(const char* text) { return text == nullptr ? "" : text; }
 
 }  // namespace ZT_PLUGIN
