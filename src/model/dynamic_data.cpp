@@ -52,6 +52,10 @@ void VkjsonDynamicDataImpl::SetExpectedSampleCount(std::uint64_t count) {
     if (!isWritten_) expectedCount_ = count;
 }
 
+void VkjsonDynamicDataImpl::CheckNotWritten() const {
+    if (isWritten_) throw ZT_PluginException(ZT_INVALID_DYNAMIC_NODE);
+}
+
 std::uint32_t VkjsonDynamicDataImpl::Names(const char** matchName, const char** displayName,
                                            const char** sampleSetId) const {
     if (matchName != nullptr) *matchName = MatchNameText().c_str();

@@ -372,6 +372,25 @@ TEST(DynamicNode, MisuseIsRefused) {
     EXPECT_EQ(node.Add(3, 1, 1.0), 2011U);
 }
 
+TEST(DynamicNode, WhatTheWidthsDependOnStaysOnceSamplesAreWritten) {
+    Document document;
+    SetTimecode(document);
+    const Dynamic<Numbers> number(document, "n");
+    const Dynamic<Arrays> array(document, "a");
+    const Dynamic<Texts> text(document, "t");
+    array->SetArraySize(1, nullptr);
+    const double value = 1;
+    EXPECT_EQ(number.Add(0, 1, value) + array.Add(0, 1, &value, 1) + text.Add(0, 1, "x"), 0U);
+    EXPECT_EQ(number.Write() + array.Write() + text.Write(), 0U);
+    EXPECT_EQ(CodeOf([&](auto* error) { number->SetPattern(5, 3, 0, error); }), 2001U);
+    EXPECT_EQ(CodeOf([&](auto* error) { array->SetPattern(5, 3, 0, error); }), 2001U);
+    EXPECT_EQ(CodeOf([&](auto* error) { array->SetIsSigned(1, error); }), 2001U);
+    EXPECT_EQ(CodeOf([&](auto* error) { text->SetStringProperties(50, 3, 0, error); }), 2001U);
+    EXPECT_EQ(document.Write(), 1U);
+    const std::string written = document.Text();
+    EXPECT_EQ(FailureOf([&] { Parsed(written); }), "") << written;
+}
+
 TEST(DynamicNode, ASetIsWrittenOnlyForANodeOfTheOutline) {
     Document document;
     SetTimecode(document);
