@@ -98,7 +98,7 @@ SampleTime VkjsonDynamicDataImpl::FormatTime(std::int64_t ticks, std::uint32_t t
 
 SampleTime VkjsonDynamicDataImpl::ReadTime(std::string_view text) const {
     SampleTime time;
-    if (!RequireTimeForm().Parse(text, time.instant)) throw ZT_PluginException(ZT_SAMPLE_TIME);
+    if (!RequireTimeForm().ParseForDocument(text, time.instant)) throw ZT_PluginException(ZT_SAMPLE_TIME);
     time.text = text;
     return time;
 }

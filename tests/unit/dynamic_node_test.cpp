@@ -298,7 +298,8 @@ TEST(DynamicNode, MisuseIsRefused) {
     EXPECT_EQ(node.Add(1, 0, 1.0), 2012U);
     EXPECT_EQ(node.Add(-1, 25, 1.0), 2012U);
     EXPECT_EQ(node.Add(86400, 1, 1.0), 2012U) << "a day later";
-    for (const char* time : {"", "00:00:00:25", "00:00:00:0", "00:00:60:00", "24:00:00:00", "00:00:00:001"}) {
+    for (const char* time : {"", "00:00:00:25", "00:00:00:0", "00:00:60:00", "24:00:00:00", "00:00:00:001",
+                             "00[00:00:00", "00:00]00:00", "00:00:00\"00", "00;00:00:00"}) {
         EXPECT_EQ(node.AddAt(time, 1.0), 2012U) << time;
     }
     EXPECT_EQ(node.AddAt(nullptr, 1.0), 2012U);
