@@ -140,8 +140,11 @@ bool VkjsonDynamicDataImpl::WriteAllSamples() {
     if (!isInitialized_ || isUnusable_ || !writer.IsOpen() || !IsInDocument()) {
         throw ZT_PluginException(ZT_INVALID_DYNAMIC_NODE);
     }
+    const DynamicNodeView view = View();
+    // No document holds an array without elements.
+    if (view.kind == DynamicKind::kNumberArray && view.ranges.empty()) throw ZT_PluginException(ZT_DIMENSION_COUNT);
     isUnusable_ = true;  // whatever happens to the samples on their way
-    writer.WriteSampleSet(*stream_->root, View(), samples_);
+    writer.WriteSampleSet(*stream_->root, view, samples_);
     isUnusable_ = false;
     writtenCount_ = samples_.Count();
     isWritten_ = true;

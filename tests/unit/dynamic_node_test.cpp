@@ -408,6 +408,23 @@ TEST(DynamicNode, ASetIsWrittenOnlyForANodeOfTheOutline) {
     EXPECT_EQ(document.Write(), 1U);
 }
 
+TEST(DynamicNode, WhatWouldMakeADocumentUnreadableIsRefused) {
+    Document document;
+    SetTimecode(document);
+    const Dynamic<Arrays> array(document);
+    EXPECT_EQ(array.Write(), 2017U) << "no size was set";
+    EXPECT_EQ(document.Write(2017), 0U);
+    array->SetArraySize(1, nullptr);
+    EXPECT_EQ(array.Write(), 0U);
+
+    Document begun;
+    SetTimecode(begun);
+    EXPECT_EQ(Dynamic<Numbers>(begun).Add(0, 1, 1.0), 0U);
+    begun.root = nullptr;
+    begun.root = NativeCreateRoot(*begun, std::to_string(begun.StreamId()));
+    EXPECT_EQ(begun.Write(2003), 0U) << "the samples belong to a root that is gone";
+}
+
 // Many samples, of which most are in the temporary file for a while.
 TEST(DynamicNode, LongSetsAreWrittenAsShortOnes) {
     constexpr int kSamples = 60000;

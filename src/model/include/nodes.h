@@ -96,7 +96,7 @@ struct IVkjsonDynamicData_v1 {
     // slot 2: writes all samples into the document, padded to the widest. 1 when it has, 0 when it had before. A node
     // without samples writes nothing and counts as written. Finishing the document does it for all nodes that have not.
     // Codes 2001 (not initialised; not attached to a group of the document; the document is finished or has failed),
-    // 2011, and those of WriteDocument.
+    // 2017 (an array whose size was never set), 2011, and those of WriteDocument.
     virtual uint32_t WriteSamples(ZT_ErrorRecord* error) noexcept = 0;
     // slot 3: how many samples are expected, a hint; ignored once they are written. What is written is their number.
     virtual void SetSampleCount(uint64_t count, ZT_ErrorRecord* error) noexcept = 0;
@@ -104,8 +104,8 @@ struct IVkjsonDynamicData_v1 {
     virtual uint64_t GetSampleCount() noexcept = 0;
     virtual ISharedObject* GetSharedObject() noexcept = 0;         // slot 5
     virtual void DeletingDestructor(uint32_t flags) noexcept = 0;  // slot 6: the same as ISharedObject::Release
-    // slot 7: the names of an initialised node, each borrowed until the node goes or is initialised anew; null pointers
-    // are skipped. 1; 0, with empty texts, before Initialize.
+    // slot 7: the names of an initialised node, each borrowed until the node goes; null pointers are skipped. 1; 0,
+    // with empty texts, before Initialize.
     virtual uint32_t GetNames(const char** matchName, const char** displayName, const char** sampleSetId) noexcept = 0;
     // slot 8: once, before anything else. `interpolation`: 1 linear, 2 hold. `maxInterSampleDuration`, a duration in
     // the form of the document's times, counts with `hasExpectedFrequency` only. Codes 2022 (no match name or
