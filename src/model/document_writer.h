@@ -20,6 +20,8 @@ public:
     // Writes a set of samples, and the header before the first; a set without samples writes nothing. Code 2001 when
     // the document is not open.
     virtual void WriteSampleSet(const IVkjsonRoot_I& root, const DynamicNodeView& node, SampleBuffer& samples) = 0;
+    // The document will never be whole: it is deleted.
+    virtual void GiveUp() noexcept = 0;
     // Writes the rest; false when the document was finished, or had failed, before.
     virtual bool Finish(IVkjsonRoot_I& root) = 0;
 };

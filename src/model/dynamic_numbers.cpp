@@ -149,25 +149,33 @@ void VkjsonDynamicDataNumArrImpl::SetIsSigned(std::uint8_t isSigned, ZT_ErrorRec
 void VkjsonDynamicDataNumArrImpl::Add(const SampleTime& time, const double* values, std::uint64_t count) {
     if (values == nullptr) throw ZT_PluginException(ZT_INVALID_POINTER);
     if (count != ranges_.size()) throw ZT_PluginException(ZT_DIMENSION_COUNT);
-    texts_.resize(count * zentor::kPlainNumberRoom);
-    elements_.resize(count);
-    char* text = texts_.data();
+    texts_.clear();
+    elements_.clear();
+    char room[zentor::kPlainNumberRoom];
     for (std::uint64_t k = 0; k < count; ++k) {
-        CheckNumber(values[k]);
-        elements_[k] = MakeNumberSample(values[k], text);
-        text += elements_[k].text.size();
+        CheckWithin(ranges_[k].legal, values[k]);
+        elements_.push_back(MakeNumberSample(values[k], room));
+        texts_ += elements_.back().text;
     }
-    AddTexts(time, elements_);
+    const char* text = texts_.data();  // which stays where it is only now
+    for (NumberSample& element : elements_) {
+        element.text = {text, element.text.size()};
+        text += element.text.size();
+    }
+    Append(time, elements_);
 }
 
 void VkjsonDynamicDataNumArrImpl::AddTexts(const SampleTime& time, std::span<const NumberSample> elements) {
-    if (elements.empty() || elements.size() != ranges_.size()) throw ZT_PluginException(ZT_DIMENSION_COUNT);
+    if (elements.size() != ranges_.size()) throw ZT_PluginException(ZT_DIMENSION_COUNT);
+    for (std::size_t k = 0; k < elements.size(); ++k) CheckWithin(ranges_[k].legal, elements[k].value);
+    Append(time, elements);
+}
+
+void VkjsonDynamicDataNumArrImpl::Append(const SampleTime& time, std::span<const NumberSample> elements) {
+    if (elements.empty()) throw ZT_PluginException(ZT_DIMENSION_COUNT);
     CheckAdding(time);
     std::size_t size = elements.size() - 1;
-    for (std::size_t k = 0; k < elements.size(); ++k) {
-        CheckWithin(ranges_[k].legal, elements[k].value);
-        size += elements[k].text.size();
-    }
+    for (const NumberSample& element : elements) size += element.text.size();
     char* out = AddText(time, size);
     for (std::size_t k = 0; k < elements.size(); ++k) {
         const std::string_view text = elements[k].text;

@@ -67,6 +67,7 @@ public:
 
 private:
     void Add(const SampleTime& time, const double* values, std::uint64_t count);
+    void Append(const SampleTime& time, std::span<const NumberSample> elements);
     void CheckNoSamples() const;
 
     WidestPattern pattern_;
@@ -74,7 +75,7 @@ private:
     std::size_t rangesGiven_ = 0;
     std::vector<std::string> displayNames_;
     bool isPoint_ = false;
-    std::vector<char> texts_;  // of the elements of one sample
+    std::string texts_;  // of the elements of one sample
     std::vector<NumberSample> elements_;
 };
 

@@ -34,7 +34,12 @@ std::uint32_t VkjsonRootImpl::WriteDocument(ZT_ErrorRecord* error) noexcept {
         StreamState& stream = Stream();
         if (documentWritten_ || !stream.writer->IsOpen()) return;
         if (stream.root != this) throw ZT_PluginException(ZT_INVALID_GROUP);  // the document has another root
-        WriteSamplesBelow();
+        try {
+            WriteSamplesBelow();
+        } catch (...) {
+            stream.writer->GiveUp();
+            throw;
+        }
         written = stream.writer->Finish(*this);
         documentWritten_ = written;
     });

@@ -1,6 +1,9 @@
 #include "reader/sample_data_processor.h"
 
+#include <algorithm>
 #include <new>
+#include <stdexcept>
+#include <utility>
 
 #include "errors/raise.h"
 #include "reader/bracket_search.h"

@@ -64,7 +64,7 @@ private:
     SampleSet& TakeSampleSetId() {
         RawString id;
         const std::int64_t offset = Offset();
-        if (!cursor_.TakeString(id)) Raise({kInvalidPropertyValueMissingQuotes, offset}, words::kSampleSetId);
+        if (!cursor_.TakeString(id)) Raise({kMissingRequiredProperties, offset}, words::kSampleSetId);
         const auto found = id.hasBackslash ? sets_.find(id.Decoded()) : sets_.find(id.text);
         if (found == sets_.end()) Raise({kDynamicNodeNotPresent, offset}, Excerpt(id.Decoded()));
         if (!seen_.insert(&found->second).second) RaiseSetData(found->second, static_cast<std::size_t>(offset));

@@ -6,6 +6,7 @@
 #include <numeric>
 
 #include "util/decimal_field.h"
+#include "util/floor_division.h"
 
 namespace zentor {
 
@@ -63,17 +64,6 @@ std::int64_t FrameOfNumber(std::int64_t number, const FrameRate& rate) {
     const std::int64_t tenMinutes = counts.minute * 10;
     const std::int64_t minutes = number % tenMinutes / counts.minute;
     return number - (number / tenMinutes * 9 + minutes) * counts.dropped;
-}
-
-struct Division {
-    std::int64_t quotient;
-    std::int64_t rest;
-};
-
-// Rounded down; the divisor is above 0.
-Division DivideDown(std::int64_t number, std::int64_t divisor) {
-    const Division division = {number / divisor, number % divisor};
-    return division.rest < 0 ? Division{division.quotient - 1, division.rest + divisor} : division;
 }
 
 }  // namespace

@@ -2,26 +2,12 @@
 
 #include <algorithm>
 
+#include "util/floor_division.h"
 #include "util/utc_time.h"
 
 namespace zentor {
 
 namespace {
-
-struct Split {
-    std::int64_t seconds;
-    std::uint32_t rest;
-};
-
-Split SplitSeconds(std::int64_t value, std::uint32_t scale) {
-    std::int64_t seconds = value / scale;
-    std::int64_t rest = value % scale;
-    if (rest < 0) {
-        --seconds;
-        rest += scale;
-    }
-    return {seconds, static_cast<std::uint32_t>(rest)};
-}
 
 // Of a time code.
 bool HasUsualSeparators(std::string_view text) {
@@ -73,14 +59,16 @@ char* TimeForm::Format(std::int64_t ticks, std::uint32_t ticksPerSecond, char* o
     constexpr std::uint32_t kMostDecimals = 9;
     constexpr std::uint64_t kNanoseconds = 1000000000;
     const Utc& utc = boost::get<Utc>(form_);
-    const Split time = SplitSeconds(ticks, ticksPerSecond);
-    if (time.seconds < kFirstUtcSecond || time.seconds > kLastUtcSecond || utc.precision > kMostDecimals) {
+    const Division time = DivideDown(ticks, ticksPerSecond);
+    if (time.quotient < kFirstUtcSecond || time.quotient > kLastUtcSecond || utc.precision > kMostDecimals) {
         return nullptr;
     }
-    const auto nanoseconds = static_cast<std::uint32_t>(time.rest * kNanoseconds / ticksPerSecond);
-    char* const end = FormatUtc(time.seconds, nanoseconds, static_cast<std::uint32_t>(utc.precision), utc.isGmt, out);
+    const auto nanoseconds =
+        static_cast<std::uint32_t>(static_cast<std::uint64_t>(time.rest) * kNanoseconds / ticksPerSecond);
+    char* const end = FormatUtc(time.quotient, nanoseconds, static_cast<std::uint32_t>(utc.precision), utc.isGmt, out);
     constexpr std::size_t kDecimals = 20;
-    instant = {time.seconds, {utc.precision == 0 ? nullptr : out + kDecimals, static_cast<std::size_t>(utc.precision)}};
+    instant = {time.quotient,
+               {utc.precision == 0 ? nullptr : out + kDecimals, static_cast<std::size_t>(utc.precision)}};
     return end;
 }
 
@@ -88,8 +76,8 @@ QueryTime TimeForm::At(std::int64_t value, std::uint32_t scale) const {
     if (const FrameRate* const rate = Rate()) {
         return {std::min(FrameAt(value, scale, *rate), FramesPerDay(*rate) - 1), 0, 1};
     }
-    const Split time = SplitSeconds(value, scale);
-    return {time.seconds, time.rest, scale};
+    const Division time = DivideDown(value, scale);
+    return {time.quotient, static_cast<std::uint32_t>(time.rest), scale};
 }
 
 std::strong_ordering operator<=>(const Instant& instant, const QueryTime& time) {

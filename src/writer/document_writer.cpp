@@ -121,8 +121,7 @@ void DocumentWriter::Guarded(Step&& step) {
     try {
         ZT_PLUGIN::TranslateFailures(step);
     } catch (...) {
-        state_ = State::kFailed;
-        file_.Abandon();
+        GiveUp();
         throw;
     }
 }
@@ -144,6 +143,11 @@ void DocumentWriter::WriteSampleSet(const IVkjsonRoot_I& root, const DynamicNode
         samplesOpened_ = true;
         AppendSampleSet(text_, node, root.TimeStringLength(), samples);
     });
+}
+
+void DocumentWriter::GiveUp() noexcept {
+    state_ = State::kFailed;
+    file_.Abandon();
 }
 
 bool DocumentWriter::Finish(IVkjsonRoot_I& root) {

@@ -18,6 +18,7 @@ public:
     bool IsOpen() const override { return state_ == State::kOpen; }
     void WriteSampleSet(const ZT_PLUGIN::IVkjsonRoot_I& root, const ZT_PLUGIN::DynamicNodeView& node,
                         ZT_PLUGIN::SampleBuffer& samples) override;
+    void GiveUp() noexcept override;
     bool Finish(ZT_PLUGIN::IVkjsonRoot_I& root) override;
 
 private:

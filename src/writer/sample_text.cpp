@@ -1,5 +1,6 @@
 #include "writer/sample_text.h"
 
+#include <algorithm>
 #include <cstring>
 #include <string>
 

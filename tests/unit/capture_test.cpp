@@ -190,8 +190,9 @@ TEST(Capture, WhatIsTaken) {
          "node0 a b:\xC3\xA9 \xE9\n node1 OFFSET 0 0 0\nnode2 \n node3 OFFSET 0 0 0\nnode4 a b:\n node5 OFFSET 0 0 "
          "0\n"},
         // End sites in every form.
-        {OneJoint(kTwoChannels + "End Site\n{\nOFFSET 0 0 0\n}\nEnd\n{\n}\nEndSite x y\n{\nCHANNELS 0\n}\nend site{}\n",
-                  "Frames: 2\nFrame Time: 0.04\n1 2\n3 4\n"),
+        {OneJoint(
+             kTwoChannels + "End Site\n{\nOFFSET 0 0 0\n}\nEnd\n{\n}\nEndSite x y\n{\nCHANNELS 0\n}\nend\nsite{}\n",
+             "Frames: 2\nFrame Time: 0.04\n1 2\n3 4\n"),
          TwoChannels(rows)},
         // Channels: none, other ones, some twice.
         {OneJoint("CHANNELS 0\nOFFSET 0 0 0\n", "Frames: 3\nFrame Time: 0.04\n"), "node0 a\n node1 OFFSET 0 0 0\n"},
@@ -252,6 +253,8 @@ TEST(Capture, WhatIsRefused) {
         hierarchy + motion + "1 @0x10\n",
         hierarchy + motion + "1 @inf\n",
         hierarchy + motion + "1 @1e400\n",
+        hierarchy + motion + "1 @+-5\n",
+        hierarchy + motion + "1 @0." + std::string(70000, '0') + "5\n",
         hierarchy + motion + "1 2 @3\n",
         hierarchy + motion + "1\n2 @3\n",
         hierarchy + motion + "1 2\n3 4 @5\n",

@@ -414,8 +414,7 @@ TEST(DynamicNode, WhatWouldMakeADocumentUnreadableIsRefused) {
     const Dynamic<Arrays> array(document);
     EXPECT_EQ(array.Write(), 2017U) << "no size was set";
     EXPECT_EQ(document.Write(2017), 0U);
-    array->SetArraySize(1, nullptr);
-    EXPECT_EQ(array.Write(), 0U);
+    EXPECT_EQ(document.Write(), 0U) << "given up";
 
     Document begun;
     SetTimecode(begun);
@@ -481,7 +480,7 @@ TEST(DynamicNode, FaultsOfTheTemporaryFile) {
             EXPECT_TRUE(adding == 0 || adding == c.code) << c.operation << adding;
             EXPECT_EQ(writing, adding == 0 ? c.code : 2001U) << c.operation;
             EXPECT_EQ(node.Add(0, 1, "x"), 2001U);
-            EXPECT_EQ(document.Write(adding == 0 ? 0 : 2001), 0U);
+            EXPECT_EQ(document.Write(), 0U) << "given up";
             EXPECT_EQ(document.FileCount(), 0U) << c.operation;
         }
     }

@@ -185,7 +185,7 @@ TEST(Samples, SetsAreFoundByTheirKeys) {
         {missing("samples"), {R"([{"sampleSetID":"s",@}])", R"([{"sampleSetID":"s",@"sampleSetID":"s"}])"}},
         {noColon("sampleSetID"), {R"([{"sampleSetID"@="s"}])"}},
         {noColon("samples"), {R"([{"sampleSetID":"s","samples"@}])"}},
-        {"32: Unable to find enclosing quotes for property value:sampleSetID.", {R"([{"sampleSetID":@1}])"}},
+        {"32: Unable to find mandatory properties : sampleSetID.", {R"([{"sampleSetID":@1}])"}},
         {"32: Unable to find Comma or Closing bracket after property:sampleSetID.", {R"([{"sampleSetID":"s"@}])"}},
         {"43: Unable to find [, Invalid samples property, expected type : \"JSON Array\" in dynamic set with sample "
          "id:s.",

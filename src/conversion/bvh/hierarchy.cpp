@@ -55,6 +55,7 @@ private:
             } else if (TakeKeyword("joint")) {
                 joint->children.push_back(ReadJoint());
             } else if (TakeKeyword("end") || TakeKeyword("endsite")) {
+                TakeKeyword("site");
                 ReadEndSite();
             } else {
                 input_.Refuse();
