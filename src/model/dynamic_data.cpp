@@ -52,6 +52,10 @@ void VkjsonDynamicDataImpl::SetExpectedSampleCount(std::uint64_t count) {
     if (!isWritten_) expectedCount_ = count;
 }
 
+void VkjsonDynamicDataImpl::CheckNotWritten() const {
+    if (isWritten_) throw ZT_PluginException(ZT_INVALID_DYNAMIC_NODE);
+}
+
 std::uint32_t VkjsonDynamicDataImpl::Names(const char** matchName, const char** displayName,
                                            const char** sampleSetId) const {
     if (matchName != nullptr) *matchName = MatchNameText().c_str();
@@ -94,7 +98,7 @@ SampleTime VkjsonDynamicDataImpl::FormatTime(std::int64_t ticks, std::uint32_t t
 
 SampleTime VkjsonDynamicDataImpl::ReadTime(std::string_view text) const {
     SampleTime time;
-    if (!RequireTimeForm().Parse(text, time.instant)) throw ZT_PluginException(ZT_SAMPLE_TIME);
+    if (!RequireTimeForm().ParseForDocument(text, time.instant)) throw ZT_PluginException(ZT_SAMPLE_TIME);
     time.text = text;
     return time;
 }
@@ -136,8 +140,11 @@ bool VkjsonDynamicDataImpl::WriteAllSamples() {
     if (!isInitialized_ || isUnusable_ || !writer.IsOpen() || !IsInDocument()) {
         throw ZT_PluginException(ZT_INVALID_DYNAMIC_NODE);
     }
+    const DynamicNodeView view = View();
+    // No document holds an array without elements.
+    if (view.kind == DynamicKind::kNumberArray && view.ranges.empty()) throw ZT_PluginException(ZT_DIMENSION_COUNT);
     isUnusable_ = true;  // whatever happens to the samples on their way
-    writer.WriteSampleSet(*stream_->root, View(), samples_);
+    writer.WriteSampleSet(*stream_->root, view, samples_);
     isUnusable_ = false;
     writtenCount_ = samples_.Count();
     isWritten_ = true;

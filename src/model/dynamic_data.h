@@ -52,6 +52,8 @@ protected:
     void SetExpectedSampleCount(std::uint64_t count);
     std::uint32_t Names(const char** matchName, const char** displayName, const char** sampleSetId) const;
     bool HasSamples() const { return samples_.Count() != 0; }
+    // For what the widths of the samples depend on: code 2001 once they are written.
+    void CheckNotWritten() const;
 
     // Calls `add` with the time of a sample, given in one of three ways.
     template <class AddTo>

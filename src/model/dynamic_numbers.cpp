@@ -48,7 +48,10 @@ std::uint32_t VkjsonDynamicDataNumImpl::AddSampleAtTimeString(const char* timeSt
 
 void VkjsonDynamicDataNumImpl::SetPattern(std::uint64_t digitsInteger, std::uint64_t digitsDecimal,
                                           std::uint8_t isSigned, ZT_ErrorRecord* error) noexcept {
-    RunForClient(error, [&] { pattern_.Ask(digitsInteger, digitsDecimal, isSigned != 0); });
+    RunForClient(error, [&] {
+        CheckNotWritten();
+        pattern_.Ask(digitsInteger, digitsDecimal, isSigned != 0);
+    });
 }
 
 void VkjsonDynamicDataNumImpl::SetRange(double legalMinimum, double legalMaximum, double value,
@@ -96,7 +99,10 @@ std::uint32_t VkjsonDynamicDataNumArrImpl::AddSampleAtTimeString(const char* tim
 
 void VkjsonDynamicDataNumArrImpl::SetPattern(std::uint64_t digitsInteger, std::uint64_t digitsDecimal,
                                              std::uint8_t isSigned, ZT_ErrorRecord* error) noexcept {
-    RunForClient(error, [&] { pattern_.Ask(digitsInteger, digitsDecimal, isSigned != 0); });
+    RunForClient(error, [&] {
+        CheckNotWritten();
+        pattern_.Ask(digitsInteger, digitsDecimal, isSigned != 0);
+    });
 }
 
 void VkjsonDynamicDataNumArrImpl::CheckNoSamples() const {
@@ -134,7 +140,10 @@ void VkjsonDynamicDataNumArrImpl::SetIsPoint(std::uint8_t isPoint, ZT_ErrorRecor
 }
 
 void VkjsonDynamicDataNumArrImpl::SetIsSigned(std::uint8_t isSigned, ZT_ErrorRecord* error) noexcept {
-    RunForClient(error, [&] { pattern_.AskForSign(isSigned != 0); });
+    RunForClient(error, [&] {
+        CheckNotWritten();
+        pattern_.AskForSign(isSigned != 0);
+    });
 }
 
 void VkjsonDynamicDataNumArrImpl::Add(const SampleTime& time, const double* values, std::uint64_t count) {

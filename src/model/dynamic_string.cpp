@@ -38,6 +38,7 @@ std::uint32_t VkjsonDynamicDataStringImpl::AddSampleAtTimeString(const char* tim
 void VkjsonDynamicDataStringImpl::SetStringProperties(std::uint64_t maxLength, std::uint64_t maxDigitsInLength,
                                                       std::uint8_t isEventMarker, ZT_ErrorRecord* error) noexcept {
     RunForClient(error, [&] {
+        CheckNotWritten();
         const std::uint64_t length = maxLength == kUnsetCount ? 0 : maxLength;
         const std::uint64_t digits = maxDigitsInLength == kUnsetCount ? 0 : maxDigitsInLength;
         if (length > kLongestAskedFor || digits > kMostDigitsOfLength) throw ZT_PluginException(ZT_RANGE_VALUE);

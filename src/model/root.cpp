@@ -13,7 +13,9 @@ constexpr std::uint32_t kLargestPrecision = 9;
 VkjsonRootImpl::VkjsonRootImpl(std::uint64_t streamId, std::string_view creator)
     : VkjsonGroupImpl(streamId, "root", "root"), stream_(FindStream(streamId)), creator_(creator) {
     Publish(static_cast<IVkjsonRoot_v1*>(this));
-    if (stream_ && stream_->root == nullptr) stream_->root = this;
+    // A document that has been begun belongs to the root it was begun with, even when that is gone.
+    const bool isBegun = stream_ && (stream_->hasSamples || (stream_->writer && stream_->writer->HasHeader()));
+    if (stream_ && stream_->root == nullptr && !isBegun) stream_->root = this;
 }
 
 VkjsonRootImpl::~VkjsonRootImpl() {

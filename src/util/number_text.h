@@ -28,7 +28,7 @@ NumberText FormatNumber(double value);
 inline constexpr std::size_t kPlainNumberRoom = 352;
 
 // The same number without an exponent: from 1e16 on the 16 digits with zeros after them, below 1e-4 rounded to at most
-// 17 decimals, sign kept. `value` is set to the number that the text says. Returns the end of the text.
+// 17 decimals, sign kept; in these two cases `value` is set to the number that the text says. Returns its end.
 char* FormatPlainNumber(double& value, char* out);
 
 struct DigitCounts {

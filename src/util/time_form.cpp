@@ -23,6 +23,11 @@ Split SplitSeconds(std::int64_t value, std::uint32_t scale) {
     return {seconds, static_cast<std::uint32_t>(rest)};
 }
 
+// Of a time code.
+bool HasUsualSeparators(std::string_view text) {
+    return text[2] == ':' && text[5] == ':' && (text[8] == ':' || text[8] == ';');
+}
+
 }  // namespace
 
 std::uint64_t TimeForm::Width() const {
@@ -44,10 +49,14 @@ bool TimeForm::Parse(std::string_view text, Instant& instant) const {
     return true;
 }
 
+bool TimeForm::ParseForDocument(std::string_view text, Instant& instant) const {
+    return Parse(text, instant) && (Rate() == nullptr || HasUsualSeparators(text));
+}
+
 bool TimeForm::IsTimeOfMode(std::string_view text) const {
-    if (const FrameRate* const rate = Rate()) {
-        std::int64_t frame = 0;
-        return ParseTimeCode(text, *rate, frame);
+    if (Rate() != nullptr) {
+        Instant instant;
+        return ParseForDocument(text, instant);
     }
     UtcTime time;
     return ParseUtc(text, time);

@@ -49,7 +49,12 @@ public:
     // False for a text that is no time of this form. Seconds with an offset are those of Greenwich.
     bool Parse(std::string_view text, Instant& instant) const;
 
-    // Whether a text is a time of the same kind: a time code of the same rate, or any date and time of day.
+    // The same for a text that goes into a document as it is: between the numbers of a time code stand colons, or a
+    // semicolon before the frames.
+    bool ParseForDocument(std::string_view text, Instant& instant) const;
+
+    // Whether a text that goes into a document is a time of the same kind: a time code of the same rate, or any date
+    // and time of day.
     bool IsTimeOfMode(std::string_view text) const;
 
     // The time string at ticks / ticksPerSecond seconds from the start of the day, or since 1970; decimals that the

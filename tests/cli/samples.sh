@@ -197,3 +197,8 @@ EOF
 expect 0 "00:00:00:02  7 8 9
 00:00:00:01  4 5 6" "" samples walk.bvh '[0]["node2"]' --from 0.1 --to 0.04
 expect 0 "~dynamic nodes: +1.samples: +3.time span: +00:00:00:00 to 00:00:00:02" "" info walk.bvh
+sed 's/^4 5 6/4 5,5 6/' walk.bvh >comma.bvh
+sed 's/0[.]04/0.001/' walk.bvh >quick.bvh
+expect 1 "" "zentor: error 1506: File Cannot be converted. (at byte 159)" convert comma.bvh
+expect 1 "" "zentor: error 1508: Internal converter failure (at byte 146)" convert quick.bvh
+[ ! -e comma.vkjson ] && [ ! -e quick.vkjson ] || fail "captures that cannot be converted left a document"

@@ -122,6 +122,40 @@ TEST(ConversionFaults, EveryOperationFailsInTurn) {
     EXPECT_EQ(ReadWhole(input), "a,b\n1,x\n2,y\n");
 }
 
+// Samples that go through temporary files on their way into the document.
+TEST(ConversionFaults, CapturesWithSpilledSamples) {
+    std::string capture = "HIERARCHY\nROOT a\n{\nCHANNELS 2 Xposition Yrotation\n}\nFrames: 1\nFrame Time: 0.01\n";
+    for (int k = 0; k < 60000; ++k) capture += "1.25 -3\n";
+    const TestFolder folder;
+    const std::string input = folder.Write("in.bvh", capture);
+    const std::set<std::string> before = TemporaryDocuments();
+    const std::map<std::string, std::uint32_t> codes = {
+        {"File_IO::Open", 6},  {"File_IO::Write", 55},       {"File_IO::Close", 8},
+        {"File_IO::Read", 11}, {"File_IO::GetTempFile", 15}, {"File_IO::Seek", 10},
+    };
+    std::map<std::string, int> failed;
+    for (int after = 0;; ++after) {
+        ZentorImpl zentor;
+        IVkjsonStream* stream = nullptr;
+        std::uint32_t code = 0;
+        {
+            const FaultScope fault(after, os::Status::kFailed);
+            code = zentor.ConvertFile(&stream, input.c_str(), 0);
+        }
+        if (failedOperation.empty()) break;
+        ++failed[failedOperation];
+        const auto expected = codes.find(failedOperation);
+        if (expected != codes.end()) {
+            const bool isFolder = failedOperation == "File_IO::GetTempFile" && code % 1000 == 14;
+            EXPECT_TRUE(isFolder || code % 1000 == expected->second) << failedOperation << code;
+        }
+        if (stream != nullptr) zentor.ReleaseStream(&stream);
+        EXPECT_EQ(TemporaryDocuments(), before) << failedOperation;
+    }
+    for (const auto& [operation, code] : codes) EXPECT_GE(failed[operation], 1) << operation;
+    EXPECT_GE(failed["File_IO::Open"], 5) << "the capture, the document, and twice or more the samples";
+}
+
 namespace {
 
 std::map<std::string, std::string> ContentsOf(const TestFolder& folder) {

@@ -298,7 +298,8 @@ TEST(DynamicNode, MisuseIsRefused) {
     EXPECT_EQ(node.Add(1, 0, 1.0), 2012U);
     EXPECT_EQ(node.Add(-1, 25, 1.0), 2012U);
     EXPECT_EQ(node.Add(86400, 1, 1.0), 2012U) << "a day later";
-    for (const char* time : {"", "00:00:00:25", "00:00:00:0", "00:00:60:00", "24:00:00:00", "00:00:00:001"}) {
+    for (const char* time : {"", "00:00:00:25", "00:00:00:0", "00:00:60:00", "24:00:00:00", "00:00:00:001",
+                             "00[00:00:00", "00:00]00:00", "00:00:00\"00", "00;00:00:00"}) {
         EXPECT_EQ(node.AddAt(time, 1.0), 2012U) << time;
     }
     EXPECT_EQ(node.AddAt(nullptr, 1.0), 2012U);
@@ -372,6 +373,25 @@ TEST(DynamicNode, MisuseIsRefused) {
     EXPECT_EQ(node.Add(3, 1, 1.0), 2011U);
 }
 
+TEST(DynamicNode, WhatTheWidthsDependOnStaysOnceSamplesAreWritten) {
+    Document document;
+    SetTimecode(document);
+    const Dynamic<Numbers> number(document, "n");
+    const Dynamic<Arrays> array(document, "a");
+    const Dynamic<Texts> text(document, "t");
+    array->SetArraySize(1, nullptr);
+    const double value = 1;
+    EXPECT_EQ(number.Add(0, 1, value) + array.Add(0, 1, &value, 1) + text.Add(0, 1, "x"), 0U);
+    EXPECT_EQ(number.Write() + array.Write() + text.Write(), 0U);
+    EXPECT_EQ(CodeOf([&](auto* error) { number->SetPattern(5, 3, 0, error); }), 2001U);
+    EXPECT_EQ(CodeOf([&](auto* error) { array->SetPattern(5, 3, 0, error); }), 2001U);
+    EXPECT_EQ(CodeOf([&](auto* error) { array->SetIsSigned(1, error); }), 2001U);
+    EXPECT_EQ(CodeOf([&](auto* error) { text->SetStringProperties(50, 3, 0, error); }), 2001U);
+    EXPECT_EQ(document.Write(), 1U);
+    const std::string written = document.Text();
+    EXPECT_EQ(FailureOf([&] { Parsed(written); }), "") << written;
+}
+
 TEST(DynamicNode, ASetIsWrittenOnlyForANodeOfTheOutline) {
     Document document;
     SetTimecode(document);
@@ -386,6 +406,23 @@ TEST(DynamicNode, ASetIsWrittenOnlyForANodeOfTheOutline) {
     const auto owner = MakeOwner(const_cast<VkjsonRootImpl*>(second));
     EXPECT_EQ(CodeOf([&](auto* error) { owner->WriteDocument(error); }), 2003U) << "the document has its root";
     EXPECT_EQ(document.Write(), 1U);
+}
+
+TEST(DynamicNode, WhatWouldMakeADocumentUnreadableIsRefused) {
+    Document document;
+    SetTimecode(document);
+    const Dynamic<Arrays> array(document);
+    EXPECT_EQ(array.Write(), 2017U) << "no size was set";
+    EXPECT_EQ(document.Write(2017), 0U);
+    array->SetArraySize(1, nullptr);
+    EXPECT_EQ(array.Write(), 0U);
+
+    Document begun;
+    SetTimecode(begun);
+    EXPECT_EQ(Dynamic<Numbers>(begun).Add(0, 1, 1.0), 0U);
+    begun.root = nullptr;
+    begun.root = NativeCreateRoot(*begun, std::to_string(begun.StreamId()));
+    EXPECT_EQ(begun.Write(2003), 0U) << "the samples belong to a root that is gone";
 }
 
 // Many samples, of which most are in the temporary file for a while.

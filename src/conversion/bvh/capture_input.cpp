@@ -24,6 +24,12 @@ FileHandle OpenCapture(const std::string& path) {
 
 constexpr bool IsBrace(char c) { return c == '{' || c == '}'; }
 
+// Of the text before the first byte that ends it.
+template <class IsEnd>
+std::size_t LengthUpTo(std::string_view text, IsEnd&& isEnd) {
+    return static_cast<std::size_t>(std::find_if(text.begin(), text.end(), isEnd) - text.begin());
+}
+
 }  // namespace
 
 CaptureInput::CaptureInput(const std::string& path)
@@ -72,10 +78,8 @@ std::string_view CaptureInput::PeekWord() {
     const std::string_view rest = Rest();
     if (rest.empty()) return rest;
     if (IsBrace(rest.front())) return rest.substr(0, 1);
-    const auto* const end =
-        std::find_if(rest.begin(), rest.end(), [](char c) { return IsBlank(c) || IsBrace(c) || c == '\0'; });
-    const auto length = static_cast<std::size_t>(end - rest.begin());
-    if (length >= kLookAhead || (end != rest.end() && *end == '\0')) Refuse();
+    const std::size_t length = LengthUpTo(rest, [](char c) { return IsBlank(c) || IsBrace(c) || c == '\0'; });
+    if (length >= kLookAhead || (length != rest.size() && rest[length] == '\0')) Refuse();
     return rest.substr(0, length);
 }
 
@@ -85,9 +89,8 @@ std::string_view CaptureInput::PeekLine() {
     while (blanks < rest.size() && IsBlank(rest[blanks]) && !IsLineEnd(rest[blanks])) ++blanks;
     Advance(blanks);
     rest = Rest();
-    const auto* const end = std::find_if(rest.begin(), rest.end(), [](char c) { return IsLineEnd(c) || c == '\0'; });
-    auto length = static_cast<std::size_t>(end - rest.begin());
-    if (length >= kLookAhead || (end != rest.end() && *end == '\0')) Refuse();
+    std::size_t length = LengthUpTo(rest, [](char c) { return IsLineEnd(c) || c == '\0'; });
+    if (length >= kLookAhead || (length != rest.size() && rest[length] == '\0')) Refuse();
     while (length != 0 && IsBlank(rest[length - 1])) --length;
     return rest.substr(0, length);
 }

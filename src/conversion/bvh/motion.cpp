@@ -125,15 +125,16 @@ bool FrameReader::ReadNumber(std::size_t column) {
     input_.SkipBlanks();
     if (texts_.size() - used_ < kPlainNumberRoom) MakeRoom(column);
     const std::string_view rest = input_.Rest();
+    if (rest.starts_with("+-")) return false;
     const char* const end = rest.data() + rest.size();
     const char* const from = rest.starts_with('+') ? rest.data() + 1 : rest.data();
     char* const out = texts_.data() + used_;
     NumberSample& number = numbers_[column];
     const char* stop = nullptr;
     if (const PlainDecimal plain = ScanPlainDecimal(from, end); plain.canonicalEnd != nullptr) {
-        const auto length = static_cast<std::size_t>(plain.canonicalEnd - from);
-        CopyShort(out, {from, length});
-        number = {plain.Value(), {out, length}, plain.integers};
+        const std::string_view text(from, static_cast<std::size_t>(plain.canonicalEnd - from));
+        CopyShort(out, text);
+        number = {plain.Value(), {out, text.size()}, plain.integers};
         stop = plain.end;
     } else {
         double value = 0;
@@ -142,8 +143,10 @@ bool FrameReader::ReadNumber(std::size_t column) {
         number = ZT_PLUGIN::MakeNumberSample(value, out);
     }
     if (stop != end && !IsBlank(*stop)) return false;
+    const auto length = static_cast<std::size_t>(stop - rest.data());
+    if (length >= CaptureInput::kLookAhead) input_.Refuse();  // it may go on beyond what can be looked at
     used_ += number.text.size();
-    input_.Advance(static_cast<std::size_t>(stop - rest.data()));
+    input_.Advance(length);
     return true;
 }
 

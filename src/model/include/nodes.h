@@ -96,7 +96,7 @@ struct IVkjsonDynamicData_v1 {
     // slot 2: writes all samples into the document, padded to the widest. 1 when it has, 0 when it had before. A node
     // without samples writes nothing and counts as written. Finishing the document does it for all nodes that have not.
     // Codes 2001 (not initialised; not attached to a group of the document; the document is finished or has failed),
-    // 2011, and those of WriteDocument.
+    // 2017 (an array whose size was never set), 2011, and those of WriteDocument.
     virtual uint32_t WriteSamples(ZT_ErrorRecord* error) noexcept = 0;
     // slot 3: how many samples are expected, a hint; ignored once they are written. What is written is their number.
     virtual void SetSampleCount(uint64_t count, ZT_ErrorRecord* error) noexcept = 0;
@@ -104,8 +104,8 @@ struct IVkjsonDynamicData_v1 {
     virtual uint64_t GetSampleCount() noexcept = 0;
     virtual ISharedObject* GetSharedObject() noexcept = 0;         // slot 5
     virtual void DeletingDestructor(uint32_t flags) noexcept = 0;  // slot 6: the same as ISharedObject::Release
-    // slot 7: the names of an initialised node, each borrowed until the node goes or is initialised anew; null pointers
-    // are skipped. 1; 0, with empty texts, before Initialize.
+    // slot 7: the names of an initialised node, each borrowed until the node goes; null pointers are skipped. 1; 0,
+    // with empty texts, before Initialize.
     virtual uint32_t GetNames(const char** matchName, const char** displayName, const char** sampleSetId) noexcept = 0;
     // slot 8: once, before anything else. `interpolation`: 1 linear, 2 hold. `maxInterSampleDuration`, a duration in
     // the form of the document's times, counts with `hasExpectedFrequency` only. Codes 2022 (no match name or
@@ -144,7 +144,8 @@ struct IVkjsonDynamicDataNum_v1 {
     // Own slot 1.
     virtual uint32_t AddSample(int32_t timeValue, uint32_t timeScale, double value, ZT_ErrorRecord* error) noexcept = 0;
     // Own slot 2: digits before and after the point, and whether there is a sign; the samples widen it. Both unset:
-    // taken from the samples. Codes 2006 (exactly one is unset), 2008 (more than 1000 digits).
+    // taken from the samples. Codes 2006 (exactly one is unset), 2008 (more than 1000 digits), 2001 (the samples are
+    // written).
     virtual void SetPattern(uint64_t digitsInteger, uint64_t digitsDecimal, uint8_t isSigned,
                             ZT_ErrorRecord* error) noexcept = 0;
     // Own slot 3: the legal range and a value that it must hold. Minimum = largest finite double with maximum = its
@@ -189,7 +190,7 @@ struct IVkjsonDynamicDataNumArr_v1 {
     virtual void AddDisplayName(const char* displayName, ZT_ErrorRecord* error) noexcept = 0;
     // Own slot 6: the array is a point in space.
     virtual void SetIsPoint(uint8_t isPoint, ZT_ErrorRecord* error) noexcept = 0;
-    // Own slot 7: elements have a sign even if none is negative.
+    // Own slot 7: elements have a sign even if none is negative. Code 2001 (the samples are written).
     virtual void SetIsSigned(uint8_t isSigned, ZT_ErrorRecord* error) noexcept = 0;
     // Own slots 8 and 9.
     virtual uint32_t AddSampleAtTicks(int64_t ticks, uint32_t ticksPerSecond, const double* values, uint64_t count,
@@ -217,7 +218,7 @@ struct IVkjsonDynamicDataString_v1 {
     virtual uint32_t AddSample(int32_t timeValue, uint32_t timeScale, const char* text,
                                ZT_ErrorRecord* error) noexcept = 0;
     // Own slot 2: the longest text and the digits of its length; the samples widen both. Code 2008 for a length
-    // above 2^24 or more than 20 digits.
+    // above 2^24 or more than 20 digits, 2001 when the samples are written.
     virtual void SetStringProperties(uint64_t maxLength, uint64_t maxDigitsInLength, uint8_t isEventMarker,
                                      ZT_ErrorRecord* error) noexcept = 0;
     // Own slots 3 and 4.
