@@ -1,7 +1,6 @@
 #include "model/dynamic_string.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace ZT_PLUGIN {
 
@@ -50,7 +49,7 @@ void VkjsonDynamicDataStringImpl::SetStringProperties(std::uint64_t maxLength, s
 void VkjsonDynamicDataStringImpl::Add(const SampleTime& time, std::string_view text) {
     CheckAdding(time);
     if (!HasBalancedBrackets(text)) throw ZT_PluginException(ZT_UNBALANCED_TEXT);
-    std::memcpy(AddText(time, text.size()), text.data(), text.size());
+    text.copy(AddText(time, text.size()), text.size());  // a text may be null
     longest_ = std::max<std::uint64_t>(longest_, text.size());
 }
 
