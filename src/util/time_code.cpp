@@ -92,8 +92,9 @@ std::uint32_t Multiply(TimeValue time, std::uint32_t numerator, std::uint32_t de
     return 0;
 }
 
-bool AllowsDropFrame(std::uint64_t numerator, std::uint64_t denominator) {
-    return numerator * 1001 == denominator * 30000 || numerator * 1001 == denominator * 60000;
+bool AllowsDropFrame(std::uint32_t numerator, std::uint32_t denominator) {
+    const std::uint64_t thousandths = std::uint64_t{numerator} * 1001;
+    return thousandths == std::uint64_t{denominator} * 30000 || thousandths == std::uint64_t{denominator} * 60000;
 }
 
 FrameRate FrameRateNear(double framesPerSecond, bool dropFrame) {

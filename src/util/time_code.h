@@ -32,7 +32,7 @@ std::uint32_t Multiply(TimeValue time, std::uint32_t numerator, std::uint32_t de
 FrameRate FrameRateNear(double framesPerSecond, bool dropFrame);
 
 // Drop frame is counting for 29.97 and 59.94 frames a second, in any spelling of these fractions.
-bool AllowsDropFrame(std::uint64_t numerator, std::uint64_t denominator);
+bool AllowsDropFrame(std::uint32_t numerator, std::uint32_t denominator);
 
 // Frames that a time code counts in a second: the whole number next to the rate, at least 1.
 std::uint32_t NominalRate(const FrameRate& rate);

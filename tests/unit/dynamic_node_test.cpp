@@ -2,29 +2,18 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 #include <tuple>
 
 #include "failure.h"
 #include "model/dynamic_string.h"
 #include "model/node_factories.h"
+#include "model_call.h"
 #include "reader/parser.h"
 #include "written_document.h"
 
 namespace zentor_test {
 
 namespace {
-
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
-constexpr double kLargest = std::numeric_limits<double>::max();
-
-template <class Call>
-std::uint32_t CodeOf(Call&& call) {
-    ZT_ErrorRecord error{0, 77, -1, -1};
-    call(&error);
-    return error.code;
-}
 
 using Numbers = VkjsonDynamicDataNumImpl;
 using Arrays = VkjsonDynamicDataNumArrImpl;

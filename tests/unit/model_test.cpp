@@ -1,30 +1,18 @@
 // Nodes: their lifetime, their factories, attaching, properties, and the tables that clients call them through.
 #include <gtest/gtest.h>
 
-#include <limits>
 #include <tuple>
 
 #include "model/node_factories.h"
 #include "model/root.h"
 #include "model/stream_state.h"
+#include "model_call.h"
 
 namespace zentor_test {
 
 using namespace ZT_PLUGIN;
 
 namespace {
-
-constexpr double kLargest = std::numeric_limits<double>::max();
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
-
-// The code of one model operation, which gets the error record.
-template <class Call>
-std::uint32_t CodeOf(Call&& call) {
-    ZT_ErrorRecord error{0, 77, -1, -1};
-    call(&error);
-    return error.code;
-}
 
 // A client's pointer to a new node, with the one reference that it was handed over with.
 template <class Interface>
