@@ -83,13 +83,11 @@ std::string_view CaptureInput::PeekWord() {
     return rest.substr(0, length);
 }
 
-std::string_view CaptureInput::PeekLine() {
-    std::string_view rest = Rest();
-    std::size_t blanks = 0;
-    while (blanks < rest.size() && IsBlank(rest[blanks]) && !IsLineEnd(rest[blanks])) ++blanks;
-    Advance(blanks);
-    rest = Rest();
-    std::size_t length = LengthUpTo(rest, [](char c) { return IsLineEnd(c) || c == '\0'; });
+std::string_view CaptureInput::PeekName() {
+    constexpr auto kEndsBlanks = [](char c) { return !IsBlank(c) || IsLineEnd(c); };
+    while (const std::size_t blanks = LengthUpTo(Rest(), kEndsBlanks)) Advance(blanks);
+    const std::string_view rest = Rest();
+    std::size_t length = LengthUpTo(rest, [](char c) { return IsLineEnd(c) || c == '{' || c == '\0'; });
     if (length >= kLookAhead || (length != rest.size() && rest[length] == '\0')) Refuse();
     while (length != 0 && IsBlank(rest[length - 1])) --length;
     return rest.substr(0, length);

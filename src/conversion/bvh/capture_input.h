@@ -45,8 +45,8 @@ public:
     }
     // The next word, up to white space or a brace; a brace is a word by itself. Empty at the end of the text.
     std::string_view PeekWord();
-    // The rest of the line without the blanks around it.
-    std::string_view PeekLine();
+    // The rest of the line, up to a brace that opens a body, without the blanks around it.
+    std::string_view PeekName();
 
     // For failures: the position in the file, and the line from 1 on.
     std::int64_t Offset() const { return offset_ + (next_ - bytes_.get()); }

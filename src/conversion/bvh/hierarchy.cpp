@@ -31,14 +31,10 @@ private:
         return true;
     }
 
-    // The rest of the line, up to a brace that opens the body.
     std::string TakeName() {
-        std::string_view line = input_.PeekLine();
-        const std::size_t brace = std::min(line.find('{'), line.size());
-        input_.Advance(brace);
-        line = line.substr(0, brace);
-        while (!line.empty() && IsBlank(line.back())) line.remove_suffix(1);
-        return std::string(line);
+        const std::string name(input_.PeekName());
+        input_.Advance(name.size());
+        return name;
     }
 
     // Recursion ends at the limit of groups.
