@@ -57,6 +57,7 @@ FrameRate RateOf(double frameTime) {
 
 FrameRate ReadFrameRate(CaptureInput& input) {
     constexpr double kShortest = 0.001;
+    if (input.SkipBlanks()) RefuseFrameTime(input);  // a number of the next line is one of a frame
     const std::string_view word = input.PeekWord();
     const char* const end = word.data() + word.size();
     double frameTime = 0;
@@ -66,6 +67,7 @@ FrameRate ReadFrameRate(CaptureInput& input) {
     const FrameRate rate = RateOf(frameTime);
     if (rate.numerator == 0) RefuseFrameTime(input);
     input.Advance(word.size());
+    if (!input.SkipBlanks()) input.Refuse();
     return rate;
 }
 
@@ -93,12 +95,12 @@ bool FrameReader::Next() {
         if (frames_ >= declared_ || input_.Rest().empty()) return false;  // what there is of this frame does not count
         input_.Refuse();
     }
-    if (!input_.SkipBlanks()) {
-        if (frames_ < declared_ || IsNumberNext()) input_.Refuse();
-        return false;
-    }
     if (numbers_.empty()) {
         if (IsNumberNext()) input_.Refuse();
+        return false;
+    }
+    if (!input_.SkipBlanks()) {
+        if (frames_ < declared_ || IsNumberNext()) input_.Refuse();
         return false;
     }
     ++frames_;
