@@ -92,7 +92,7 @@ bool FrameReader::Next() {
     used_ = 0;
     for (std::size_t column = 0; column < numbers_.size(); ++column) {
         if (ReadNumber(column)) continue;
-        if (frames_ >= declared_ || input_.Rest().empty()) return false;  // what there is of this frame does not count
+        if (frames_ >= declared_ || IsCutNext()) return false;  // what there is of this frame does not count
         input_.Refuse();
     }
     if (numbers_.empty()) {
@@ -111,6 +111,12 @@ bool FrameReader::IsNumberNext() {
     const std::string_view rest = input_.Rest();
     double number = 0;
     return ParseNumber(rest.data(), rest.data() + rest.size(), number) != nullptr;
+}
+
+bool FrameReader::IsCutNext() {
+    const std::string_view rest = input_.Rest();
+    return rest.empty() || (rest.size() < CaptureInput::kLookAhead && !IsDigit(rest.back()) &&
+                            rest.find_first_not_of("+-.0123456789Ee") == std::string_view::npos);
 }
 
 void FrameReader::MakeRoom(std::size_t column) {

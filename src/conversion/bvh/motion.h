@@ -34,6 +34,8 @@ public:
 
 private:
     bool IsNumberNext();
+    // Whether the text ends here, maybe within a number: a recorder that stopped.
+    bool IsCutNext();
     bool ReadNumber(std::size_t column);
     void MakeRoom(std::size_t column);
 
