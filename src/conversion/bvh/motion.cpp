@@ -120,12 +120,13 @@ bool FrameReader::IsCutNext() {
 }
 
 void FrameReader::MakeRoom(std::size_t column) {
-    const char* const before = texts_.data();
-    texts_.resize(texts_.size() * 2);
+    std::vector<char> larger(texts_.size() * 2);
+    std::copy(texts_.begin(), texts_.end(), larger.begin());
     for (std::size_t k = 0; k < column; ++k) {
         const std::string_view text = numbers_[k].text;
-        numbers_[k].text = {texts_.data() + (text.data() - before), text.size()};
+        numbers_[k].text = {larger.data() + (text.data() - texts_.data()), text.size()};
     }
+    texts_ = std::move(larger);
 }
 
 // False, at the place, when there is no number before the next blank.

@@ -17,8 +17,9 @@ struct MotionHeader {
     FrameRate rate;
 };
 
-// Reads up to the end of the frame time's line, or to the first frame. Codes 1506, and 1508, as a plug-in exception, for
-// a frame time that is no number, is not greater than 0.001 seconds, or is so long that there is no whole frame a second.
+// Reads up to the end of the frame time's line, or to the first frame. Codes 1506, and 1508, as a plug-in exception,
+// for a frame time that is no number, is not greater than 0.001 seconds, or is so long that there is no whole frame a
+// second.
 MotionHeader ReadMotionHeader(CaptureInput& input);
 
 // Reads the frames, one after the other. Lines count: a frame may go over several of them, but ends with a line.
