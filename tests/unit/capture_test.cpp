@@ -5,7 +5,10 @@
 #include <sys/resource.h>
 #endif
 
+#include <sstream>
+
 #include "conversion/bvh/bvh_converter.h"
+#include "conversion/bvh/capture_input.h"
 #include "failure.h"
 #include "reader/node_records.h"
 #include "reader/parser.h"
@@ -126,6 +129,12 @@ std::string WithRows(const std::string& rows, const std::string& count = "2") {
     return OneJoint(kTwoChannels, "Frames: " + count + "\nFrame Time: 0.04\n" + rows);
 }
 
+std::string WithLineEnds(const std::string& text, const std::string& lineEnd) {
+    std::string result;
+    for (const char c : text) result += c == '\n' ? lineEnd : std::string(1, c);
+    return result;
+}
+
 // What an outline of the one joint above shows for these samples.
 std::string TwoChannels(const std::string& samples) {
     return "node0 a\n node1 OFFSET 1 2 3\n node2 POSITION Xposition Zposition" + samples + "\n";
@@ -165,18 +174,8 @@ TEST(Capture, WhatIsTaken) {
         // White space, marks and line ends.
         {WithRows("1 2\n3 4"), TwoChannels(rows)},
         {"\xEF\xBB\xBF\n \t" + WithRows("\n\t1\t2 \n\n  3   4\n\n\n"), TwoChannels(rows)},
-        {[] {
-             std::string text = WithRows("1 2\n3 4\n");
-             for (std::size_t at = 0; (at = text.find('\n', at)) != std::string::npos; at += 2) text.insert(at, "\r");
-             return text;
-         }(),
-         TwoChannels(rows)},
-        {[] {
-             std::string text = WithRows("1 2\n3 4\n");
-             std::replace(text.begin(), text.end(), '\n', '\r');
-             return text;
-         }(),
-         TwoChannels(rows)},
+        {WithLineEnds(WithRows("1 2\n3 4\n"), "\r\n"), TwoChannels(rows)},
+        {WithLineEnds(WithRows("1 2\n3 4\n"), "\r"), TwoChannels(rows)},
         // Keywords and labels.
         {"hierarchy root a{offset 1 2 3 channels 2 XPOSITION zposition}motion frames:2 frame time:.04\n1 2\n3 4",
          TwoChannels(rows)},
@@ -201,6 +200,7 @@ TEST(Capture, WhatIsTaken) {
         // Numbers.
         {WithRows(".5 +50\n-.5 5.\n1e2 -1.5E-3\n5e-324 -0\n98.3333 12345678901234567890\n", "5"),
          TwoChannels(" | 0.5 50 | -0.5 5 | 100 -0.0015 | 0 -0 | 98.33329999999999 1.234567890123457e+19")},
+        {WithRows("1e300 -1e300\n3 1e308\n"), TwoChannels(" | 1e+300 -1e+300 | 3 1e+308")},
         // The number of frames is that of the complete rows.
         {WithRows("1 2\n3 4\n5 6\n"), TwoChannels(rows + " | 5 6")},
         {WithRows("1 2\n3 4\n", "99999999999999999999999"), TwoChannels(rows)},
@@ -247,6 +247,7 @@ TEST(Capture, WhatIsRefused) {
         hierarchy + "}\nMOTION\nFrames:@",
         hierarchy + "}\nMOTION\nFrames: 1\n@1 2\n",
         hierarchy + "}\nMOTION\nFrames: 1\nFrame @Rate: 25\n",
+        hierarchy + "}\nMOTION\nFrames: 1\nFrame Time: 0.04 @1 2\n",
         hierarchy + motion + "1 @x\n",
         hierarchy + motion + "1 @2,5\n",
         hierarchy + motion + "1 @2-3\n",
@@ -260,17 +261,48 @@ TEST(Capture, WhatIsRefused) {
         hierarchy + motion + "1 2\n3 4 @5\n",
         "HIERARCHY\nROOT a\n{\n" + motion + "@1\n",
     };
-    for (std::string capture : captures) {
-        const std::size_t mark = capture.find('@');
-        ASSERT_NE(mark, std::string::npos);
-        capture.erase(mark, 1);
-        std::size_t place = mark;
-        // The end of the text counts as the place after all white space.
-        while (place < capture.size() && (capture[place] == '\n' || capture[place] == ' ')) ++place;
-        const auto line = 1 + std::count(capture.begin(), capture.begin() + static_cast<std::ptrdiff_t>(place), '\n');
-        EXPECT_EQ(Convert(capture).failure, "1506 at " + std::to_string(place) + ", line " + std::to_string(line))
-            << capture;
+    for (const std::string& marked : captures) {
+        for (const std::string lineEnd : {"\n", "\r\n", "\r"}) {
+            std::string capture = WithLineEnds(marked, lineEnd);
+            std::size_t place = capture.find('@');
+            ASSERT_NE(place, std::string::npos);
+            capture.erase(place, 1);
+            // The end of the text counts as the place after all white space.
+            while (place < capture.size() && IsBlank(capture[place])) ++place;
+            const auto before = capture.begin() + static_cast<std::ptrdiff_t>(place);
+            const auto line = 1 + std::count(capture.begin(), before, lineEnd.back());
+            EXPECT_EQ(Convert(capture).failure, "1506 at " + std::to_string(place) + ", line " + std::to_string(line))
+                << capture;
+        }
     }
+}
+
+// A recorder that stops anywhere among the frames loses the frame that it was about to write, and no other.
+TEST(Capture, CutAnywhere) {
+    const std::string capture = WithRows("-1.5 +2\r\n.25 3e2\n\n-4E-1 -0.5\n6 7", "9");
+    const std::size_t first = capture.find("-1.5");
+    std::size_t frames = 0;
+    for (std::size_t size = 0; size <= capture.size(); ++size) {
+        const std::string cut = capture.substr(0, size);
+        const Converted converted = Convert(cut);
+        if (size + 1 < first) {
+            EXPECT_TRUE(converted.failure.starts_with("150")) << cut;
+            continue;
+        }
+        ASSERT_EQ(converted.failure, "") << cut;
+        std::istringstream words(cut.substr(std::min(first, size)));
+        std::size_t numbers = 0;
+        for (std::string word; words >> word;) {
+            if (word.find_first_of("0123456789") != std::string::npos && !std::isalpha(word.back()) &&
+                word.back() != '-') {
+                ++numbers;
+            }
+        }
+        const std::string nodes = Listing(converted.text).Nodes();
+        EXPECT_EQ(std::count(nodes.begin(), nodes.end(), '|'), static_cast<std::ptrdiff_t>(numbers / 2)) << cut;
+        frames = numbers / 2;
+    }
+    EXPECT_EQ(frames, 4U);
 }
 
 TEST(Capture, FrameTimes) {
@@ -297,6 +329,7 @@ TEST(Capture, FrameTimes) {
         {"0.0005", "1508"},
         {"0", "1508"},
         {"-0.04", "1508"},
+        {"200", "1508"},
         {"1.1", "1508"},
         {"1e300", "1508"},
         {"nan", "1508"},
@@ -307,15 +340,11 @@ TEST(Capture, FrameTimes) {
         {"", "1508"},
     };
     for (const auto& [time, rate] : cases) {
+        // The wrapped frame would leave a number for a time that is missing.
         const Converted converted =
-            Convert(OneJoint(kTwoChannels, std::string("Frames: 1\nFrame Time: ") + time + "\n"));
-        const std::string found = converted.failure.empty() ? "" : converted.failure.substr(0, 4);
-        // Without a frame the document has no time mode; with one it has.
-        EXPECT_EQ(found, std::string(rate) == "1508" ? "1508" : "") << time;
-        if (!found.empty()) continue;
-        const Converted one =
-            Convert(OneJoint(kTwoChannels, std::string("Frames: 1\nFrame Time: ") + time + "\n1 2\n"));
-        EXPECT_EQ(Listing(one.text).Rate(), rate) << time;
+            Convert(OneJoint(kTwoChannels, std::string("Frames: 1\nFrame Time: ") + time + "\n1\n2\n3\n"));
+        EXPECT_EQ(converted.failure.empty() ? Listing(converted.text).Rate() : converted.failure.substr(0, 4), rate)
+            << time;
     }
 }
 
@@ -356,6 +385,15 @@ TEST(Capture, PiecesOfTheFile) {
                                         "\n node3 ROTATION Yrotation" + rotations + "\n")
             << shift;
     }
+    const std::string motion = "Frames: 0\nFrame Time: 0.04\n";
+    for (const std::size_t blanks : {70000U, 262136U, 300000U}) {
+        EXPECT_EQ(NodesOf("HIERARCHY\nROOT" + std::string(blanks, ' ') + "long name \n{\n}\n" + motion),
+                  "node0 long name\n node1 OFFSET 0 0 0\n");
+    }
+    std::string joints;
+    for (int k = 0; k < 5000; ++k) joints += "JOINT j { OFFSET 1 2 3 }";
+    const std::string nodes = NodesOf("HIERARCHY ROOT a { " + joints + " } " + motion);
+    EXPECT_EQ(std::count(nodes.begin(), nodes.end(), '\n'), 10002) << "a hierarchy on one line";
     const std::string name(70000, 'x');
     EXPECT_EQ(Convert("HIERARCHY\nROOT " + name + "\n{\n}\n").failure, "1506 at 15, line 2");
     EXPECT_EQ(Convert("HIERARCHY\nROOT a\n{\n" + name + "\n}\n").failure, "1506 at 19, line 4");
