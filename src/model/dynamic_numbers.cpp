@@ -167,7 +167,7 @@ void VkjsonDynamicDataNumArrImpl::Add(const SampleTime& time, const double* valu
 
 void VkjsonDynamicDataNumArrImpl::AddTexts(const SampleTime& time, std::span<const NumberSample> elements) {
     if (elements.size() != ranges_.size()) throw ZT_PluginException(ZT_DIMENSION_COUNT);
-    for (std::size_t k = 0; k < elements.size(); ++k) CheckWithin(ranges_[k].legal, elements[k].value);
+    for (std::size_t k = 0; k < rangesGiven_; ++k) CheckWithin(ranges_[k].legal, elements[k].value);
     Append(time, elements);
 }
 

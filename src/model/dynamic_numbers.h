@@ -62,7 +62,8 @@ public:
 
     DynamicNodeView View() const override;
 
-    // For converters of the library that have the texts already: one for each element. Throws as the adders fail.
+    // For converters of the library that have the texts already, of numbers that can be written: one for each element.
+    // Throws as the adders fail.
     void AddTexts(const SampleTime& time, std::span<const NumberSample> elements);
 
 private:

@@ -1,5 +1,7 @@
 #include "conversion/bvh/bvh_converter.h"
 
+#include <span>
+
 #include "conversion/bvh/capture_tree.h"
 #include "conversion/bvh/hierarchy.h"
 #include "conversion/bvh/motion.h"
@@ -22,6 +24,12 @@ void AddFrames(CaptureInput& input, FrameReader& frames, const FrameRate& rate, 
         const char* const end = FormatTimeCode(frame, rate, text);
         const SampleTime time{{text, static_cast<std::size_t>(end - text)}, {frame, {}}};
         for (CaptureTrack& track : tracks) {
+            const std::size_t first = track.columns.front();
+            const std::size_t count = track.columns.size();
+            if (track.columns.back() - first == count - 1) {  // nearly always side by side
+                track.node->AddTexts(time, std::span(frames.Numbers()).subspan(first, count));
+                continue;
+            }
             elements.clear();
             for (const std::size_t column : track.columns) elements.push_back(frames.Numbers()[column]);
             track.node->AddTexts(time, elements);
