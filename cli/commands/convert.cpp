@@ -4,6 +4,7 @@
 #include "json_output.h"
 #include "output_file.h"
 #include "progress.h"
+#include "text_check.h"
 #include "text_output.h"
 
 namespace zentor_cli {
@@ -34,6 +35,7 @@ void RunConvert(Library& library, const CommonOptions& common, const ConvertOpti
     {
         const Progress progress("converting " + options.input, common.quiet);
         Stream stream(library, options.input, !options.noValidate);
+        if (!options.noValidate) CheckTexts(stream, options.input);
         bytes = stream->Size();
         if (toStandardOutput) {
             WriteToStandardOutput(library, stream);

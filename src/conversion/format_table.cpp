@@ -4,6 +4,7 @@
 
 #include "conversion/bvh/bvh_converter.h"
 #include "conversion/csv_tsv/table_converter.h"
+#include "conversion/json/json_converter.h"
 
 namespace zentor {
 
@@ -18,6 +19,7 @@ std::unique_ptr<ZT_ConverterHandlerBase> Make(ConversionInfo info) {
 constexpr NativeFormat kFormats[] = {
     {"bvh", "Biovision Hierarchy", &Make<BVHConverter>},
     {"csv", "Comma Seperated Value", &Make<CSVConverter>},
+    {"json", "JSON", &Make<JsonConverter>},
     {"tsv", "Tab Seperated Value", &Make<TSVConverter>},
     {"txt", "Tab Seperated Value", &Make<TSVConverter>},
     {"vkjson", "Vektra JSON", nullptr},

@@ -1,6 +1,7 @@
 // Where the children of a group come from while the document is written.
 #pragma once
 
+#include <memory>
 #include <optional>
 
 #include "model/node_values.h"
@@ -9,12 +10,15 @@
 namespace ZT_PLUGIN {
 
 class IVkjsonGroup_I;
+class ChildSource;
 
-// One child: a static node, or a group or a dynamic node when that is set.
+// One child: a static node, unless one of the others is set: a group, a dynamic node, or the children of a group that
+// is nothing but the names of `node`.
 struct Child {
     StaticNodeView node;
     Owner<IVkjsonGroup_I> group;
     std::optional<DynamicNodeView> dynamic;
+    std::unique_ptr<ChildSource> children;
 };
 
 // Gives the children of one group, one at a time, in order. A converter whose input holds very many nodes makes each of

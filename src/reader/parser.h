@@ -8,7 +8,7 @@
 #include <optional>
 #include <string_view>
 
-#include "reader/json_cursor.h"
+#include "util/json_cursor.h"
 #include "reader/value_checks.h"
 #include "reader/vkjson_document.h"
 

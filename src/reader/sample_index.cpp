@@ -5,7 +5,7 @@
 
 #include "errors/raise.h"
 #include "reader/bracket_search.h"
-#include "reader/json_cursor.h"
+#include "util/json_cursor.h"
 #include "reader/schema_words.h"
 
 namespace zentor {

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "errors/raise.h"
-#include "reader/json_cursor.h"
+#include "util/json_cursor.h"
 #include "reader/schema_words.h"
 #include "util/number_text.h"
 

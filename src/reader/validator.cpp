@@ -6,6 +6,7 @@
 #include "errors/raise.h"
 #include "reader/schema_words.h"
 #include "reader/value_reader.h"
+#include "util/group_limit.h"
 #include "util/number_text.h"
 
 namespace zentor {

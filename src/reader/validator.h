@@ -10,9 +10,6 @@
 
 namespace zentor {
 
-// How deep groups may stand in each other.
-inline constexpr std::size_t kGroupLimit = 100;
-
 // Hashes and compares nodes by match name, and lets a name stand for its node.
 struct NodeNameHash {
     using is_transparent = void;

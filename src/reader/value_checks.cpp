@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "errors/raise.h"
-#include "reader/json_cursor.h"
+#include "util/json_cursor.h"
 
 namespace zentor {
 

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "reader/json_cursor.h"
+#include "util/json_cursor.h"
 #include "reader/json_value.h"
 
 namespace zentor {

@@ -88,7 +88,7 @@ public:
 
 private:
     struct Level {
-        Owner<IVkjsonGroup_I> group;  // keeps the group of `children`; none at the top
+        Owner<IVkjsonGroup_I> group;  // keeps the group of `children`, where there is one
         std::unique_ptr<ChildSource> children;
         bool first;
     };
@@ -100,13 +100,16 @@ private:
             AppendDynamicNode(text_, *child.dynamic);
             return;
         }
-        if (!child.group) {
+        if (child.group) {
+            AppendGroupStart(text_, child.group->MatchName(), child.group->DisplayName());
+            auto children = child.group->TakeChildren();
+            levels_.push_back({std::move(child.group), std::move(children), true});
+        } else if (child.children) {
+            AppendGroupStart(text_, child.node.matchName, child.node.displayName);
+            levels_.push_back({nullptr, std::move(child.children), true});
+        } else {
             AppendStaticNode(text_, child.node);
-            return;
         }
-        AppendGroupStart(text_, child.group->MatchName(), child.group->DisplayName());
-        auto children = child.group->TakeChildren();
-        levels_.push_back({std::move(child.group), std::move(children), true});
     }
 
     TextBuffer& text_;

@@ -46,10 +46,11 @@ cp table.csv 'accent é/größe.csv'
 
 expect 0 "bvh      Biovision Hierarchy
 csv      Comma Seperated Value
+json     JSON
 tsv      Tab Seperated Value
 txt      Tab Seperated Value
 vkjson   Vektra JSON" "" formats
-expect 0 '[{"extension":"bvh","displayName":"Biovision Hierarchy"},{"extension":"csv","displayName":"Comma Seperated Value"},{"extension":"tsv","displayName":"Tab Seperated Value"},{"extension":"txt","displayName":"Tab Seperated Value"},{"extension":"vkjson","displayName":"Vektra JSON"}]' "" --json formats
+expect 0 '[{"extension":"bvh","displayName":"Biovision Hierarchy"},{"extension":"csv","displayName":"Comma Seperated Value"},{"extension":"json","displayName":"JSON"},{"extension":"tsv","displayName":"Tab Seperated Value"},{"extension":"txt","displayName":"Tab Seperated Value"},{"extension":"vkjson","displayName":"Vektra JSON"}]' "" --json formats
 expect 0 "~^zentor [0-9]+\.[0-9]+\.[0-9]+$" "" --version
 expect 0 "~convert.*formats|formats.*convert" "" --help
 
@@ -89,6 +90,35 @@ printf 'a\n"x\n' >quote.csv
 expect 1 "" "~^zentor: error 32: .* \(at byte 371\)$" convert quote.csv
 [ ! -e quote.vkjson ] || fail "a document that cannot be read was kept"
 expect 0 "~^quote.vkjson " "" convert quote.csv --no-validate
+
+# Texts go into a document as they are, which JSON forbids for some of them; a document's own escapes are fine.
+printf '{"a":1,"b":"C:\\\\temp"}' >backslash.json
+expect 1 "" "zentor: the document is not valid: a text has a backslash (at byte 568)" convert backslash.json
+printf '[{"two\\nlines":1}]' >control.json
+expect 1 "" "zentor: the document is not valid: a text has a control character (at byte 257)" convert control.json -o -
+printf '{"a":"x\\"y"}' >quotes.json
+expect 1 "" "~^zentor: error 32: .* \(at byte 300\)$" convert quotes.json
+printf 'a\nC:\\data\n' >backslash.csv
+expect 1 "" "~^zentor: the document is not valid: a text has a backslash" convert backslash.csv
+[ ! -e backslash.vkjson ] && [ ! -e quotes.vkjson ] || fail "a document that is not valid was kept"
+expect 0 "~^backslash.vkjson " "" convert backslash.json --no-validate
+expect 0 "~^copy.vkjson " "" convert backslash.vkjson -o copy.vkjson
+
+# JSON, and documents under its name.
+printf '{"rate":50,"unit":"Hz","on":true,"none":null,"axes":["x",1.5]}' >sensor.json
+expect 0 "sensor.vkjson (1258 bytes)" "" convert sensor.json
+expect 0 '[0] static matchName0 "rate"
+[1] static matchName1 "unit"
+[2] static matchName2 "on"
+[3] group matchName3 "axes"
+  [3][0] static matchName4 "0"
+  [3][1] static matchName5 "1"' "" tree sensor.json
+printf '{"a": 1, }' >comma.json
+expect 1 "" "zentor: error 1506: File Cannot be converted. (at byte 9)" convert comma.json
+[ ! -e comma.vkjson ] || fail "a text that is no JSON left a document"
+cp sensor.vkjson named.json
+expect 0 "named.vkjson (1258 bytes)" "" convert named.json
+cmp sensor.vkjson named.vkjson || fail "a document under another name was changed"
 
 # What a document is, as text and as JSON; a table gives what its document gives.
 . "$here/documents.sh"

@@ -104,6 +104,7 @@ TEST(Exports, FormatsComeInOrder) {
     GetSupportedFormats_1(&formats, nullptr, &Suite());
     EXPECT_EQ(formats, (FormatList{{"bvh", "Biovision Hierarchy"},
                                    {"csv", "Comma Seperated Value"},
+                                   {"json", "JSON"},
                                    {"tsv", "Tab Seperated Value"},
                                    {"txt", "Tab Seperated Value"},
                                    {"vkjson", "Vektra JSON"}}));

@@ -1,5 +1,6 @@
 // Recordings converted, opened and walked give the values of their files back.
 #include <gtest/gtest.h>
+#include <rapidjson/document.h>
 
 #include <charconv>
 #include <cmath>
@@ -258,6 +259,63 @@ TEST(RoundTrip, CapturesGiveTheirNumbersBack) {
         std::size_t joint = 0;
         CompareJoints(handler, ReadWhole(output), capture, roots, joint);
         EXPECT_EQ(joint, capture.channels.size());
+        manager->CloseFile(&handler);
+    }
+}
+
+namespace {
+
+// Compares the nodes at `path`, of the top level when it is empty, with the values of a JSON object or array.
+void CompareValues(ISensorFileHandler* handler, const std::string& path, const rapidjson::Value& values) {
+    std::vector<std::pair<std::string, const rapidjson::Value*>> expected;
+    if (values.IsObject()) {
+        for (const auto& member : values.GetObject()) expected.emplace_back(member.name.GetString(), &member.value);
+    } else {
+        for (const auto& element : values.GetArray()) expected.emplace_back(std::to_string(expected.size()), &element);
+    }
+    std::erase_if(expected, [](const auto& value) { return value.second->IsNull(); });
+    ZT_GroupChildren children;
+    ASSERT_EQ(path.empty() ? handler->GetRootChildren(&children) : handler->GetGroupChildren(path.c_str(), &children),
+              0U);
+    ASSERT_EQ(children.paths.size(), expected.size()) << path;
+    for (std::size_t k = 0; k < expected.size(); ++k) {
+        const auto& [name, value] = expected[k];
+        const std::string child = children.paths[k].ToString();
+        ZT_GroupChildInfo info;
+        ASSERT_EQ(handler->GetGroupChildInfo(child.c_str(), &info), 0U);
+        EXPECT_EQ(info.displayName, name);
+        ASSERT_EQ(info.nodeType, value->IsObject() || value->IsArray() ? ZT_NODE_GROUP : ZT_NODE_STATIC);
+        if (info.nodeType == ZT_NODE_GROUP) {
+            CompareValues(handler, child, *value);
+            continue;
+        }
+        ZT_StaticDataInfo node;
+        ASSERT_EQ(handler->GetStaticDataInfo(child.c_str(), &node), 0U);
+        if (value->IsBool()) {
+            EXPECT_EQ(boost::get<bool>(node.value), value->GetBool());
+        } else if (value->IsNumber()) {
+            EXPECT_EQ(boost::get<double>(node.value), value->GetDouble());
+        } else {
+            EXPECT_EQ(boost::get<std::string>(node.value), value->GetString());
+        }
+    }
+}
+
+}  // namespace
+
+TEST(RoundTrip, JsonGivesItsValuesBack) {
+    const std::vector<std::string> texts = Recordings({".json"});
+    ASSERT_GE(texts.size(), 1U);
+    Manager manager;
+    for (const std::string& path : texts) {
+        SCOPED_TRACE(path);
+        rapidjson::Document values;
+        values.Parse<rapidjson::kParseFullPrecisionFlag>(ReadWhole(path).c_str());
+        ASSERT_FALSE(values.HasParseError());
+        ASSERT_FALSE(values.IsObject() ? values.ObjectEmpty() : values.Empty());
+        ISensorFileHandler* handler = nullptr;
+        ASSERT_EQ(manager->OpenFile(&handler, path.c_str(), nullptr), 0U) << OnlyReport();
+        CompareValues(handler, "", values);
         manager->CloseFile(&handler);
     }
 }

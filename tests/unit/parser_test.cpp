@@ -6,7 +6,7 @@
 
 #include "documents.h"
 #include "reader/bracket_search.h"
-#include "reader/json_cursor.h"
+#include "util/json_cursor.h"
 
 namespace zentor_test {
 

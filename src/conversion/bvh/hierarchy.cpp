@@ -3,14 +3,12 @@
 #include <algorithm>
 #include <charconv>
 
+#include "util/group_limit.h"
 #include "util/number_text.h"
 
 namespace zentor {
 
 namespace {
-
-// As deep as groups of a document may stand in each other.
-constexpr std::size_t kDepthLimit = 100;
 
 class HierarchyReader {
 public:
@@ -39,7 +37,7 @@ private:
 
     // Recursion ends at the limit of groups.
     std::shared_ptr<SkeletonNode> ReadJoint() {
-        if (++depth_ > kDepthLimit) input_.Refuse();
+        if (++depth_ > kGroupLimit) input_.Refuse();
         auto joint = std::make_shared<SkeletonNode>();
         joint->name = TakeName();
         if (!TakeKeyword("{")) input_.Refuse();

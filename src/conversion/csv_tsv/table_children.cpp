@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "conversion/counting_name.h"
 #include "conversion/native_frame.h"
 
 namespace zentor {
@@ -16,39 +17,7 @@ namespace {
 // Names are cut to this many bytes.
 constexpr std::size_t kLongestName = 1023;
 
-// A fixed text followed by a number that counts up from 0. It counts in its digits: formatting each number anew would
-// take longer than everything else about a name.
-class CountingName {
-public:
-    explicit CountingName(std::string_view prefix) : digits_(std::min(prefix.size(), kLongestName)), end_(digits_) {
-        std::memcpy(bytes_, prefix.data(), digits_);
-    }
-
-    // The next name; lives until the next call.
-    std::string_view Next() {
-        CountUp();
-        return {bytes_, std::min(end_, kLongestName)};
-    }
-
-private:
-    static constexpr std::size_t kMostDigits = 20;
-
-    void CountUp() {
-        std::size_t at = end_;
-        while (at > digits_ && bytes_[at - 1] == '9') bytes_[--at] = '0';
-        if (at > digits_) {
-            ++bytes_[at - 1];
-        } else {  // the first number, or one digit more
-            bytes_[digits_] = end_ == digits_ ? '0' : '1';
-            if (end_ != digits_) bytes_[end_] = '0';
-            ++end_;
-        }
-    }
-
-    std::size_t digits_;  // where the number begins
-    std::size_t end_;
-    char bytes_[kLongestName + kMostDigits];
-};
+using TableName = CountingName<kLongestName>;
 
 std::string CellNamePrefix(std::string_view header) {
     std::string prefix(header.substr(0, std::min(header.find('\0'), kLongestName)));  // as far as a C string goes
@@ -59,7 +28,7 @@ std::string CellNamePrefix(std::string_view header) {
 // The cells of one column, from the first row to the last.
 class ColumnCells final : public ChildSource {
 public:
-    ColumnCells(TableIndex& table, std::string_view header, bool isNumeric, CountingName& matchNames)
+    ColumnCells(TableIndex& table, std::string_view header, bool isNumeric, TableName& matchNames)
         : table_(table), displayName_(CellNamePrefix(header)), isNumeric_(isNumeric), matchNames_(matchNames) {}
 
     bool Next(Child& child) override {
@@ -108,9 +77,9 @@ private:
     }
 
     TableIndex& table_;
-    CountingName displayName_;
+    TableName displayName_;
     bool isNumeric_;
-    CountingName& matchNames_;
+    TableName& matchNames_;
     std::size_t row_ = 0;
 };
 
@@ -136,7 +105,7 @@ private:
     TableIndex& table_;
     std::string_view headers_;
     std::size_t column_ = 0;
-    CountingName matchNames_{"data"};  // of all nodes, in the order in which they are written
+    TableName matchNames_{"data"};  // of all nodes, in the order in which they are written
 };
 
 }  // namespace

@@ -1,4 +1,4 @@
-#include "reader/json_cursor.h"
+#include "util/json_cursor.h"
 
 #include <algorithm>
 #include <charconv>
@@ -58,8 +58,9 @@ std::uint32_t HexDigit(char c) {
     return lower >= 'a' && lower <= 'f' ? static_cast<std::uint32_t>(lower - 'a' + 10) : 16;
 }
 
-// The code unit of an escape such as \u00e9 at the beginning of `text`.
-bool ReadUnit(std::string_view text, std::uint32_t& unit) {
+}  // namespace
+
+bool ReadUnicodeEscape(std::string_view text, std::uint32_t& unit) {
     if (text.size() < 6 || text[0] != '\\' || text[1] != 'u') return false;
     unit = 0;
     for (const char c : text.substr(2, 4)) {
@@ -70,16 +71,18 @@ bool ReadUnit(std::string_view text, std::uint32_t& unit) {
     return true;
 }
 
+namespace {
+
 // Decodes the escape at the beginning of `text`; returns its length, 0 when it is none.
 std::size_t DecodeUnicodeEscape(std::string_view text, std::string& decoded) {
     std::uint32_t unit = 0;
-    if (!ReadUnit(text, unit)) return 0;
+    if (!ReadUnicodeEscape(text, unit)) return 0;
     if (!IsHighSurrogate(unit) && !IsLowSurrogate(unit)) {
         AppendUtf8(decoded, unit);
         return 6;
     }
     std::uint32_t low = 0;
-    if (!IsHighSurrogate(unit) || !ReadUnit(text.substr(6), low) || !IsLowSurrogate(low)) return 0;
+    if (!IsHighSurrogate(unit) || !ReadUnicodeEscape(text.substr(6), low) || !IsLowSurrogate(low)) return 0;
     AppendUtf8(decoded, CombineSurrogates(unit, low));
     return 12;
 }
@@ -174,7 +177,7 @@ void JsonCursor::SkipValue() {
         if (c == '{' || c == '[') ++depth;
         if (c == '}' || c == ']') --depth;
         if (depth == 0 && c != '}' && c != ']') {  // a number or a word
-            while (next_ != end_ && std::string_view(",]} \t\r\n").find(*next_) == std::string_view::npos) ++next_;
+            while (next_ != end_ && *next_ > ' ' && *next_ != ',' && *next_ != ']' && *next_ != '}') ++next_;
         }
     } while (depth != 0);
 }

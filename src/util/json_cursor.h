@@ -31,6 +31,9 @@ enum class NumberStatus {
 // surrogate without its other half among them, stays as it is.
 std::string DecodeEscapes(std::string_view text);
 
+// The code unit of an escape such as \u00e9 at the beginning of `text`; false when there is none.
+bool ReadUnicodeEscape(std::string_view text, std::uint32_t& unit);
+
 class JsonCursor {
 public:
     explicit JsonCursor(std::string_view bytes, std::size_t offset = 0)

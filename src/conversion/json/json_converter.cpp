@@ -1,0 +1,19 @@
+#include "conversion/json/json_converter.h"
+
+#include "conversion/json/json_children.h"
+#include "conversion/json/json_text.h"
+#include "conversion/native_frame.h"
+
+namespace zentor {
+
+bool JsonConverter::Convert() {
+    const auto root = NativeCreateRoot(this, Info().streamKey);
+    CallModel([&](auto* error) { root->SetCreator("com.orvane.sensor.json", error); });
+    JsonText text(Info().inputPath);
+    root->SetChildSource(MakeJsonChildren(text.MakeIterator()));
+    std::uint32_t written = 0;
+    CallModel([&](auto* error) { written = root->WriteDocument(error); });
+    return written != 0;
+}
+
+}  // namespace zentor
