@@ -293,11 +293,11 @@ TEST(JsonIterator, GivesKeysTypesAndValues) {
     std::string text = "before";
     ASSERT_TRUE(values.HasNext());
     EXPECT_EQ(values.GetKey(), "s");
-    EXPECT_EQ(values.GetType(), JsonType::kString);
+    EXPECT_EQ(values.GetType(), JsonKind::kString);
     values.GetString(text);
     EXPECT_EQ(text, "a\tb");
     values.Next();
-    EXPECT_EQ(values.GetType(), JsonType::kNumber);
+    EXPECT_EQ(values.GetType(), JsonKind::kNumber);
     EXPECT_EQ(values.GetNumber(), 10);
     EXPECT_EQ(values.GetNumberText(), "1e1");
     values.Next();
@@ -305,12 +305,12 @@ TEST(JsonIterator, GivesKeysTypesAndValues) {
     values.Next();
     EXPECT_FALSE(values.GetBool());
     values.Next();
-    EXPECT_EQ(values.GetType(), JsonType::kObject);
+    EXPECT_EQ(values.GetType(), JsonKind::kObject);
     EXPECT_EQ(values.GetSize(), 2U);
     const auto members = values.GetObjectIterator();
     members->Next();
     EXPECT_EQ(members->GetKey(), "x");
-    EXPECT_EQ(members->GetType(), JsonType::kArray);
+    EXPECT_EQ(members->GetType(), JsonKind::kArray);
     values.Next();  // an object that has not been walked to its end
     EXPECT_EQ(values.GetKey(), "a");
     EXPECT_EQ(values.GetSize(), 3U);
@@ -318,28 +318,28 @@ TEST(JsonIterator, GivesKeysTypesAndValues) {
     elements->Next();
     EXPECT_EQ(elements->GetKey(), "1");
     elements->Next();  // nor this array
-    EXPECT_EQ(elements->GetType(), JsonType::kObject);
+    EXPECT_EQ(elements->GetType(), JsonKind::kObject);
     EXPECT_EQ(elements->GetSize(), 0U);
     EXPECT_FALSE(elements->GetObjectIterator()->HasNext());
     elements->Next();
     EXPECT_FALSE(elements->HasNext());
     values.Next();
     EXPECT_EQ(values.GetKey(), "z");
-    EXPECT_EQ(values.GetType(), JsonType::kNull);
+    EXPECT_EQ(values.GetType(), JsonKind::kNull);
     values.Next();
     EXPECT_FALSE(values.HasNext());
 }
 
 TEST(JsonIterator, OtherTypesThanAskedForAreAssertions) {
-    const auto expectFailures = [](JsonIterator& values, JsonType type) {
+    const auto expectFailures = [](JsonIterator& values, JsonKind type) {
         std::string text;
-        const std::pair<JsonType, std::function<void()>> calls[] = {
-            {JsonType::kString, [&] { values.GetString(text); }},
-            {JsonType::kNumber, [&] { values.GetNumber(); }},
-            {JsonType::kNumber, [&] { values.GetNumberText(); }},
-            {JsonType::kBoolean, [&] { values.GetBool(); }},
-            {JsonType::kArray, [&] { values.GetArrayIterator(); }},
-            {JsonType::kObject, [&] { values.GetObjectIterator(); }},
+        const std::pair<JsonKind, std::function<void()>> calls[] = {
+            {JsonKind::kString, [&] { values.GetString(text); }},
+            {JsonKind::kNumber, [&] { values.GetNumber(); }},
+            {JsonKind::kNumber, [&] { values.GetNumberText(); }},
+            {JsonKind::kBoolean, [&] { values.GetBool(); }},
+            {JsonKind::kArray, [&] { values.GetArrayIterator(); }},
+            {JsonKind::kObject, [&] { values.GetObjectIterator(); }},
         };
         for (const auto& [asked, call] : calls) {
             const bool fits = asked == type && values.HasNext();
@@ -347,14 +347,14 @@ TEST(JsonIterator, OtherTypesThanAskedForAreAssertions) {
         }
     };
     const Walk walk(R"(["s",1,true,[],{},null])");
-    const JsonType types[] = {JsonType::kString, JsonType::kNumber, JsonType::kBoolean,
-                              JsonType::kArray,  JsonType::kObject, JsonType::kNull};
-    for (const JsonType type : types) {
+    const JsonKind types[] = {JsonKind::kString, JsonKind::kNumber, JsonKind::kBoolean,
+                              JsonKind::kArray,  JsonKind::kObject, JsonKind::kNull};
+    for (const JsonKind type : types) {
         EXPECT_EQ(walk.top->GetType(), type);
         expectFailures(*walk.top, type);
         walk.top->Next();
     }
-    expectFailures(*walk.top, JsonType::kNull);
+    expectFailures(*walk.top, JsonKind::kNull);
     EXPECT_EQ(FailureOf([&] { static_cast<void>(walk.top->GetSize()); }), "19: Assertion failure:RapidJSON.");
 }
 
@@ -374,10 +374,10 @@ TEST(JsonIterator, TextThatChangesMeanwhile) {
                 std::function<void(JsonIterator&)> walk = [&](JsonIterator& values) {
                     for (; values.HasNext(); values.Next()) {
                         std::string string;
-                        if (values.GetType() == JsonType::kString) values.GetString(string);
-                        if (values.GetType() == JsonType::kNumber) values.GetNumber();
-                        if (values.GetType() == JsonType::kArray) walk(*values.GetArrayIterator());
-                        if (values.GetType() == JsonType::kObject) walk(*values.GetObjectIterator());
+                        if (values.GetType() == JsonKind::kString) values.GetString(string);
+                        if (values.GetType() == JsonKind::kNumber) values.GetNumber();
+                        if (values.GetType() == JsonKind::kArray) walk(*values.GetArrayIterator());
+                        if (values.GetType() == JsonKind::kObject) walk(*values.GetObjectIterator());
                     }
                 };
                 walk(*text.MakeIterator());

@@ -28,31 +28,31 @@ public:
     bool Next(Child& child) override {
         if (isStarted_) values_->Next();
         isStarted_ = true;
-        while (values_->HasNext() && values_->GetType() == JsonType::kNull) values_->Next();
+        while (values_->HasNext() && values_->GetType() == JsonKind::kNull) values_->Next();
         if (!values_->HasNext()) return false;
         child.node.matchName = walk_->matchNames.Next();
         child.node.displayName = values_->GetKey();
         switch (values_->GetType()) {
-            case JsonType::kString:
+            case JsonKind::kString:
                 child.node.kind = StaticKind::kString;
                 values_->GetString(walk_->text);
                 child.node.text = walk_->text;
                 break;
-            case JsonType::kNumber:
+            case JsonKind::kNumber:
                 child.node.kind = StaticKind::kNumber;
                 TakeNumber(child);
                 break;
-            case JsonType::kBoolean:
+            case JsonKind::kBoolean:
                 child.node.kind = StaticKind::kBoolean;
                 child.node.boolean = values_->GetBool();
                 break;
-            case JsonType::kArray:
+            case JsonKind::kArray:
                 child.children = std::make_unique<JsonChildren>(values_->GetArrayIterator(), walk_);
                 break;
-            case JsonType::kObject:
+            case JsonKind::kObject:
                 child.children = std::make_unique<JsonChildren>(values_->GetObjectIterator(), walk_);
                 break;
-            case JsonType::kNull:
+            case JsonKind::kNull:
                 break;
         }
         return true;

@@ -30,7 +30,7 @@ bool JsonElements::End() {
 }
 
 void JsonElements::SkipCurrent() {
-    if (type_ != JsonType::kArray && type_ != JsonType::kObject) return;
+    if (type_ != JsonKind::kArray && type_ != JsonKind::kObject) return;
     if (text_.walked.begin == cursor_.Offset()) {
         cursor_.MoveTo(text_.walked.end);
     } else {
@@ -52,38 +52,38 @@ void JsonElements::ReadValue() {
     const std::size_t begin = cursor_.Offset();
     switch (cursor_.Peek()) {
         case '"':
-            type_ = JsonType::kString;
+            type_ = JsonKind::kString;
             if (!cursor_.TakeString(value_)) Refuse();
             return;
         case '{':
-            type_ = JsonType::kObject;
+            type_ = JsonKind::kObject;
             return;
         case '[':
-            type_ = JsonType::kArray;
+            type_ = JsonKind::kArray;
             return;
         case 'n':
-            type_ = JsonType::kNull;
+            type_ = JsonKind::kNull;
             break;
         case 't':
         case 'f':
-            type_ = JsonType::kBoolean;
+            type_ = JsonKind::kBoolean;
             break;
         default:
-            type_ = JsonType::kNumber;
+            type_ = JsonKind::kNumber;
             break;
     }
     cursor_.SkipValue();
     value_ = {text_.view().substr(begin, cursor_.Offset() - begin), false};
 }
 
-void JsonElements::Require(JsonType type) const {
+void JsonElements::Require(JsonKind type) const {
     if (!hasNext_ || type_ != type) RaiseJsonAssertion();
 }
 
 void JsonElements::Refuse() const { text_.Refuse(cursor_.Offset()); }
 
 void JsonElements::GetString(std::string& text) const {
-    Require(JsonType::kString);
+    Require(JsonKind::kString);
     if (value_.hasBackslash) {
         text = value_.Decoded();
     } else {
@@ -92,34 +92,34 @@ void JsonElements::GetString(std::string& text) const {
 }
 
 std::string_view JsonElements::GetNumberText() const {
-    Require(JsonType::kNumber);
+    Require(JsonKind::kNumber);
     return value_.text;
 }
 
 double JsonElements::GetNumber() const {
-    Require(JsonType::kNumber);
+    Require(JsonKind::kNumber);
     double value = 0;
     if (JsonCursor(value_.text).TakeNumber(value) != NumberStatus::kOk) Refuse();
     return value;
 }
 
 bool JsonElements::GetBool() const {
-    Require(JsonType::kBoolean);
+    Require(JsonKind::kBoolean);
     return value_.text.front() == 't';
 }
 
 std::shared_ptr<JsonIterator> JsonElements::GetObjectIterator() const {
-    Require(JsonType::kObject);
+    Require(JsonKind::kObject);
     return std::make_shared<JsonObjectIterator>(text_, cursor_.Offset());
 }
 
 std::shared_ptr<JsonIterator> JsonElements::GetArrayIterator() const {
-    Require(JsonType::kArray);
+    Require(JsonKind::kArray);
     return std::make_shared<JsonArrayIterator>(text_, cursor_.Offset());
 }
 
 std::uint32_t JsonElements::GetSize() const {
-    const std::shared_ptr<JsonIterator> inside = type_ == JsonType::kObject ? GetObjectIterator() : GetArrayIterator();
+    const std::shared_ptr<JsonIterator> inside = type_ == JsonKind::kObject ? GetObjectIterator() : GetArrayIterator();
     std::uint32_t size = 0;
     for (; inside->HasNext(); inside->Next()) ++size;
     return size;

@@ -13,7 +13,7 @@ namespace zentor {
 
 class JsonText;
 
-enum class JsonType { kNull = 0, kString = 1, kNumber = 2, kBoolean = 3, kArray = 4, kObject = 5 };
+enum class JsonKind { kNull = 0, kString = 1, kNumber = 2, kBoolean = 3, kArray = 4, kObject = 5 };
 
 // The members of an object or the elements of an array, in the order of the text; members whose names are the same are
 // all there. What asks for the current value needs one: HasNext. A value of another type than asked for is code 19.
@@ -27,7 +27,7 @@ public:
     virtual void Next() = 0;
     // The member's name, or the element's index in decimal; lives until Next.
     virtual std::string_view GetKey() const = 0;
-    virtual JsonType GetType() const = 0;
+    virtual JsonKind GetType() const = 0;
     // Replaces `text` by the current string, escapes decoded.
     virtual void GetString(std::string& text) const = 0;
     // The nearest double.
@@ -47,7 +47,7 @@ public:
 class JsonElements : public JsonIterator {
 public:
     bool HasNext() const override { return hasNext_; }
-    JsonType GetType() const override { return type_; }
+    JsonKind GetType() const override { return type_; }
     void GetString(std::string& text) const override;
     double GetNumber() const override;
     bool GetBool() const override;
@@ -69,7 +69,7 @@ protected:
 private:
     bool End();
     void SkipCurrent();
-    void Require(JsonType type) const;
+    void Require(JsonKind type) const;
     [[noreturn]] void Refuse() const;
 
     JsonText& text_;
@@ -77,7 +77,7 @@ private:
     std::size_t begin_;
     char closing_;
     bool hasNext_ = false;
-    JsonType type_ = JsonType::kNull;
+    JsonKind type_ = JsonKind::kNull;
     RawString value_;  // of a string between its quotes; of a number or a word, whole
 };
 
