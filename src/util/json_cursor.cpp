@@ -176,9 +176,7 @@ void JsonCursor::SkipValue() {
         const char c = *next_++;
         if (c == '{' || c == '[') ++depth;
         if (c == '}' || c == ']') --depth;
-        if (depth == 0 && c != '}' && c != ']') {  // a number or a word
-            while (next_ != end_ && *next_ > ' ' && *next_ != ',' && *next_ != ']' && *next_ != '}') ++next_;
-        }
+        if (depth == 0 && c != '}' && c != ']') SkipScalar();
     } while (depth != 0);
 }
 

@@ -65,6 +65,10 @@ public:
     NumberStatus TakeNumber(double& value);
     // Goes past one value of a text that has been read before.
     void SkipValue();
+    // Goes past a number or a word, up to what can follow it.
+    void SkipScalar() {
+        while (next_ != end_ && *next_ > ' ' && *next_ != ',' && *next_ != ']' && *next_ != '}') ++next_;
+    }
 
 private:
     void SkipDigits();

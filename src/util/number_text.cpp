@@ -155,7 +155,8 @@ PlainDecimal ScanPlainDecimal(const char* from, const char* end) {
         const std::ptrdiff_t exponent = significant - decimals - 1;
         if (significant > kExactDigits || exponent < kSmallestExponent) return unknown;
         const double limit = kCoarseFrom[exponent - kSmallestExponent] * PlainDecimal::kPowersOfTen[decimals];  // exact
-        if (static_cast<double>(digits) >= limit) return unknown;
+        // A whole number of so few digits is a double itself.
+        if (decimals != 0 && static_cast<double>(digits) >= limit) return unknown;
     }
     const auto number = static_cast<std::int64_t>(digits);
     return {last, at, *from == '-' ? -number : number, static_cast<std::uint32_t>(decimals),

@@ -23,38 +23,54 @@ public:
     char Take() { return next_ == end_ ? '\0' : *next_++; }
     std::size_t Tell() const { return static_cast<std::size_t>(next_ - start_); }
 
+    // A string and a number are handed over with what this gives: where they begin in the text.
     char* PutBegin() {
-        written_ = next_;
         count_ = 0;
-        return nullptr;
+        return const_cast<char*>(next_);
     }
     void Put(char) { ++count_; }
     void Flush() {}
     std::size_t PutEnd(char*) const { return count_; }
 
-    // Where writing began.
-    const char* Written() const { return written_; }
-    const char* Next() const { return next_; }
-
 private:
     const char* start_;
     const char* next_;
     const char* end_;
-    const char* written_ = nullptr;
     std::size_t count_ = 0;
 };
 
+}  // namespace
+
+}  // namespace zentor
+
+namespace rapidjson {
+
+// The parser works on a copy of the stream while it reads a string or a number.
+template <>
+struct StreamTraits<zentor::TextStream> {
+    enum { copyOptimization = 1 };
+};
+
+}  // namespace rapidjson
+
+namespace zentor {
+
+namespace {
+
 // The first escape for a low surrogate that follows no high one; RapidJSON lets those pass. Every other escape is
-// valid.
-const char* FindLoneSurrogate(std::string_view string) {
-    for (std::size_t at = string.find('\\'); at != std::string_view::npos; at = string.find('\\', at)) {
+// valid, and a quote ends the string.
+const char* FindLoneSurrogate(std::string_view text) {
+    constexpr std::size_t kEscape = 6;  // \uXXXX
+    for (std::size_t at = 0; at < text.size() && text[at] != '"';) {
         std::uint32_t unit = 0;
-        if (!ReadUnicodeEscape(string.substr(at), unit)) {
+        if (text[at] != '\\') {
+            ++at;
+        } else if (!ReadUnicodeEscape(text.substr(at), unit)) {
             at += 2;
         } else if (IsLowSurrogate(unit)) {
-            return string.data() + at;
+            return text.data() + at;
         } else {
-            at += IsHighSurrogate(unit) ? 12 : 6;
+            at += IsHighSurrogate(unit) ? 2 * kEscape : kEscape;
         }
     }
     return nullptr;
@@ -68,25 +84,27 @@ public:
     const std::optional<std::size_t>& Fault() const { return fault_; }
 
     bool Default() { return depth_ != 0 || Stop(text_.data() + text_.find_first_not_of(" \t\n\r")); }
-    bool RawNumber(const char*, rapidjson::SizeType length, bool) {
-        const char* const number = stream_.Next() - length;
+    bool RawNumber(const char* number, rapidjson::SizeType length, bool) {
         return (IsPlain({number, length}) || IsInRange({number, length}) || Stop(number)) && Default();
     }
-    bool String(const char*, rapidjson::SizeType length, bool) { return CheckString(length) && Default(); }
-    bool Key(const char*, rapidjson::SizeType length, bool) { return CheckString(length); }
+    bool String(const char* string, rapidjson::SizeType length, bool) {
+        return CheckString({string, length}) && Default();
+    }
+    bool Key(const char* key, rapidjson::SizeType length, bool) { return CheckString({key, length}); }
     bool StartObject() { return Open(); }
     bool StartArray() { return Open(); }
     bool EndObject(rapidjson::SizeType) { return Close(); }
     bool EndArray(rapidjson::SizeType) { return Close(); }
 
 private:
+    std::size_t OffsetOf(const char* at) const { return static_cast<std::size_t>(at - text_.data()); }
     bool Stop(const char* at) {
-        fault_ = static_cast<std::size_t>(at - text_.data());
+        fault_ = OffsetOf(at);
         return false;
     }
 
     // The top-level value is no group.
-    bool Open() { return ++depth_ <= kGroupLimit + 1 || Stop(stream_.Next()); }
+    bool Open() { return ++depth_ <= kGroupLimit + 1 || Stop(text_.data() + stream_.Tell()); }
     bool Close() {
         --depth_;
         return true;
@@ -102,12 +120,10 @@ private:
         return JsonCursor(number).TakeNumber(value) == NumberStatus::kOk && IsWritable(value);
     }
 
-    // `length` is what is left when escapes are decoded.
-    bool CheckString(std::size_t length) {
-        const char* const end = stream_.Next() - 1;
-        const std::string_view string(stream_.Written(), static_cast<std::size_t>(end - stream_.Written()));
-        if (string.size() == length) return true;
-        const char* const lone = FindLoneSurrogate(string);
+    // `string` is as long as it is with its escapes decoded: there is a backslash in it if there is one at all.
+    bool CheckString(std::string_view string) {
+        if (string.find('\\') == std::string_view::npos) return true;
+        const char* const lone = FindLoneSurrogate(text_.substr(OffsetOf(string.data())));
         return lone == nullptr || Stop(lone);
     }
 

@@ -22,21 +22,20 @@ struct JsonWalk {
 // The values of one object or array.
 class JsonChildren final : public ChildSource {
 public:
-    JsonChildren(std::shared_ptr<JsonIterator> values, std::shared_ptr<JsonWalk> walk)
-        : values_(std::move(values)), walk_(std::move(walk)) {}
+    JsonChildren(std::shared_ptr<JsonIterator> values, JsonWalk& walk) : values_(std::move(values)), walk_(walk) {}
 
     bool Next(Child& child) override {
         if (isStarted_) values_->Next();
         isStarted_ = true;
         while (values_->HasNext() && values_->GetType() == JsonKind::kNull) values_->Next();
         if (!values_->HasNext()) return false;
-        child.node.matchName = walk_->matchNames.Next();
+        child.node.matchName = walk_.matchNames.Next();
         child.node.displayName = values_->GetKey();
         switch (values_->GetType()) {
             case JsonKind::kString:
                 child.node.kind = StaticKind::kString;
-                values_->GetString(walk_->text);
-                child.node.text = walk_->text;
+                values_->GetString(walk_.text);
+                child.node.text = walk_.text;
                 break;
             case JsonKind::kNumber:
                 child.node.kind = StaticKind::kNumber;
@@ -72,14 +71,24 @@ private:
     }
 
     std::shared_ptr<JsonIterator> values_;
-    std::shared_ptr<JsonWalk> walk_;
+    JsonWalk& walk_;
     bool isStarted_ = false;
+};
+
+class JsonOutline final : public ChildSource {
+public:
+    explicit JsonOutline(std::shared_ptr<JsonIterator> top) : top_(std::move(top), walk_) {}
+    bool Next(Child& child) override { return top_.Next(child); }
+
+private:
+    JsonWalk walk_;
+    JsonChildren top_;
 };
 
 }  // namespace
 
 std::unique_ptr<ChildSource> MakeJsonChildren(std::shared_ptr<JsonIterator> top) {
-    return std::make_unique<JsonChildren>(std::move(top), std::make_shared<JsonWalk>());
+    return std::make_unique<JsonOutline>(std::move(top));
 }
 
 }  // namespace zentor

@@ -72,7 +72,7 @@ void JsonElements::ReadValue() {
             type_ = JsonKind::kNumber;
             break;
     }
-    cursor_.SkipValue();
+    cursor_.SkipScalar();
     value_ = {text_.view().substr(begin, cursor_.Offset() - begin), false};
 }
 

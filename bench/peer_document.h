@@ -1,0 +1,160 @@
+// What the peers share that write documents in the straightforward way, with RapidJSON's Writer.
+#ifndef ZENTOR_BENCH_PEER_DOCUMENT_H
+#define ZENTOR_BENCH_PEER_DOCUMENT_H
+
+#include <rapidjson/filewritestream.h>
+#include <rapidjson/writer.h>
+
+#include <array>
+#include <charconv>
+#include <cstdint>
+#include <cstdio>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "arguments.h"
+
+namespace bench {
+
+using Writer = rapidjson::Writer<rapidjson::FileWriteStream>;
+
+inline std::string ReadWhole(const char* path) {
+    std::FILE* const file = std::fopen(path, "rb");
+    if (file == nullptr || std::fseek(file, 0, SEEK_END) != 0) Fail(path);
+    const long size = std::ftell(file);
+    if (size < 0 || std::fseek(file, 0, SEEK_SET) != 0) Fail(path);
+    std::string text(static_cast<std::size_t>(size), '\0');
+    if (std::fread(text.data(), 1, text.size(), file) != text.size()) Fail(path);
+    std::fclose(file);
+    return text;
+}
+
+inline void WriteString(Writer& writer, std::string_view text) {
+    writer.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
+}
+
+inline void WriteNames(Writer& writer, const char* objectType, std::string_view prefix, std::uint64_t counter,
+                       std::string_view displayName) {
+    writer.Key("objectType");
+    writer.String(objectType);
+    writer.Key("matchName");
+    WriteString(writer, std::string(prefix) + std::to_string(counter));
+    writer.Key("displayName");
+    WriteString(writer, displayName);
+}
+
+inline void WriteNumber(Writer& writer, double value) {
+    std::array<char, 32> buffer;
+    // Without trailing zeros and without a trailing point: the general notation leaves both out.
+    char* const end =
+        std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::general, 16).ptr;
+    const std::string_view text(buffer.data(), static_cast<std::size_t>(end - buffer.data()));
+    const auto writeText = [&] { writer.RawValue(text.data(), text.size(), rapidjson::kNumberType); };
+    const auto writeRange = [&](const char* name) {
+        writer.Key(name);
+        writer.StartObject();
+        writer.Key("min");
+        writeText();
+        writer.Key("max");
+        writeText();
+        writer.EndObject();
+    };
+    const bool isSigned = text.starts_with('-');
+    const std::size_t point = text.find('.');
+    const std::size_t integerEnd = point == std::string_view::npos ? text.size() : point;
+
+    writer.Key("dataType");
+    writer.StartObject();
+    writer.Key("type");
+    writer.String("number");
+    writer.Key("numberStringProperties");
+    writer.StartObject();
+    writer.Key("pattern");
+    writer.StartObject();
+    writer.Key("isSigned");
+    writer.Bool(isSigned);
+    writer.Key("digitsDecimal");
+    writer.Uint64(point == std::string_view::npos ? 0 : text.size() - point - 1);
+    writer.Key("digitsInteger");
+    writer.Uint64(integerEnd - (isSigned ? 1 : 0));
+    writer.EndObject();
+    writer.Key("range");
+    writer.StartObject();
+    writeRange("occurring");
+    writeRange("legal");
+    writer.EndObject();
+    writer.EndObject();
+    writer.EndObject();
+    writer.Key("value");
+    writeText();
+}
+
+inline void WriteText(Writer& writer, std::string_view text) {
+    writer.Key("dataType");
+    writer.StartObject();
+    writer.Key("type");
+    writer.String("string");
+    writer.Key("paddedStringProperties");
+    writer.StartObject();
+    writer.Key("maxDigitsInStrLength");
+    writer.Uint(0);
+    writer.Key("maxLen");
+    writer.Uint(0);
+    writer.Key("eventMarkerB");
+    writer.Bool(false);
+    writer.EndObject();
+    writer.EndObject();
+    writer.Key("value");
+    WriteString(writer, text);
+}
+
+// A document up to its nodes, and their end.
+class PeerDocument {
+public:
+    PeerDocument(const char* path, const char* creator)
+        : m_path(path),
+          m_file(Open(path)),
+          m_buffer(1 << 20),
+          m_output(m_file, m_buffer.data(), m_buffer.size()),
+          m_writer(m_output) {
+        m_writer.StartObject();
+        m_writer.Key("version");
+        m_writer.String("vkjson2.0.0");
+        m_writer.Key("dynamicSamplesPresentB");
+        m_writer.Bool(false);
+        m_writer.Key("creator");
+        m_writer.String(creator);
+        m_writer.Key("dataOutline");
+        m_writer.StartArray();
+    }
+    PeerDocument(const PeerDocument&) = delete;
+    PeerDocument& operator=(const PeerDocument&) = delete;
+
+    Writer& Nodes() { return m_writer; }
+
+    void Close() {
+        m_writer.EndArray();
+        m_writer.EndObject();
+        m_output.Flush();
+        // The stream drops the results of its writes; the file remembers a failure.
+        if (std::ferror(m_file) != 0 || std::fclose(m_file) != 0) Fail(m_path);
+    }
+
+private:
+    static std::FILE* Open(const char* path) {
+        std::FILE* const file = std::fopen(path, "wb");
+        if (file == nullptr) Fail(path);
+        return file;
+    }
+
+    const char* m_path;
+    std::FILE* m_file;
+    std::vector<char> m_buffer;
+    rapidjson::FileWriteStream m_output;
+    Writer m_writer;
+};
+
+}  // namespace bench
+
+#endif
