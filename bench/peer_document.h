@@ -1,4 +1,5 @@
-// What the peers share that write documents in the straightforward way, with RapidJSON's Writer.
+// What the peers share that make zentor's documents with RapidJSON's Writer: reading the recording into memory, the
+// document around the outline, and the members of nodes. It is the straightforward way, neither tuned nor slowed down.
 #ifndef ZENTOR_BENCH_PEER_DOCUMENT_H
 #define ZENTOR_BENCH_PEER_DOCUMENT_H
 
@@ -19,7 +20,7 @@ namespace bench {
 
 using Writer = rapidjson::Writer<rapidjson::FileWriteStream>;
 
-inline std::string ReadWhole(const char* path) {
+inline std::string ReadFile(const char* path) {
     std::FILE* const file = std::fopen(path, "rb");
     if (file == nullptr || std::fseek(file, 0, SEEK_END) != 0) Fail(path);
     const long size = std::ftell(file);
@@ -34,12 +35,12 @@ inline void WriteString(Writer& writer, std::string_view text) {
     writer.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
 }
 
-inline void WriteNames(Writer& writer, const char* objectType, std::string_view prefix, std::uint64_t counter,
+inline void WriteNames(Writer& writer, const char* objectType, std::string_view matchName,
                        std::string_view displayName) {
     writer.Key("objectType");
     writer.String(objectType);
     writer.Key("matchName");
-    WriteString(writer, std::string(prefix) + std::to_string(counter));
+    WriteString(writer, matchName);
     writer.Key("displayName");
     WriteString(writer, displayName);
 }
@@ -109,51 +110,30 @@ inline void WriteText(Writer& writer, std::string_view text) {
     WriteString(writer, text);
 }
 
-// A document up to its nodes, and their end.
-class PeerDocument {
-public:
-    PeerDocument(const char* path, const char* creator)
-        : m_path(path),
-          m_file(Open(path)),
-          m_buffer(1 << 20),
-          m_output(m_file, m_buffer.data(), m_buffer.size()),
-          m_writer(m_output) {
-        m_writer.StartObject();
-        m_writer.Key("version");
-        m_writer.String("vkjson2.0.0");
-        m_writer.Key("dynamicSamplesPresentB");
-        m_writer.Bool(false);
-        m_writer.Key("creator");
-        m_writer.String(creator);
-        m_writer.Key("dataOutline");
-        m_writer.StartArray();
-    }
-    PeerDocument(const PeerDocument&) = delete;
-    PeerDocument& operator=(const PeerDocument&) = delete;
-
-    Writer& Nodes() { return m_writer; }
-
-    void Close() {
-        m_writer.EndArray();
-        m_writer.EndObject();
-        m_output.Flush();
-        // The stream drops the results of its writes; the file remembers a failure.
-        if (std::ferror(m_file) != 0 || std::fclose(m_file) != 0) Fail(m_path);
-    }
-
-private:
-    static std::FILE* Open(const char* path) {
-        std::FILE* const file = std::fopen(path, "wb");
-        if (file == nullptr) Fail(path);
-        return file;
-    }
-
-    const char* m_path;
-    std::FILE* m_file;
-    std::vector<char> m_buffer;
-    rapidjson::FileWriteStream m_output;
-    Writer m_writer;
-};
+// Writes a document whose outline are the nodes that `writeNodes` writes to the Writer it is given.
+template <typename WriteNodes>
+void WriteDocument(const char* path, const char* creator, const WriteNodes& writeNodes) {
+    std::FILE* const file = std::fopen(path, "wb");
+    if (file == nullptr) Fail(path);
+    std::vector<char> buffer(1 << 20);
+    rapidjson::FileWriteStream output(file, buffer.data(), buffer.size());
+    Writer writer(output);
+    writer.StartObject();
+    writer.Key("version");
+    writer.String("vkjson2.0.0");
+    writer.Key("dynamicSamplesPresentB");
+    writer.Bool(false);
+    writer.Key("creator");
+    writer.String(creator);
+    writer.Key("dataOutline");
+    writer.StartArray();
+    writeNodes(writer);
+    writer.EndArray();
+    writer.EndObject();
+    output.Flush();
+    // The stream drops the results of its writes; the file remembers a failure.
+    if (std::ferror(file) != 0 || std::fclose(file) != 0) Fail(path);
+}
 
 }  // namespace bench
 

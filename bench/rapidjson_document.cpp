@@ -1,7 +1,9 @@
-// The peer for JSON: the same document, byte for byte, made in the straightforward way from RapidJSON's tree of values.
-// It reads what the JSON generator writes: no numbers whose text has an exponent.
+// The peer: the same document, byte for byte, made in the straightforward way with RapidJSON: the file is parsed into a
+// Document, whose values are then written as nodes. It knows what the generator writes: an object or an array at the
+// top, and no numbers whose text in the document has an exponent.
 #include <rapidjson/document.h>
 
+#include <cinttypes>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -13,17 +15,19 @@
 
 namespace {
 
-void WriteValues(bench::Writer& writer, const rapidjson::Value& parent, std::uint64_t& counter);
+void WriteChildren(bench::Writer& writer, const rapidjson::Value& parent, std::uint64_t& counter);
 
-void WriteValue(bench::Writer& writer, std::string_view name, const rapidjson::Value& value, std::uint64_t& counter) {
-    if (value.IsNull()) return;
+void WriteNode(bench::Writer& writer, std::string_view displayName, const rapidjson::Value& value,
+               std::uint64_t& counter) {
+    if (value.IsNull()) return;  // a document has nothing for it
     const bool isGroup = value.IsObject() || value.IsArray();
     writer.StartObject();
-    bench::WriteNames(writer, isGroup ? "dataGroup" : "dataStatic", "matchName", counter++, name);
+    bench::WriteNames(writer, isGroup ? "dataGroup" : "dataStatic", "matchName" + std::to_string(counter++),
+                      displayName);
     if (isGroup) {
         writer.Key("children");
         writer.StartArray();
-        WriteValues(writer, value, counter);
+        WriteChildren(writer, value, counter);
         writer.EndArray();
     } else if (value.IsNumber()) {
         bench::WriteNumber(writer, value.GetDouble());
@@ -41,15 +45,17 @@ void WriteValue(bench::Writer& writer, std::string_view name, const rapidjson::V
     writer.EndObject();
 }
 
-void WriteValues(bench::Writer& writer, const rapidjson::Value& parent, std::uint64_t& counter) {
+void WriteChildren(bench::Writer& writer, const rapidjson::Value& parent, std::uint64_t& counter) {
     if (parent.IsObject()) {
         for (const auto& member : parent.GetObject()) {
-            WriteValue(writer, {member.name.GetString(), member.name.GetStringLength()}, member.value, counter);
+            WriteNode(writer, {member.name.GetString(), member.name.GetStringLength()}, member.value, counter);
         }
-        return;
+    } else {
+        std::size_t index = 0;
+        for (const auto& element : parent.GetArray()) {
+            WriteNode(writer, std::to_string(index++), element, counter);
+        }
     }
-    std::size_t index = 0;
-    for (const auto& element : parent.GetArray()) WriteValue(writer, std::to_string(index++), element, counter);
 }
 
 }  // namespace
@@ -60,15 +66,20 @@ int main(int argc, char** argv) {
         return EXIT_FAILURE;
     }
     bench::Stopwatch watch;
-    const std::string text = bench::ReadWhole(argv[1]);
-    rapidjson::Document values;
-    values.Parse<rapidjson::kParseFullPrecisionFlag>(text.data(), text.size());
-    if (values.HasParseError()) bench::Fail(argv[1]);
-    bench::PeerDocument document(argv[2], "com.orvane.sensor.json");
+    const std::string text = bench::ReadFile(argv[1]);
+    rapidjson::Document recording;
+    // Without the flag RapidJSON may miss the nearest double, and the documents would differ.
+    recording.Parse<rapidjson::kParseFullPrecisionFlag>(text.data(), text.size());
+    if (recording.HasParseError() || !(recording.IsObject() || recording.IsArray())) {
+        std::fprintf(stderr, "%s: not an object or an array of JSON, at byte %zu\n", argv[1],
+                     recording.GetErrorOffset());
+        return EXIT_FAILURE;
+    }
     std::uint64_t counter = 0;
-    WriteValues(document.Nodes(), values, counter);
-    document.Close();
+    bench::WriteDocument(argv[2], "com.orvane.sensor.json",
+                         [&](bench::Writer& writer) { WriteChildren(writer, recording, counter); });
     watch.Stop();
     watch.Print();
+    std::printf("nodes %" PRIu64 "\n", counter);
     return EXIT_SUCCESS;
 }

@@ -55,12 +55,12 @@ std::optional<std::vector<double>> NumericValues(const Cells& column) {
 void WriteColumn(bench::Writer& writer, const Cells& column, std::uint64_t& counter) {
     const auto values = NumericValues(column);
     writer.StartObject();
-    bench::WriteNames(writer, "dataGroup", "data", counter++, column[0]);
+    bench::WriteNames(writer, "dataGroup", "data" + std::to_string(counter++), column[0]);
     writer.Key("children");
     writer.StartArray();
     for (std::size_t i = 1; i < column.size(); ++i) {
         writer.StartObject();
-        bench::WriteNames(writer, "dataStatic", "data", counter++,
+        bench::WriteNames(writer, "dataStatic", "data" + std::to_string(counter++),
                           std::string(column[0]) + ' ' + std::to_string(i - 1));
         if (values) {
             bench::WriteNumber(writer, (*values)[i - 1]);
@@ -81,11 +81,11 @@ int main(int argc, char** argv) {
         return EXIT_FAILURE;
     }
     bench::Stopwatch watch;
-    const std::string text = bench::ReadWhole(argv[1]);
-    bench::PeerDocument document(argv[2], "com.orvane.sensor.csv");
-    std::uint64_t counter = 0;
-    for (const Cells& column : SplitColumns(text)) WriteColumn(document.Nodes(), column, counter);
-    document.Close();
+    const std::string text = bench::ReadFile(argv[1]);
+    bench::WriteDocument(argv[2], "com.orvane.sensor.csv", [&](bench::Writer& writer) {
+        std::uint64_t counter = 0;
+        for (const Cells& column : SplitColumns(text)) WriteColumn(writer, column, counter);
+    });
     watch.Stop();
     watch.Print();
     return EXIT_SUCCESS;

@@ -1,7 +1,6 @@
 // Where the children of a group come from while the document is written.
 #pragma once
 
-#include <memory>
 #include <optional>
 
 #include "model/node_values.h"
@@ -10,15 +9,14 @@
 namespace ZT_PLUGIN {
 
 class IVkjsonGroup_I;
-class ChildSource;
 
-// One child: a static node, unless one of the others is set: a group, a dynamic node, or the children of a group that
-// is nothing but the names of `node`.
+// One child: a static node, unless one of the others is set: a group, a dynamic node, or a group that is nothing but
+// the names of `node`.
 struct Child {
     StaticNodeView node;
     Owner<IVkjsonGroup_I> group;
     std::optional<DynamicNodeView> dynamic;
-    std::unique_ptr<ChildSource> children;
+    bool opensGroup = false;
 };
 
 // Gives the children of one group, one at a time, in order. A converter whose input holds very many nodes makes each of
@@ -27,7 +25,8 @@ struct Child {
 class ChildSource {
 public:
     virtual ~ChildSource() = default;
-    // False after the last child.
+    // False after the last child. After a child that opens a group come the children of that group, up to a false of
+    // their own.
     virtual bool Next(Child& child) = 0;
 };
 

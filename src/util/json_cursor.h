@@ -2,6 +2,7 @@
 // property a fault belongs to.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -47,7 +48,10 @@ public:
 
     // Space, tab, line feed and carriage return.
     void SkipWhiteSpace() {
-        while (next_ != end_ && (*next_ == ' ' || *next_ == '\n' || *next_ == '\r' || *next_ == '\t')) ++next_;
+        while (next_ != end_ && *next_ <= ' ' &&
+               (*next_ == ' ' || *next_ == '\n' || *next_ == '\r' || *next_ == '\t')) {
+            ++next_;
+        }
     }
     // Takes the byte `c`; false, without moving, when something else or nothing is next.
     bool Skip(char c) {
@@ -67,10 +71,16 @@ public:
     void SkipValue();
     // Goes past a number or a word, up to what can follow it.
     void SkipScalar() {
-        while (next_ != end_ && *next_ > ' ' && *next_ != ',' && *next_ != ']' && *next_ != '}') ++next_;
+        while (next_ != end_ && !kEndsScalar[static_cast<unsigned char>(*next_)]) ++next_;
     }
 
 private:
+    static constexpr std::array<bool, 256> kEndsScalar = [] {
+        std::array<bool, 256> ends{};
+        for (const char c : {' ', '\t', '\n', '\r', ',', ']', '}'}) ends[static_cast<unsigned char>(c)] = true;
+        return ends;
+    }();
+
     void SkipDigits();
 
     const char* start_;

@@ -123,6 +123,33 @@ inline const char* TakeDigits(const char* at, const char* end, std::uint64_t& nu
     return at;
 }
 
+// A number as the sum of two with half as many bits each, whose products are exact.
+struct Halves {
+    explicit Halves(double number) {
+        constexpr double kSplit = 0x1p27 + 1;
+        const double shifted = number * kSplit;
+        high = shifted - (shifted - number);
+        low = number - high;
+    }
+    double high;
+    double low;
+};
+
+// Whether the double nearest to digits / 10^decimals is so near that it has the same 16 digits: nearer than half a unit
+// of the 16th.
+bool KeepsDigits(double digits, std::ptrdiff_t decimals, std::ptrdiff_t significant) {
+    const double scale = PlainDecimal::kPowersOfTen[decimals];
+    const double nearest = digits / scale;
+    // How far nearest * scale is from the digits, without an error of rounding.
+    const Halves a(nearest);
+    const Halves b(scale);
+    const double product = nearest * scale;
+    const double rest = ((a.high * b.high - product) + a.high * b.low + a.low * b.high) + a.low * b.low;
+    const double distance = std::abs((product - digits) + rest);
+    constexpr double kNearlyHalf = 0.4999999;
+    return distance < kNearlyHalf / PlainDecimal::kPowersOfTen[16 - significant];
+}
+
 }  // namespace
 
 PlainDecimal ScanPlainDecimal(const char* from, const char* end) {
@@ -155,8 +182,8 @@ PlainDecimal ScanPlainDecimal(const char* from, const char* end) {
         const std::ptrdiff_t exponent = significant - decimals - 1;
         if (significant > kExactDigits || exponent < kSmallestExponent) return unknown;
         const double limit = kCoarseFrom[exponent - kSmallestExponent] * PlainDecimal::kPowersOfTen[decimals];  // exact
-        // A whole number of so few digits is a double itself.
-        if (decimals != 0 && static_cast<double>(digits) >= limit) return unknown;
+        const auto whole = static_cast<double>(digits);  // a double itself, of so few digits
+        if (decimals != 0 && whole >= limit && !KeepsDigits(whole, decimals, significant)) return unknown;
     }
     const auto number = static_cast<std::int64_t>(digits);
     return {last, at, *from == '-' ? -number : number, static_cast<std::uint32_t>(decimals),

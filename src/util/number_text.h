@@ -70,8 +70,8 @@ struct PlainDecimal {
 };
 
 // Looks at the number at the beginning of [from, end) without parsing it. A decimal number of at most 15 significant
-// digits without an exponent keeps its digits through double and back to 16 digits, unless it has decimals and lies in
-// the upper part of its decade, where doubles stand farther apart than numbers of 16 digits.
+// digits without an exponent keeps its digits through double and back to 16 digits, but for some that have decimals and
+// lie in the upper part of their decade, where doubles stand farther apart than numbers of 16 digits.
 PlainDecimal ScanPlainDecimal(const char* from, const char* end);
 
 // Reads a decimal number at the beginning of [from, end): an optional sign, digits with an optional point, an optional

@@ -74,7 +74,7 @@ public:
     explicit OutlineWalk(TextBuffer& text) : text_(text) {}
 
     void Write(IVkjsonGroup_I& top) {
-        levels_.push_back({nullptr, top.TakeChildren(), true});
+        Open(top, nullptr);
         Child child;
         while (!levels_.empty()) {
             if (levels_.back().children->Next(child)) {
@@ -88,25 +88,30 @@ public:
 
 private:
     struct Level {
-        Owner<IVkjsonGroup_I> group;  // keeps the group of `children`, where there is one
-        std::unique_ptr<ChildSource> children;
+        Owner<IVkjsonGroup_I> group;          // keeps the group of `source`, where there is one
+        std::unique_ptr<ChildSource> source;  // none when the children come from the source of the level above
+        ChildSource* children;
         bool first;
     };
+
+    void Open(IVkjsonGroup_I& group, Owner<IVkjsonGroup_I> owner) {
+        auto source = group.TakeChildren();
+        ChildSource* const children = source.get();
+        levels_.push_back({std::move(owner), std::move(source), children, true});
+    }
 
     void WriteChild(Child& child) {
         if (!levels_.back().first) text_.Append(',');
         levels_.back().first = false;
         if (child.dynamic) {
             AppendDynamicNode(text_, *child.dynamic);
-            return;
-        }
-        if (child.group) {
+        } else if (child.group) {
             AppendGroupStart(text_, child.group->MatchName(), child.group->DisplayName());
-            auto children = child.group->TakeChildren();
-            levels_.push_back({std::move(child.group), std::move(children), true});
-        } else if (child.children) {
+            IVkjsonGroup_I& group = *child.group;
+            Open(group, std::move(child.group));
+        } else if (child.opensGroup) {
             AppendGroupStart(text_, child.node.matchName, child.node.displayName);
-            levels_.push_back({nullptr, std::move(child.children), true});
+            levels_.push_back({nullptr, nullptr, levels_.back().children, true});
         } else {
             AppendStaticNode(text_, child.node);
         }

@@ -1,6 +1,6 @@
 #include "conversion/json/json_check.h"
 
-#include <algorithm>
+#include <cmath>
 
 #include "errors/rapidjson.h"
 #include "util/group_limit.h"
@@ -23,7 +23,7 @@ public:
     char Take() { return next_ == end_ ? '\0' : *next_++; }
     std::size_t Tell() const { return static_cast<std::size_t>(next_ - start_); }
 
-    // A string and a number are handed over with what this gives: where they begin in the text.
+    // A string is handed over with what this gives: where it begins in the text.
     char* PutBegin() {
         count_ = 0;
         return const_cast<char*>(next_);
@@ -31,6 +31,13 @@ public:
     void Put(char) { ++count_; }
     void Flush() {}
     std::size_t PutEnd(char*) const { return count_; }
+
+    void SkipWhitespace() {
+        while (next_ != end_ && *next_ <= ' ' &&
+               (*next_ == ' ' || *next_ == '\n' || *next_ == '\r' || *next_ == '\t')) {
+            ++next_;
+        }
+    }
 
 private:
     const char* start_;
@@ -50,6 +57,11 @@ template <>
 struct StreamTraits<zentor::TextStream> {
     enum { copyOptimization = 1 };
 };
+
+template <>
+inline void SkipWhitespace(zentor::TextStream& stream) {
+    stream.SkipWhitespace();
+}
 
 }  // namespace rapidjson
 
@@ -84,8 +96,10 @@ public:
     const std::optional<std::size_t>& Fault() const { return fault_; }
 
     bool Default() { return depth_ != 0 || Stop(text_.data() + text_.find_first_not_of(" \t\n\r")); }
-    bool RawNumber(const char* number, rapidjson::SizeType length, bool) {
-        return (IsPlain({number, length}) || IsInRange({number, length}) || Stop(number)) && Default();
+    // Computed without full precision, and maybe infinite: near the largest number, the text decides.
+    bool Double(double value) {
+        constexpr double kSurelyInRange = 1e308;
+        return (std::abs(value) < kSurelyInRange || IsInRange() || Stop(Here())) && Default();
     }
     bool String(const char* string, rapidjson::SizeType length, bool) {
         return CheckString({string, length}) && Default();
@@ -97,6 +111,7 @@ public:
     bool EndArray(rapidjson::SizeType) { return Close(); }
 
 private:
+    const char* Here() const { return text_.data() + stream_.Tell(); }
     std::size_t OffsetOf(const char* at) const { return static_cast<std::size_t>(at - text_.data()); }
     bool Stop(const char* at) {
         fault_ = OffsetOf(at);
@@ -104,20 +119,16 @@ private:
     }
 
     // The top-level value is no group.
-    bool Open() { return ++depth_ <= kGroupLimit + 1 || Stop(text_.data() + stream_.Tell()); }
+    bool Open() { return ++depth_ <= kGroupLimit + 1 || Stop(Here()); }
     bool Close() {
         --depth_;
         return true;
     }
 
-    // Short, without an exponent: in the range of a double, whatever it is.
-    static bool IsPlain(std::string_view number) {
-        constexpr std::size_t kShort = 300;
-        return number.size() < kShort && std::none_of(number.begin(), number.end(), [](char c) { return c > '9'; });
-    }
-    static bool IsInRange(std::string_view number) {
+    // Of the number at the stream's position: the parser reads on in its copy.
+    bool IsInRange() const {
         double value = 0;
-        return JsonCursor(number).TakeNumber(value) == NumberStatus::kOk && IsWritable(value);
+        return JsonCursor(text_, stream_.Tell()).TakeNumber(value) == NumberStatus::kOk && IsWritable(value);
     }
 
     // `string` is as long as it is with its escapes decoded: there is a backslash in it if there is one at all.
@@ -136,8 +147,8 @@ private:
 }  // namespace
 
 std::optional<std::size_t> FindJsonFault(std::string_view text) {
-    constexpr unsigned kFlags = rapidjson::kParseIterativeFlag | rapidjson::kParseInsituFlag |
-                                rapidjson::kParseValidateEncodingFlag | rapidjson::kParseNumbersAsStringsFlag;
+    constexpr unsigned kFlags =
+        rapidjson::kParseIterativeFlag | rapidjson::kParseInsituFlag | rapidjson::kParseValidateEncodingFlag;
     TextStream stream(text);
     JsonHandler handler(text, stream);
     rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, JsonMemory> reader;

@@ -1,6 +1,7 @@
 #include "conversion/json/json_children.h"
 
 #include <cstring>
+#include <vector>
 
 #include "conversion/counting_name.h"
 #include "util/number_text.h"
@@ -13,43 +14,49 @@ using ZT_PLUGIN::StaticKind;
 
 namespace {
 
-// What all groups of a document share.
-struct JsonWalk {
-    CountingName<40> matchNames{"matchName"};  // of all nodes, in the order in which they are written
-    std::string text;                          // the string that is being written
-};
-
-// The values of one object or array.
+// The values of the whole text.
 class JsonChildren final : public ChildSource {
 public:
-    JsonChildren(std::shared_ptr<JsonIterator> values, JsonWalk& walk) : values_(std::move(values)), walk_(walk) {}
+    explicit JsonChildren(std::shared_ptr<JsonIterator> top) { levels_.push_back({std::move(top), false}); }
 
     bool Next(Child& child) override {
-        if (isStarted_) values_->Next();
-        isStarted_ = true;
-        while (values_->HasNext() && values_->GetType() == JsonKind::kNull) values_->Next();
-        if (!values_->HasNext()) return false;
-        child.node.matchName = walk_.matchNames.Next();
-        child.node.displayName = values_->GetKey();
-        switch (values_->GetType()) {
+        child.opensGroup = false;
+        JsonKind kind = JsonKind::kNull;
+        Level& level = levels_.back();
+        JsonIterator& values = *level.values;
+        if (level.isStarted) values.Next();
+        level.isStarted = true;
+        for (;; values.Next()) {
+            if (!values.HasNext()) {
+                levels_.pop_back();
+                return false;
+            }
+            kind = values.GetType();
+            if (kind != JsonKind::kNull) break;
+        }
+        child.node.matchName = matchNames_.Next();
+        child.node.displayName = values.GetKey();
+        switch (kind) {
             case JsonKind::kString:
                 child.node.kind = StaticKind::kString;
-                values_->GetString(walk_.text);
-                child.node.text = walk_.text;
+                values.GetString(text_);
+                child.node.text = text_;
                 break;
             case JsonKind::kNumber:
                 child.node.kind = StaticKind::kNumber;
-                TakeNumber(child);
+                TakeNumber(values, child);
                 break;
             case JsonKind::kBoolean:
                 child.node.kind = StaticKind::kBoolean;
-                child.node.boolean = values_->GetBool();
+                child.node.boolean = values.GetBool();
                 break;
             case JsonKind::kArray:
-                child.children = std::make_unique<JsonChildren>(values_->GetArrayIterator(), walk_);
+                child.opensGroup = true;
+                levels_.push_back({values.GetArrayIterator(), false});
                 break;
             case JsonKind::kObject:
-                child.children = std::make_unique<JsonChildren>(values_->GetObjectIterator(), walk_);
+                child.opensGroup = true;
+                levels_.push_back({values.GetObjectIterator(), false});
                 break;
             case JsonKind::kNull:
                 break;
@@ -58,37 +65,32 @@ public:
     }
 
 private:
-    void TakeNumber(Child& child) const {
-        const std::string_view number = values_->GetNumberText();
+    struct Level {
+        std::shared_ptr<JsonIterator> values;
+        bool isStarted;
+    };
+
+    static void TakeNumber(const JsonIterator& values, Child& child) {
+        const std::string_view number = values.GetNumberText();
         const char* const canonicalEnd = ScanPlainDecimal(number.data(), number.data() + number.size()).canonicalEnd;
         child.node.numberText.length = 0;
         if (canonicalEnd == nullptr) {
-            child.node.number = values_->GetNumber();
+            child.node.number = values.GetNumber();
             return;
         }
         child.node.numberText.length = static_cast<std::uint32_t>(canonicalEnd - number.data());
         std::memcpy(child.node.numberText.bytes, number.data(), child.node.numberText.length);
     }
 
-    std::shared_ptr<JsonIterator> values_;
-    JsonWalk& walk_;
-    bool isStarted_ = false;
-};
-
-class JsonOutline final : public ChildSource {
-public:
-    explicit JsonOutline(std::shared_ptr<JsonIterator> top) : top_(std::move(top), walk_) {}
-    bool Next(Child& child) override { return top_.Next(child); }
-
-private:
-    JsonWalk walk_;
-    JsonChildren top_;
+    CountingName<40> matchNames_{"matchName"};  // of all nodes, in the order in which they are written
+    std::string text_;                          // the string that is being written
+    std::vector<Level> levels_;                 // the objects and arrays that the walk is in
 };
 
 }  // namespace
 
 std::unique_ptr<ChildSource> MakeJsonChildren(std::shared_ptr<JsonIterator> top) {
-    return std::make_unique<JsonOutline>(std::move(top));
+    return std::make_unique<JsonChildren>(std::move(top));
 }
 
 }  // namespace zentor
