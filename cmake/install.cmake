@@ -7,12 +7,20 @@ install(TARGETS zentor EXPORT zentorTargets
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(TARGETS zentor_cli RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(DIRECTORY include/zentor DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+
+# For converter plug-ins: headers alone, nothing to link.
+install(DIRECTORY src/model/include/ src/errors/include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zentor/plugin)
+add_library(zentor_plugin INTERFACE)
+target_include_directories(zentor_plugin INTERFACE $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
+set_target_properties(zentor_plugin PROPERTIES EXPORT_NAME plugin)
+install(TARGETS zentor_plugin EXPORT zentorTargets)
 install(EXPORT zentorTargets NAMESPACE zentor:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/zentor)
 
 configure_package_config_file(cmake/zentorConfig.cmake.in ${CMAKE_BINARY_DIR}/zentorConfig.cmake
   INSTALL_DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/zentor)
 write_basic_package_version_file(${CMAKE_BINARY_DIR}/zentorConfigVersion.cmake COMPATIBILITY SameMinorVersion)
 install(FILES ${CMAKE_BINARY_DIR}/zentorConfig.cmake ${CMAKE_BINARY_DIR}/zentorConfigVersion.cmake
+  cmake/zentorPlugin.cmake
   DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/zentor)
 
 file(RELATIVE_PATH ZENTOR_PC_TO_PREFIX /prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig /prefix)

@@ -5,6 +5,8 @@
 #include <stdexcept>
 #include <string>
 
+#include "errors/include/plugin_exception.h"
+
 namespace ns_sensor {
 
 // A failure inside the library: code, finished message and two details (-1 when absent). Raised only by zentor::Raise,
@@ -25,24 +27,3 @@ private:
 };
 
 }  // namespace ns_sensor
-
-namespace ZT_PLUGIN {
-
-// A failure on the converting side: a bare code with two details, without a message. The conversion driver gives it
-// one.
-class ZT_PluginException {
-public:
-    explicit ZT_PluginException(std::uint32_t code, std::int64_t extra1 = -1, std::int64_t extra2 = -1) noexcept
-        : code_(code), extra1_(extra1), extra2_(extra2) {}
-
-    std::uint32_t code() const noexcept { return code_; }
-    std::int64_t extra1() const noexcept { return extra1_; }
-    std::int64_t extra2() const noexcept { return extra2_; }
-
-private:
-    std::uint32_t code_;
-    std::int64_t extra1_;
-    std::int64_t extra2_;
-};
-
-}  // namespace ZT_PLUGIN

@@ -1,0 +1,427 @@
+// Writing a converter plug-in in C++17: nodes that give themselves back, failures as exceptions, and the module's entry
+// points. Everything here is inline and compiled into the plug-in; between it and the library stand only the tables of
+// plugin.h and the interfaces of nodes.h, which document the rules, ranges and codes.
+//
+//     class MyConverter {
+//     public:
+//         static bool CheckFormat(const std::string& inputPath);
+//         static bool Convert(ZT_PLUGIN::Conversion& conversion);
+//     };
+//     ZENTOR_PLUGIN(MyConverter)
+//
+// CheckFormat says whether the input can be converted; it is asked for inputs whose extension or signature is in the
+// module's manifest. Convert makes the document: true when it was written. Both may run on several threads at once, for
+// different inputs. Any exception that leaves them becomes a code: that of a ZT_PluginException, 1034 for want of
+// memory, 1023 for others.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <new>
+#include <string>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include "plugin.h"
+#include "plugin_exception.h"
+#include "zentor/error_codes.h"
+
+namespace ZT_PLUGIN {
+
+// Calls an operation with an error record; throws the code that it stores there.
+template <class Call>
+auto Checked(Call&& call) {
+    ZT_ErrorRecord error{0, 0, -1, -1};
+    if constexpr (std::is_void_v<decltype(call(&error))>) {
+        call(&error);
+        if (error.code != 0) throw ZT_PluginException(error.code, error.extra1, error.extra2);
+    } else {
+        const auto result = call(&error);
+        if (error.code != 0) throw ZT_PluginException(error.code, error.extra1, error.extra2);
+        return result;
+    }
+}
+
+// The input cannot be converted: code 1506, with the byte offset and the line (from 1 on) of the fault, -1 for unknown.
+[[noreturn]] inline void RefuseInput(std::int64_t offset = -1, std::int64_t line = -1) {
+    throw ZT_PluginException(ZT_CONVERSION, offset, line);
+}
+
+// A node, or none. Gives back the reference that it was handed over with; a node that is attached lives on.
+template <class Interface>
+class NodeHandle {
+public:
+    NodeHandle() = default;
+    explicit NodeHandle(Interface* node) : node_(node) {}
+    NodeHandle(NodeHandle&& other) noexcept : node_(std::exchange(other.node_, nullptr)) {}
+    NodeHandle& operator=(NodeHandle&& other) noexcept {
+        std::swap(node_, other.node_);
+        return *this;
+    }
+    ~NodeHandle() {
+        if (node_ != nullptr) node_->GetSharedObject()->Release();
+    }
+
+    Interface* get() const { return node_; }
+    Interface* operator->() const { return node_; }
+
+private:
+    Interface* node_ = nullptr;
+};
+
+// Static nodes. A pattern is the number of digits before and after the point; without one it is taken from the value,
+// as is the legal range.
+class StaticNumber : public NodeHandle<IVkjsonStaticDataNum_v1> {
+public:
+    using NodeHandle::NodeHandle;
+    void SetPattern(std::uint64_t digitsInteger, std::uint64_t digitsDecimal, bool isSigned) {
+        Checked([&](auto* error) { get()->SetPattern(digitsInteger, digitsDecimal, isSigned ? 1 : 0, error); });
+    }
+    // `value`: one that the range must hold, besides that of the node.
+    void SetLegalRange(double minimum, double maximum, double value) {
+        Checked([&](auto* error) { get()->SetRange(minimum, maximum, value, error); });
+    }
+};
+
+class StaticText : public NodeHandle<IVkjsonStaticDataString_v1> {
+public:
+    using NodeHandle::NodeHandle;
+    void SetProperties(std::uint64_t maxLength, std::uint64_t maxDigitsInLength, bool isEventMarker) {
+        Checked([&](auto* error) {
+            get()->SetStringProperties(maxLength, maxDigitsInLength, isEventMarker ? 1 : 0, error);
+        });
+    }
+};
+
+class StaticBool : public NodeHandle<IVkjsonStaticDataBool_v1> {
+public:
+    using NodeHandle::NodeHandle;
+};
+
+class StaticNumberArray : public NodeHandle<IVkjsonStaticDataNumArr_v1> {
+public:
+    using NodeHandle::NodeHandle;
+    void SetValues(const std::vector<double>& values) {
+        Checked([&](auto* error) { get()->SetValues(values.data(), values.size(), error); });
+    }
+    void SetDisplayNames(const std::vector<const char*>& names) {
+        Checked([&](auto* error) { get()->SetDisplayNames(names.data(), names.size(), error); });
+    }
+    void SetIsPoint(bool isPoint) {
+        Checked([&](auto* error) { get()->SetIsPoint(isPoint ? 1 : 0, error); });
+    }
+};
+
+// A time: so many ticks of 1/perSecond seconds, since the start of the day for time codes, since 1970-01-01T00:00:00Z
+// for UTC.
+struct Ticks {
+    std::int64_t count;
+    std::uint32_t perSecond;
+};
+
+// How the values between two samples are to be understood.
+enum class Between : std::uint32_t { kLinear = 1, kHold = 2 };
+
+// What dynamic nodes have in common. Samples are added in the order of time, after the node is attached and the root
+// has its time mode.
+template <class Interface>
+class DynamicNode : public NodeHandle<Interface> {
+public:
+    using NodeHandle<Interface>::NodeHandle;
+    // Writes the samples into the document now, and lets go what was kept for them; the root's Write does it for nodes
+    // that have not.
+    void WriteSamples() {
+        Checked([&](auto* error) { return this->get()->WriteSamples(error); });
+    }
+};
+
+class DynamicNumber : public DynamicNode<IVkjsonDynamicDataNum_v1> {
+public:
+    using DynamicNode::DynamicNode;
+    void SetPattern(std::uint64_t digitsInteger, std::uint64_t digitsDecimal, bool isSigned) {
+        Checked([&](auto* error) { get()->SetPattern(digitsInteger, digitsDecimal, isSigned ? 1 : 0, error); });
+    }
+    void SetLegalRange(double minimum, double maximum) {
+        Checked([&](auto* error) { get()->SetRange(minimum, maximum, minimum, error); });
+    }
+    void AddSample(Ticks time, double value) {
+        Checked([&](auto* error) { return get()->AddSampleAtTicks(time.count, time.perSecond, value, error); });
+    }
+    void AddSample(const std::string& time, double value) {
+        Checked([&](auto* error) { return get()->AddSampleAtTimeString(time.c_str(), value, error); });
+    }
+};
+
+class DynamicNumberArray : public DynamicNode<IVkjsonDynamicDataNumArr_v1> {
+public:
+    using DynamicNode::DynamicNode;
+    void SetPattern(std::uint64_t digitsInteger, std::uint64_t digitsDecimal, bool isSigned) {
+        Checked([&](auto* error) { get()->SetPattern(digitsInteger, digitsDecimal, isSigned ? 1 : 0, error); });
+    }
+    // For the next element.
+    void AddLegalRange(double minimum, double maximum) {
+        Checked([&](auto* error) { get()->AddRange(minimum, maximum, error); });
+    }
+    void AddDisplayName(const std::string& name) {
+        Checked([&](auto* error) { get()->AddDisplayName(name.c_str(), error); });
+    }
+    void SetIsPoint(bool isPoint) {
+        Checked([&](auto* error) { get()->SetIsPoint(isPoint ? 1 : 0, error); });
+    }
+    void AddSample(Ticks time, const std::vector<double>& values) {
+        Checked([&](auto* error) {
+            return get()->AddSampleAtTicks(time.count, time.perSecond, values.data(), values.size(), error);
+        });
+    }
+    void AddSample(const std::string& time, const std::vector<double>& values) {
+        Checked([&](auto* error) {
+            return get()->AddSampleAtTimeString(time.c_str(), values.data(), values.size(), error);
+        });
+    }
+};
+
+class DynamicText : public DynamicNode<IVkjsonDynamicDataString_v1> {
+public:
+    using DynamicNode::DynamicNode;
+    void SetProperties(std::uint64_t maxLength, std::uint64_t maxDigitsInLength, bool isEventMarker) {
+        Checked([&](auto* error) {
+            get()->SetStringProperties(maxLength, maxDigitsInLength, isEventMarker ? 1 : 0, error);
+        });
+    }
+    void AddSample(Ticks time, const std::string& text) {
+        Checked([&](auto* error) { return get()->AddSampleAtTicks(time.count, time.perSecond, text.c_str(), error); });
+    }
+    void AddSample(const std::string& time, const std::string& text) {
+        Checked([&](auto* error) { return get()->AddSampleAtTimeString(time.c_str(), text.c_str(), error); });
+    }
+};
+
+// What a dynamic node is called and how it is sampled. The sample-set identifier is the match name unless given.
+struct DynamicNames {
+    std::string matchName;
+    std::string displayName;
+    Between between = Between::kLinear;
+    std::string sampleSetId = {};
+    std::string maxInterSampleDuration = {};  // of a node with an expected frequency; empty: none
+};
+
+class Group;
+
+// Attaches nodes to a group. They are written in the order in which they are attached.
+class GroupMembers {
+public:
+    void Add(const StaticNumber& node) { AddStatic(node); }
+    void Add(const StaticText& node) { AddStatic(node); }
+    void Add(const StaticBool& node) { AddStatic(node); }
+    void Add(const StaticNumberArray& node) { AddStatic(node); }
+    void Add(const DynamicNumber& node) { AddDynamic(node); }
+    void Add(const DynamicNumberArray& node) { AddDynamic(node); }
+    void Add(const DynamicText& node) { AddDynamic(node); }
+    inline void Add(const Group& group);
+
+protected:
+    GroupMembers() = default;
+    ~GroupMembers() = default;
+    virtual IVkjsonGroup_v1* Members() const = 0;
+
+private:
+    template <class Node>
+    void AddStatic(const Node& node) {
+        Checked([&](auto* error) { Members()->AddStaticDataShared(node->GetSharedObject(), error); });
+    }
+    template <class Node>
+    void AddDynamic(const Node& node) {
+        Checked([&](auto* error) { Members()->AddDynamicDataShared(node->GetSharedObject(), error); });
+    }
+};
+
+class Group : public NodeHandle<IVkjsonGroup_v1>, public GroupMembers {
+public:
+    using NodeHandle::NodeHandle;
+
+protected:
+    IVkjsonGroup_v1* Members() const override { return get(); }
+};
+
+inline void GroupMembers::Add(const Group& group) {
+    Checked([&](auto* error) { Members()->AddGroupShared(group->GetSharedObject(), error); });
+}
+
+class Root : public NodeHandle<IVkjsonRoot_v1>, public GroupMembers {
+public:
+    using NodeHandle::NodeHandle;
+
+    // The time mode of all samples, set before the first of them.
+    void SetTimecode(std::uint32_t frameRateValue, std::uint32_t frameRateScale, bool dropFrame) {
+        Checked([&](auto* error) { get()->SetTimecodeInfo(dropFrame ? 1 : 0, frameRateValue, frameRateScale, error); });
+    }
+    // `precision`: decimals of a second, 0 to 9. `isGmt`: times end in "Z".
+    void SetUtc(std::uint32_t precision, bool isGmt) {
+        Checked([&](auto* error) { get()->SetUtcInfo(precision, isGmt ? 1 : 0, error); });
+    }
+    // Finishes the document: true when it was written.
+    bool Write() {
+        return Checked([&](auto* error) { return get()->WriteDocument(error); }) != 0;
+    }
+
+protected:
+    IVkjsonGroup_v1* Members() const override { return get()->GetGroup(); }
+};
+
+// One conversion: its input, and the factories of its nodes. Match names and sample-set identifiers are unique in a
+// document.
+class Conversion {
+public:
+    Conversion(const ZT_PluginServices& services, StreamContext context, const char* converterId, const char* inputPath)
+        : services_(services), context_(context), converterId_(converterId), inputPath_(inputPath) {}
+    Conversion(const Conversion&) = delete;
+    Conversion& operator=(const Conversion&) = delete;
+
+    const std::string& ConverterId() const { return converterId_; }  // as in the manifest
+    const std::string& InputPath() const { return inputPath_; }      // absolute, UTF-8
+    const ZT_HostServices* Host() const { return services_.host; }
+
+    Root CreateRoot(const std::string& creator) {
+        return Create<Root, IVkjsonRoot_v1>([&](auto** node, auto* error) {
+            Factories().createRoot(context_, node, creator.c_str(), kInterfaceVersion, error);
+        });
+    }
+    Group CreateGroup(const std::string& matchName, const std::string& displayName) {
+        return Create<Group, IVkjsonGroup_v1>([&](auto** node, auto* error) {
+            Factories().createGroup(context_, node, matchName.c_str(), displayName.c_str(), kInterfaceVersion, error);
+        });
+    }
+    StaticNumber CreateNumber(const std::string& matchName, const std::string& displayName, double value) {
+        return Create<StaticNumber, IVkjsonStaticDataNum_v1>([&](auto** node, auto* error) {
+            Factories().createStaticNum(context_, node, matchName.c_str(), displayName.c_str(), value,
+                                        kInterfaceVersion, error);
+        });
+    }
+    StaticText CreateText(const std::string& matchName, const std::string& displayName, const std::string& value) {
+        return Create<StaticText, IVkjsonStaticDataString_v1>([&](auto** node, auto* error) {
+            Factories().createStaticString(context_, node, matchName.c_str(), displayName.c_str(), value.c_str(),
+                                           kInterfaceVersion, error);
+        });
+    }
+    StaticBool CreateBool(const std::string& matchName, const std::string& displayName, bool value) {
+        return Create<StaticBool, IVkjsonStaticDataBool_v1>([&](auto** node, auto* error) {
+            Factories().createStaticBool(context_, node, matchName.c_str(), displayName.c_str(), value ? 1 : 0,
+                                         kInterfaceVersion, error);
+        });
+    }
+    StaticNumberArray CreateNumberArray(const std::string& matchName, const std::string& displayName,
+                                        const std::vector<double>& values) {
+        auto array = Create<StaticNumberArray, IVkjsonStaticDataNumArr_v1>([&](auto** node, auto* error) {
+            Factories().createStaticNumArr(context_, node, matchName.c_str(), displayName.c_str(), kInterfaceVersion,
+                                           error);
+        });
+        array.SetValues(values);
+        return array;
+    }
+    DynamicNumber CreateDynamicNumber(const DynamicNames& names) {
+        return Named(names, Create<DynamicNumber, IVkjsonDynamicDataNum_v1>([&](auto** node, auto* error) {
+                         Factories().createDynamicNum(context_, node, kInterfaceVersion, error);
+                     }));
+    }
+    DynamicNumberArray CreateDynamicNumberArray(const DynamicNames& names, std::uint64_t size) {
+        auto array =
+            Named(names, Create<DynamicNumberArray, IVkjsonDynamicDataNumArr_v1>([&](auto** node, auto* error) {
+                      Factories().createDynamicNumArr(context_, node, kInterfaceVersion, error);
+                  }));
+        Checked([&](auto* error) { array->SetArraySize(size, error); });
+        return array;
+    }
+    DynamicText CreateDynamicText(const DynamicNames& names) {
+        return Named(names, Create<DynamicText, IVkjsonDynamicDataString_v1>([&](auto** node, auto* error) {
+                         Factories().createDynamicString(context_, node, kInterfaceVersion, error);
+                     }));
+    }
+
+private:
+    const ZT_NodeFactories& Factories() const { return *services_.factories; }
+
+    template <class Handle, class Interface, class Make>
+    static Handle Create(Make&& make) {
+        Interface* node = nullptr;
+        Checked([&](auto* error) { make(&node, error); });
+        return Handle(node);
+    }
+
+    template <class Node>
+    static Node Named(const DynamicNames& names, Node node) {
+        const std::string& sampleSetId = names.sampleSetId.empty() ? names.matchName : names.sampleSetId;
+        const bool hasFrequency = !names.maxInterSampleDuration.empty();
+        Checked([&](auto* error) {
+            node->Initialize(names.matchName.c_str(), names.displayName.c_str(), sampleSetId.c_str(), 0,
+                             static_cast<std::uint32_t>(names.between), hasFrequency ? 1 : 0,
+                             names.maxInterSampleDuration.c_str(), error);
+        });
+        return node;
+    }
+
+    const ZT_PluginServices& services_;
+    StreamContext context_;
+    std::string converterId_;
+    std::string inputPath_;
+};
+
+// The entry points of a module whose converter is `Converter`.
+template <class Converter>
+class PluginModule {
+public:
+    static void Initialize(const ZT_PluginServices* services, ZT_PluginEntryPoints* entryPoints,
+                           ZT_ErrorRecord* error) noexcept {
+        Guarded(error, [&] {
+            if (services == nullptr || services->version < kInterfaceVersion || services->factories == nullptr ||
+                entryPoints == nullptr || entryPoints->size < sizeof *entryPoints) {
+                throw ZT_PluginException(ZT_INVALID_POINTER);
+            }
+            services_ = services;
+            entryPoints->initializeSession = &InitializeSession;
+            entryPoints->checkFileFormat = &CheckFileFormat;
+            entryPoints->convert = &Convert;
+        });
+    }
+
+private:
+    template <class Body>
+    static void Guarded(ZT_ErrorRecord* error, Body&& body) noexcept {
+        ZT_ErrorRecord outcome{0, 0, -1, -1};
+        try {
+            body();
+        } catch (const ZT_PluginException& failure) {
+            outcome = {0, failure.code(), failure.extra1(), failure.extra2()};
+        } catch (const std::bad_alloc&) {
+            outcome.code = ZT_CONVERTER_OUT_OF_MEMORY;
+        } catch (...) {
+            outcome.code = ZT_CONVERTER_UNKNOWN;
+        }
+        if (error != nullptr) *error = outcome;
+    }
+
+    static void InitializeSession(const char*, const char* converterId, const char* inputPath, StreamContext context,
+                                  void** session, ZT_ErrorRecord* error) {
+        Guarded(error, [&] { *session = new Conversion(*services_, context, converterId, inputPath); });
+    }
+    static void CheckFileFormat(const char*, const char* inputPath, std::uint8_t* accepted, ZT_ErrorRecord* error) {
+        Guarded(error, [&] { *accepted = Converter::CheckFormat(std::string(inputPath)) ? 1 : 0; });
+    }
+    static void Convert(void* session, std::uint8_t* converted, ZT_ErrorRecord* error) {
+        Guarded(error, [&] {
+            const std::unique_ptr<Conversion> conversion(static_cast<Conversion*>(session));
+            *converted = Converter::Convert(*conversion) ? 1 : 0;
+        });
+    }
+
+    static inline const ZT_PluginServices* services_ = nullptr;
+};
+
+}  // namespace ZT_PLUGIN
+
+// Once in a module: makes `Converter` its converter.
+#define ZENTOR_PLUGIN(Converter)                                                                                  \
+    ZT_PLUGIN_EXPORT void InitializePlugin(const char*, const ZT_PLUGIN::ZT_PluginServices* services,             \
+                                           ZT_PLUGIN::ZT_PluginEntryPoints* entryPoints, ZT_ErrorRecord* error) { \
+        ZT_PLUGIN::PluginModule<Converter>::Initialize(services, entryPoints, error);                             \
+    }

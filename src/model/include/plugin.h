@@ -1,0 +1,113 @@
+// The binary interface between the library and converter plug-ins.
+//
+// A plug-in module is a dynamic library in the folder `zentor-plugins` beside the library. It exports one function,
+// InitializePlugin, and carries two texts that the library reads without running any code of the module:
+// - its manifest, JSON: a resource of type "txt" and name "ZTPLUGINUIDS" on Windows, the section
+//   ".zt.txt.ZTPLUGINUIDS" elsewhere;
+// - its identifier: likewise under the name "MODULE_IDENTIFIER".
+// zentor_add_plugin() of the CMake package embeds both. converter.h wraps everything here for C++.
+//
+// Order of calls: InitializePlugin when a converter of the module is needed for the first time; then for each input
+// CheckFileFormat, and if that says yes and the converter is chosen, InitializeSession and Convert, once each and on
+// one thread; Terminate before the module is unloaded. Conversions of different inputs may run on several threads at
+// once.
+//
+// Everything is plain tables and flat interfaces, for any compiler. No exception leaves a function of either side:
+// failures are codes in the error record, whose two details the host is given as they are (-1: none). Texts are
+// zero-terminated UTF-8 and borrowed for the call.
+#pragma once
+
+#include <stdint.h>
+
+#include "nodes.h"
+
+#if defined(_WIN32)
+#define ZT_PLUGIN_EXPORT extern "C" __declspec(dllexport)
+#else
+#define ZT_PLUGIN_EXPORT extern "C" __attribute__((visibility("default")))
+#endif
+
+namespace ZT_PLUGIN {
+
+// The version of the tables here, and of the interfaces of nodes.h.
+inline constexpr uint32_t kInterfaceVersion = 1;
+
+// The document of one conversion; nodes belong to the document that they were made for.
+typedef uint64_t StreamContext;
+
+// How a plug-in makes nodes. Each factory stores the new node's interface through `node`, with one reference already
+// counted: the first Acquire takes that one over, and a plug-in that never calls Acquire gives it back with one Release
+// (of the node's GetSharedObject). A node that is attached is kept by its group. `version` is kInterfaceVersion of the
+// header that the plug-in was built with. On failure *node stays as it was. Codes: 2027 (`node` is null), 2029 (a
+// version above 1), 2030 (version 0), 2008 (a number that is not finite).
+struct ZT_NodeFactories {
+    uint64_t size;  // of this table, in bytes
+    // Also code 1505: no creator, or an empty one. A document has one root.
+    void (*createRoot)(StreamContext context, IVkjsonRoot_v1** node, const char* creator, uint32_t version,
+                       ZT_ErrorRecord* error);
+    void (*createGroup)(StreamContext context, IVkjsonGroup_v1** node, const char* matchName, const char* displayName,
+                        uint32_t version, ZT_ErrorRecord* error);
+    // Dynamic nodes get their names when they are initialised.
+    void (*createDynamicNumArr)(StreamContext context, IVkjsonDynamicDataNumArr_v1** node, uint32_t version,
+                                ZT_ErrorRecord* error);
+    void (*createDynamicNum)(StreamContext context, IVkjsonDynamicDataNum_v1** node, uint32_t version,
+                             ZT_ErrorRecord* error);
+    void (*createDynamicString)(StreamContext context, IVkjsonDynamicDataString_v1** node, uint32_t version,
+                                ZT_ErrorRecord* error);
+    void (*createStaticNum)(StreamContext context, IVkjsonStaticDataNum_v1** node, const char* matchName,
+                            const char* displayName, double value, uint32_t version, ZT_ErrorRecord* error);
+    void (*createStaticNumArr)(StreamContext context, IVkjsonStaticDataNumArr_v1** node, const char* matchName,
+                               const char* displayName, uint32_t version, ZT_ErrorRecord* error);
+    void (*createStaticString)(StreamContext context, IVkjsonStaticDataString_v1** node, const char* matchName,
+                               const char* displayName, const char* value, uint32_t version, ZT_ErrorRecord* error);
+    // `value`: any other than 0 is true.
+    void (*createStaticBool)(StreamContext context, IVkjsonStaticDataBool_v1** node, const char* matchName,
+                             const char* displayName, uint8_t value, uint32_t version, ZT_ErrorRecord* error);
+};
+
+// What else a plug-in can ask for.
+struct ZT_HostServices {
+    uint64_t size;  // of this table, in bytes
+    // Reference counting by address: a pointer that is no live object of the library is ignored.
+    void (*acquire)(ISharedObject* object);
+    void (*release)(ISharedObject* object);
+    // The two tables that the host application passed to CreateZentor_1; null where it has none. What they hold is
+    // between the application and its plug-ins.
+    const void* hostTable1;
+    const void* hostTable2;
+};
+
+// What the library hands to InitializePlugin. Lives until the module is unloaded.
+struct ZT_PluginServices {
+    uint32_t size;     // of this table, in bytes
+    uint32_t version;  // 1
+    const ZT_NodeFactories* factories;
+    const ZT_HostServices* host;
+};
+
+// What a module fills in InitializePlugin; the library has set `size` and `version`, which stay as they are.
+struct ZT_PluginEntryPoints {
+    uint32_t size;     // 48
+    uint32_t version;  // 1
+    // The end of the module. May be null.
+    void (*terminate)(ZT_ErrorRecord* error);
+    // Begins the conversion of one input by one of the module's converters. `inputPath` is absolute. What is stored
+    // through `session` is handed to `convert` and is the module's own; it ends with that call.
+    void (*initializeSession)(const char* moduleIdentifier, const char* converterIdentifier, const char* inputPath,
+                              StreamContext context, void** session, ZT_ErrorRecord* error);
+    void* reserved;
+    // Whether the module can convert the input: any value of *accepted other than 0 is yes. May be null: the manifest
+    // decides.
+    void (*checkFileFormat)(const char* moduleIdentifier, const char* inputPath, uint8_t* accepted,
+                            ZT_ErrorRecord* error);
+    // Makes the document: creates its root, attaches nodes, and calls the root's WriteDocument. *converted other than
+    // 0: it did. The session is over, whatever the result.
+    void (*convert)(void* session, uint8_t* converted, ZT_ErrorRecord* error);
+};
+
+// The type of the function InitializePlugin, which every module exports. The module cannot be used, and is unloaded, if
+// it stores a code in `error`.
+typedef void (*ZT_InitializePlugin)(const char* moduleIdentifier, const ZT_PluginServices* services,
+                                    ZT_PluginEntryPoints* entryPoints, ZT_ErrorRecord* error);
+
+}  // namespace ZT_PLUGIN
