@@ -141,6 +141,20 @@ struct ZT_DataTypeCallbacks {
     void (*addArrayDisplayName)(void* handle, uint64_t index, const char* text, uint64_t length);
 };
 
+// Hands over the plug-in modules that were found (slot 9), in the order in which they are asked: each module, then its
+// converters, each followed by its extensions and signatures.
+struct ZT_PluginCallbacks {
+    // `identifier` is the module's own. A module that cannot be used has no converters, and a problem: an error code
+    // with its message; else these are 0 and empty.
+    void (*addModule)(void* listContext, const char* path, const char* identifier, uint32_t problemCode,
+                      const char* problem);
+    // `isForced`: 1 for a converter that comes before the built-in ones, else 0.
+    void (*addConverter)(void* listContext, const char* identifier, const char* name, double version, uint8_t isForced);
+    void (*addExtension)(void* listContext, const char* extension);  // without a dot, in lower case
+    // What inputs have at a byte offset, one of these.
+    void (*addSignature)(void* listContext, uint64_t offset, const char* bytes, uint64_t length);
+};
+
 struct ZT_HostSuite {
     const ZT_DataPathCallbacks* dataPaths;       // slot 0
     const ZT_NodeInfoCallbacks* nodeInfo;        // slot 1
@@ -152,7 +166,7 @@ struct ZT_HostSuite {
     const ZT_DataTypeCallbacks* dataTypes;       // slot 7
     // slot 8: one supported format. `extension` has no dot and is in lower case.
     void (*addFormat)(void* listContext, const char* extension, const char* displayName);
-    const void* reserved;  // slot 9: must be null
+    const ZT_PluginCallbacks* plugins;  // slot 9
     // slot 10: the text that GetLocalizedErrorMsg_1 formed. `length` in bytes.
     void (*localizedMessage)(void* hostContext, const char* text, uint64_t length);
     // slot 11: a failure. `extra1` and `extra2` are details, -1 when there is none: the byte offset of a fault in a
@@ -325,11 +339,13 @@ ZT_EXPORTED void CreateZentor_1(IZentor** zentor, const void* hostTable1, const 
                                 void* errorContext, const ZT_HostSuite* suite,
                                 const ZT_LibraryCallbacks** libraryCallbacks);
 
-// Gives a manager back and nulls *zentor. The last one destroys the manager with all its streams and handlers and
-// deletes their temporary documents. Code 1 for a null or foreign pointer.
+// Gives a manager back and nulls *zentor. The last one destroys the manager with all its streams and handlers, deletes
+// their temporary documents and unloads plug-ins. Code 1 for a null or foreign pointer; the code that a plug-in gave
+// when it was ended, after everything has been done.
 ZT_EXPORTED void DestroyZentor_1(IZentor** zentor, void* errorContext);
 
-// Calls the suite's `addFormat` once for each supported format, by ascending extension. `suite` is kept if none is yet.
+// Calls the suite's `addFormat` once for each supported format, by ascending extension, and then the suite's entries
+// for the plug-in modules that were found. Plug-ins are read, but not loaded for that. `suite` is kept if none is yet.
 ZT_EXPORTED void GetSupportedFormats_1(void* listContext, void* errorContext, const ZT_HostSuite* suite);
 
 // Forms the message of `key` with up to four parameters (null: empty) and hands it to the suite's `localizedMessage`.

@@ -1,9 +1,14 @@
 #include "conversion/driver.h"
 
+#include <functional>
+
 #include "conversion/format_table.h"
 #include "conversion/input_checks.h"
 #include "conversion/output_placement.h"
+#include "conversion/plugin/plugin_converter.h"
+#include "conversion/plugin/plugin_host.h"
 #include "errors/exception.h"
+#include "errors/last_exception.h"
 #include "errors/raise.h"
 #include "model/stream_state.h"
 #include "writer/document_writer.h"
@@ -27,10 +32,35 @@ private:
     std::uint64_t id_;
 };
 
-void RunConverter(const NativeFormat& format, const std::string& inputPath, const std::string& originalName,
+// Makes the converter for one input.
+using MakeConverter = std::function<std::unique_ptr<ZT_ConverterHandlerBase>(ConversionInfo info)>;
+
+// The converter of an input: a plug-in that insists on it, a built-in one, or any other plug-in. What it gives keeps
+// the plug-ins while it is used. Code 25 when there is none.
+MakeConverter FindConverter(const std::string& inputPath) {
+    const std::string extension = LowerCaseAscii(ExtensionOf(inputPath));
+    const auto plugins = Plugins();
+    const NativeFormat* const format = FindConvertibleFormat(extension);
+    const ZT_PLUGIN::PluginConverter* converter = nullptr;
+    const auto lastException = GetLastException();
+    try {
+        converter = plugins->FindForced(inputPath, extension);
+    } catch (const ns_sensor::ZT_Exception&) {
+        if (format == nullptr) throw;  // a plug-in that fails does not take a built-in converter's input away
+        RestoreLastException(lastException);
+    }
+    if (converter == nullptr && format != nullptr) return format->makeConverter;
+    if (converter == nullptr) converter = plugins->FindOther(inputPath, extension);
+    if (converter == nullptr) Raise(kFileFormatNotSupported);
+    return [plugins, converter](ConversionInfo info) {
+        return std::make_unique<ZT_PLUGIN::ZT_ConverterHandlerInstance>(std::move(info), *converter);
+    };
+}
+
+void RunConverter(const MakeConverter& makeConverter, const std::string& inputPath, const std::string& originalName,
                   const std::string& documentPath) {
     const OpenStreamScope stream(documentPath);
-    const auto converter = format.makeConverter({inputPath, originalName, stream.Key()});
+    const auto converter = makeConverter({inputPath, originalName, stream.Key()});
     bool converted = false;
     try {
         converted = converter->Convert();
@@ -63,16 +93,14 @@ InputFile CheckInput(const char* inputPath) {
 }
 
 std::shared_ptr<DocumentRecord> PrepareInput(const InputFile& input, const std::string& outputPath) {
-    const std::string extension = ExtensionOf(input.path);
-    const bool isNamedDocument = extension == "vkjson";
+    const bool isNamedDocument = ExtensionOf(input.path) == "vkjson";
     if (isNamedDocument || IsVkjsonDocument(input.path)) {
         if (!outputPath.empty() && !File_IO::IsSameFile(input.path, outputPath)) CheckOutput(outputPath);
         return RecordOfDocument(input.path, !isNamedDocument);
     }
-    const NativeFormat* format = FindConvertibleFormat(LowerCaseAscii(extension));
-    if (format == nullptr) Raise(kFileFormatNotSupported);
+    const MakeConverter makeConverter = FindConverter(input.path);
     auto record = CreateDocumentFor(input, outputPath);
-    RunConverter(*format, input.path, input.name, record->documentPath);
+    RunConverter(makeConverter, input.path, input.name, record->documentPath);
     return record;
 }
 

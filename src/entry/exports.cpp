@@ -2,10 +2,13 @@
 #include <memory>
 #include <mutex>
 
-#include "conversion/format_table.h"
+#include "conversion/plugin/plugin_host.h"
+#include "conversion/plugin/services.h"
+#include "entry/format_list.h"
 #include "entry/zentor_impl.h"
 #include "errors/host_boundary.h"
 #include "errors/last_exception.h"
+#include "errors/locale.h"
 #include "errors/message.h"
 #include "errors/raise.h"
 #include "model/live_objects.h"
@@ -18,26 +21,30 @@ std::mutex managerMutex;
 std::unique_ptr<ZentorImpl> manager;
 std::uint64_t instanceCount = 0;
 
-IZentor* AcquireManager() {
+IZentor* AcquireManager(const char* locale, const void* hostTable1, const void* hostTable2) {
     const std::lock_guard lock(managerMutex);
-    if (!manager) manager = std::make_unique<ZentorImpl>();
+    if (!manager) {
+        UnloadPlugins();  // those that were looked at without a manager
+        SetLocale(locale);
+        SetHostTables(hostTable1, hostTable2);
+        manager = std::make_unique<ZentorImpl>();
+    }
     ++instanceCount;
     return manager.get();
 }
 
-void ReleaseManager(const IZentor* released) {
-    std::unique_ptr<ZentorImpl> last;  // goes outside the lock: it closes and deletes files
-    const std::lock_guard lock(managerMutex);
-    if (released == nullptr || released != manager.get()) Raise(kInvalidPointer, Quoted("IZentor"));
-    if (--instanceCount == 0) last = std::move(manager);
-}
-
-void AcquireShared(ZT_PLUGIN::ISharedObject* object) {
-    if (auto* live = ZT_PLUGIN::FindLiveObject(object)) live->Acquire();
-}
-
-void ReleaseShared(ZT_PLUGIN::ISharedObject* object) {
-    if (auto* live = ZT_PLUGIN::FindLiveObject(object)) live->Release();
+// Nulls the host's pointer as soon as the manager is given back, whatever plug-ins say to their end.
+void ReleaseManager(IZentor*& released) {
+    std::unique_ptr<ZentorImpl> last;
+    {
+        const std::lock_guard lock(managerMutex);
+        if (released == nullptr || released != manager.get()) Raise(kInvalidPointer, Quoted("IZentor"));
+        released = nullptr;
+        if (--instanceCount == 0) last = std::move(manager);
+    }
+    if (!last) return;
+    last.reset();  // outside the lock: it closes and deletes files
+    UnloadPlugins();
 }
 
 void* GetInternalOfShared(ZT_PLUGIN::ISharedObject* object) {
@@ -45,7 +52,8 @@ void* GetInternalOfShared(ZT_PLUGIN::ISharedObject* object) {
     return live == nullptr ? nullptr : live->GetInternal();
 }
 
-constexpr ZT_LibraryCallbacks kLibraryCallbacks{&AcquireShared, &ReleaseShared, &GetInternalOfShared};
+constexpr ZT_LibraryCallbacks kLibraryCallbacks{&ZT_PLUGIN::AcquireLiveObject, &ZT_PLUGIN::ReleaseLiveObject,
+                                                &GetInternalOfShared};
 
 }  // namespace
 
@@ -53,14 +61,13 @@ constexpr ZT_LibraryCallbacks kLibraryCallbacks{&AcquireShared, &ReleaseShared, 
 
 using namespace zentor;
 
-// The tables for plug-ins and the locale have no use yet: there is no plug-in host, and messages are in English.
-void CreateZentor_1(IZentor** zentor, const void* /*hostTable1*/, const void* /*hostTable2*/, const char* /*locale*/,
+void CreateZentor_1(IZentor** zentor, const void* hostTable1, const void* hostTable2, const char* locale,
                     void* errorContext, const ZT_HostSuite* suite, const ZT_LibraryCallbacks** libraryCallbacks) {
     RunAtBoundary(errorContext, [&] {
         OfferHostSuite(suite);
         if (zentor == nullptr) Raise(kInvalidPointer, Quoted("IZentor"));
         *zentor = nullptr;
-        *zentor = AcquireManager();
+        *zentor = AcquireManager(locale, hostTable1, hostTable2);
         SetErrorContext(errorContext);
         if (libraryCallbacks != nullptr) *libraryCallbacks = &kLibraryCallbacks;
     });
@@ -68,9 +75,8 @@ void CreateZentor_1(IZentor** zentor, const void* /*hostTable1*/, const void* /*
 
 void DestroyZentor_1(IZentor** zentor, void* errorContext) {
     RunAtBoundary(errorContext, [&] {
-        if (zentor == nullptr || *zentor == nullptr) Raise(kInvalidPointer, Quoted("IZentor"));
+        if (zentor == nullptr) Raise(kInvalidPointer, Quoted("IZentor"));
         ReleaseManager(*zentor);
-        *zentor = nullptr;
     });
 }
 
@@ -78,10 +84,9 @@ void GetSupportedFormats_1(void* listContext, void* errorContext, const ZT_HostS
     RunAtBoundary(errorContext, [&] {
         OfferHostSuite(suite);
         const ZT_HostSuite* host = HostSuite();
-        if (host == nullptr || host->addFormat == nullptr) return;
-        for (const NativeFormat& format : NativeFormats()) {
-            host->addFormat(listContext, std::string(format.extension).c_str(), format.displayName);
-        }
+        if (host == nullptr) return;
+        ListFormats(*host, listContext);
+        ListPlugins(*host, listContext);
     });
 }
 

@@ -140,6 +140,9 @@ struct ErrorEntry {
     X(kMandatoryPropertyNotPresent, 1503, "ZTPlugin/MandatoryPropertyNotPresent=Mandatory property not present.") \
     X(kManifestPropertyType, 1504, "ZTPlugin/InvalidPropertyType=Invalid : ^1 type, expected type : ^2.") \
     X(kSchemaViolation, 1504, "ZTPlugin/SchemaViolation=Schema violation of Property: ^1.") \
+    X(kPluginCheckFileFormat, 1506, "ZTPlugin/CheckFileFormat=Error in Plugin Check File Format of converter ^1 with id ^2.") \
+    X(kInitializeSessionFailed, 1506, "ZTPlugin/IntialzeSessionFailed=Initialize Session Failed of converter ^1 with id ^2.") \
+    X(kTerminatePluginFailed, 1506, "ZTPlugin/TerminatePluginFailed=Terminate of Plugin with id ^1 failed") \
     X(kConversionFailure, 1506, "ConversionFailure=File Cannot be converted.") \
     X(kPluginConverter, 1506, "ZTPlugin/Converter=Conversion to VKJSON using converter ^1 with id ^2 failed.") \
     X(kConverterFailure, 2009, "ConverterFailure=Internal converter failure") \

@@ -22,13 +22,22 @@ std::shared_ptr<const LastException> GetLastException() noexcept {
     return record == nullptr ? nullptr : *record;
 }
 
-void SetLastException(LastException record) noexcept {
+void RestoreLastException(Record record) noexcept {
     ClearLastException();
+    if (record == nullptr) return;
     try {
-        auto kept = std::make_unique<Record>(std::make_shared<const LastException>(std::move(record)));
+        auto kept = std::make_unique<Record>(std::move(record));
         if (Slot().Set(kept.get())) static_cast<void>(kept.release());
     } catch (...) {
         // The failure itself is still reported; only the record of it is missing.
+    }
+}
+
+void SetLastException(LastException record) noexcept {
+    try {
+        RestoreLastException(std::make_shared<const LastException>(std::move(record)));
+    } catch (...) {
+        ClearLastException();
     }
 }
 

@@ -23,4 +23,8 @@ std::shared_ptr<const LastException> GetLastException() noexcept;
 void SetLastException(LastException record) noexcept;
 void ClearLastException() noexcept;
 
+// Replaces the calling thread's record by one that GetLastException gave before: for looking whether something works,
+// when it is no failure that it does not.
+void RestoreLastException(std::shared_ptr<const LastException> record) noexcept;
+
 }  // namespace zentor

@@ -17,6 +17,8 @@ public:
     virtual bool HasHeader() const = 0;
     // Whether the document is neither finished nor given up.
     virtual bool IsOpen() const = 0;
+    // Whether the document is whole.
+    virtual bool IsFinished() const = 0;
     // Writes a set of samples, and the header before the first; a set without samples writes nothing. Code 2001 when
     // the document is not open.
     virtual void WriteSampleSet(const IVkjsonRoot_I& root, const DynamicNodeView& node, SampleBuffer& samples) = 0;

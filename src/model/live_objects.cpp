@@ -32,4 +32,12 @@ SharedObjectImpl* FindLiveObject(const void* address) noexcept {
     return found == Registry().end() ? nullptr : found->second;
 }
 
+void AcquireLiveObject(ISharedObject* object) noexcept {
+    if (auto* const live = FindLiveObject(object)) live->Acquire();
+}
+
+void ReleaseLiveObject(ISharedObject* object) noexcept {
+    if (auto* const live = FindLiveObject(object)) live->Release();
+}
+
 }  // namespace ZT_PLUGIN

@@ -19,4 +19,8 @@ Implementation* FindLive(const void* address) noexcept {
     return dynamic_cast<Implementation*>(FindLiveObject(address));
 }
 
+// For clients: reference counting by address. A pointer that is no live object is ignored.
+void AcquireLiveObject(ISharedObject* object) noexcept;
+void ReleaseLiveObject(ISharedObject* object) noexcept;
+
 }  // namespace ZT_PLUGIN

@@ -16,6 +16,7 @@ public:
     void WriteHeader(const ZT_PLUGIN::IVkjsonRoot_I& root) override;
     bool HasHeader() const override { return headerWritten_; }
     bool IsOpen() const override { return state_ == State::kOpen; }
+    bool IsFinished() const override { return state_ == State::kFinished; }
     void WriteSampleSet(const ZT_PLUGIN::IVkjsonRoot_I& root, const ZT_PLUGIN::DynamicNodeView& node,
                         ZT_PLUGIN::SampleBuffer& samples) override;
     void GiveUp() noexcept override;

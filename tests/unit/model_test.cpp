@@ -83,6 +83,7 @@ public:
     void WriteHeader(const IVkjsonRoot_I&) override { state_.hasHeader = true; }
     bool HasHeader() const override { return state_.hasHeader; }
     bool IsOpen() const override { return state_.finished == 0; }
+    bool IsFinished() const override { return state_.finished != 0; }
     void GiveUp() noexcept override {}
     void WriteSampleSet(const IVkjsonRoot_I&, const DynamicNodeView&, SampleBuffer&) override {}
     bool Finish(IVkjsonRoot_I&) override { return ++state_.finished == 1; }

@@ -1,0 +1,30 @@
+// What a plug-in module says about its converters.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zentor {
+
+// Bytes that an input has at an offset.
+struct FormatSignature {
+    std::uint64_t offset;
+    std::string bytes;
+};
+
+struct ConverterManifest {
+    std::string identifier;
+    std::string name;  // in the locale asked for, else in English
+    double version = 0;
+    bool isForced = false;                    // comes before the built-in converters
+    std::vector<FormatSignature> signatures;  // of one of them an input has the bytes
+    std::vector<std::string> extensions;      // without a dot; A to Z in lower case
+};
+
+// The converters of a manifest, in its order. Codes 1503 (no JSON, with the byte offset; no "converter"), 1504 (other
+// than the schema has it; with the property).
+std::vector<ConverterManifest> ReadManifest(std::string_view json, std::string_view locale);
+
+}  // namespace zentor

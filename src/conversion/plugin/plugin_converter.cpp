@@ -1,0 +1,47 @@
+#include "conversion/plugin/plugin_converter.h"
+
+#include <charconv>
+
+#include "errors/raise.h"
+#include "model/stream_state.h"
+
+namespace ZT_PLUGIN {
+
+using namespace zentor;
+
+namespace {
+
+std::uint64_t StreamIdOf(const std::string& streamKey) {
+    std::uint64_t id = 0;
+    std::from_chars(streamKey.data(), streamKey.data() + streamKey.size(), id);
+    return id;
+}
+
+}  // namespace
+
+bool ZT_ConverterHandlerInstance::Convert() {
+    const ConverterManifest& manifest = converter_.manifest;
+    const ZT_PluginEntryPoints& entryPoints = converter_.module->EntryPoints();
+    const std::uint64_t streamId = StreamIdOf(Info().streamKey);
+    void* session = nullptr;
+    const ZT_ErrorRecord opened = CallModule([&](ZT_ErrorRecord* error) {
+        entryPoints.initializeSession(converter_.module->Identifier().c_str(), manifest.identifier.c_str(),
+                                      Info().inputPath.c_str(), streamId, &session, error);
+    });
+    if (opened.code != 0) {
+        Raise({opened.code, kInitializeSessionFailed, opened.extra1, opened.extra2}, manifest.name,
+              manifest.identifier);
+    }
+    std::uint8_t converted = 0;
+    const ZT_ErrorRecord done =
+        CallModule([&](ZT_ErrorRecord* error) { entryPoints.convert(session, &converted, error); });
+    if (done.code != 0) {
+        Raise({done.code, kPluginConverter, done.extra1, done.extra2}, manifest.name, manifest.identifier);
+    }
+    const auto stream = FindStream(streamId);
+    const bool isWritten = stream && stream->writer && stream->writer->IsFinished();
+    if (converted == 0 || !isWritten) Raise(kPluginConverter, manifest.name, manifest.identifier);
+    return true;
+}
+
+}  // namespace ZT_PLUGIN

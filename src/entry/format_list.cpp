@@ -1,0 +1,62 @@
+#include "entry/format_list.h"
+
+#include <map>
+#include <string>
+
+#include "conversion/format_table.h"
+#include "conversion/plugin/plugin_host.h"
+
+namespace zentor {
+
+namespace {
+
+void ListConverter(const ZT_PluginCallbacks& callbacks, const ConverterManifest& converter, void* listContext) {
+    if (callbacks.addConverter != nullptr) {
+        callbacks.addConverter(listContext, converter.identifier.c_str(), converter.name.c_str(), converter.version,
+                               converter.isForced ? 1 : 0);
+    }
+    if (callbacks.addExtension != nullptr) {
+        for (const std::string& extension : converter.extensions) {
+            callbacks.addExtension(listContext, extension.c_str());
+        }
+    }
+    if (callbacks.addSignature != nullptr) {
+        for (const FormatSignature& signature : converter.signatures) {
+            callbacks.addSignature(listContext, signature.offset, signature.bytes.data(), signature.bytes.size());
+        }
+    }
+}
+
+}  // namespace
+
+void ListFormats(const ZT_HostSuite& host, void* listContext) {
+    if (host.addFormat == nullptr) return;
+    std::map<std::string, std::string> formats;
+    for (const NativeFormat& format : NativeFormats()) formats.emplace(format.extension, format.displayName);
+    const auto plugins = Plugins();
+    for (const ZT_PLUGIN::FoundModule& module : plugins->Modules()) {
+        for (const ZT_PLUGIN::PluginConverter& converter : module.converters) {
+            for (const std::string& extension : converter.manifest.extensions) {
+                formats.emplace(extension, converter.manifest.name);
+            }
+        }
+    }
+    for (const auto& [extension, name] : formats) host.addFormat(listContext, extension.c_str(), name.c_str());
+}
+
+void ListPlugins(const ZT_HostSuite& host, void* listContext) {
+    if (host.plugins == nullptr) return;
+    const ZT_PluginCallbacks& callbacks = *host.plugins;
+    const auto plugins = Plugins();
+    for (const ZT_PLUGIN::FoundModule& module : plugins->Modules()) {
+        if (callbacks.addModule != nullptr) {
+            callbacks.addModule(listContext, module.path.c_str(), module.identifier.c_str(), module.problemCode,
+                                module.problem.c_str());
+        }
+        for (const ZT_PLUGIN::PluginConverter& converter : module.converters) {
+            ListConverter(callbacks, converter.manifest, listContext);
+        }
+    }
+}
+
+}  // namespace zentor
