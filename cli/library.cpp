@@ -11,8 +11,32 @@ std::string Report::Text() const {
     return text;
 }
 
+namespace {
+
+PluginConverter& LastConverter(void* list) { return static_cast<Converters*>(list)->plugins.back().converters.back(); }
+
+constexpr ZT_PluginCallbacks kPluginCallbacks{
+    [](void* list, const char* path) { static_cast<Converters*>(list)->pluginFolder = path; },
+    [](void* list, const char* path, const char* identifier, std::uint32_t problemCode, const char* problem) {
+        static_cast<Converters*>(list)->plugins.push_back({path, identifier, {problemCode, problem, -1}, {}});
+    },
+    [](void* list, const char* identifier, const char* name, double version, std::uint8_t isForced) {
+        static_cast<Converters*>(list)->plugins.back().converters.push_back(
+            {identifier, name, version, isForced != 0, {}, {}});
+    },
+    [](void* list, const char* extension) { LastConverter(list).extensions.emplace_back(extension); },
+    [](void* list, std::uint64_t offset, const char* bytes, std::uint64_t length) {
+        LastConverter(list).signatures.push_back({offset, std::string(bytes, length)});
+    },
+};
+
+}  // namespace
+
 Library::Library(const std::string& locale) {
-    suite_.addFormat = &AddFormat;
+    suite_.addFormat = [](void* list, const char* extension, const char* displayName) {
+        static_cast<Converters*>(list)->formats.push_back({extension, displayName});
+    };
+    suite_.plugins = &kPluginCallbacks;
     suite_.localizedMessage = &TakeMessage;
     suite_.reportError = &TakeReport;
     TakeResults(suite_);
@@ -30,10 +54,6 @@ void Library::TakeMessage(void* library, const char* text, std::uint64_t length)
     static_cast<Library*>(library)->message_.assign(text, length);
 }
 
-void Library::AddFormat(void* list, const char* extension, const char* displayName) {
-    static_cast<std::vector<Format>*>(list)->push_back({extension, displayName});
-}
-
 void Library::Check(ZT_Result result) const {
     if (result == ZT_OK) return;
     throw LibraryFailure(report_.code == result ? report_ : Report{result, {}, -1});
@@ -44,10 +64,10 @@ void Library::Fail(std::uint32_t code, const char* key) {
     throw LibraryFailure(Report{code, message_, -1});
 }
 
-std::vector<Format> Library::Formats() {
-    std::vector<Format> formats;
-    GetSupportedFormats_1(&formats, this, &suite_);
-    return formats;
+Converters Library::ListConverters() {
+    Converters converters;
+    GetSupportedFormats_1(&converters, this, &suite_);
+    return converters;
 }
 
 Stream::Stream(Library& library, const std::string& inputPath, bool validate) : library_(library) {

@@ -37,6 +37,35 @@ struct Format {
     std::string displayName;
 };
 
+// A converter of a plug-in module.
+struct PluginConverter {
+    struct Signature {
+        std::uint64_t offset;
+        std::string bytes;
+    };
+
+    std::string identifier;
+    std::string name;
+    double version;
+    bool isForced;
+    std::vector<std::string> extensions;
+    std::vector<Signature> signatures;
+};
+
+struct PluginModule {
+    std::string path;
+    std::string identifier;
+    Report problem;  // code 0: none
+    std::vector<PluginConverter> converters;
+};
+
+// What there is to convert with.
+struct Converters {
+    std::vector<Format> formats;
+    std::string pluginFolder;
+    std::vector<PluginModule> plugins;
+};
+
 // The manager, for as long as a command runs.
 class Library {
 public:
@@ -52,10 +81,9 @@ public:
     // Throws a failure of the library's own that the command has found first.
     [[noreturn]] void Fail(std::uint32_t code, const char* key);
 
-    std::vector<Format> Formats();
+    Converters ListConverters();
 
 private:
-    static void AddFormat(void* list, const char* extension, const char* displayName);
     static void TakeMessage(void* library, const char* text, std::uint64_t length);
     static void TakeReport(void* library, std::uint32_t code, const char* message, std::int64_t extra1,
                            std::int64_t extra2);

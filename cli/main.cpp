@@ -90,6 +90,13 @@ void AddCommands(CLI::App& app, Arguments& arguments, Command& chosen) {
             return true;
         };
     });
+    CLI::App* plugins = app.add_subcommand("plugins", "List the plug-ins that were found, and what is wrong with them");
+    plugins->callback([&] {
+        chosen = [&](Library& library) {
+            RunPlugins(library, common);
+            return true;
+        };
+    });
     AddConvert(app, common, arguments.convert, chosen);
     AddReader(app, "info", "Show what a document is and how much it holds", arguments, chosen,
               [&](Library& library) { RunInfo(library, common, arguments.document); });

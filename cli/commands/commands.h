@@ -32,6 +32,7 @@ struct SamplesOptions {
 };
 
 void RunFormats(Library& library, const CommonOptions& common);
+void RunPlugins(Library& library, const CommonOptions& common);
 void RunConvert(Library& library, const CommonOptions& common, const ConvertOptions& options);
 void RunInfo(Library& library, const CommonOptions& common, const std::string& path);
 // `dataPath`: whose children to show; empty: the whole outline.

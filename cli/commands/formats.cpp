@@ -2,14 +2,15 @@
 
 #include "commands/commands.h"
 #include "json_output.h"
+#include "text_output.h"
 
 namespace zentor_cli {
 
 void RunFormats(Library& library, const CommonOptions& common) {
-    const std::vector<Format> formats = library.Formats();
+    const std::vector<Format> formats = library.ListConverters().formats;
     if (!common.json) {
         for (const Format& format : formats) {
-            std::printf("%-8s %s\n", format.extension.c_str(), format.displayName.c_str());
+            std::printf("%-8s %s\n", Printable(format.extension).c_str(), Printable(format.displayName).c_str());
         }
         return;
     }

@@ -141,9 +141,11 @@ struct ZT_DataTypeCallbacks {
     void (*addArrayDisplayName)(void* handle, uint64_t index, const char* text, uint64_t length);
 };
 
-// Hands over the plug-in modules that were found (slot 9), in the order in which they are asked: each module, then its
-// converters, each followed by its extensions and signatures.
+// Hands over the plug-in modules that were found (slot 9), in the order in which they are asked: the folder, then each
+// module and its converters, each followed by its extensions and signatures.
 struct ZT_PluginCallbacks {
+    // Where modules are looked for, whether there is such a folder or not.
+    void (*setFolder)(void* listContext, const char* path);
     // `identifier` is the module's own. A module that cannot be used has no converters, and a problem: an error code
     // with its message; else these are 0 and empty.
     void (*addModule)(void* listContext, const char* path, const char* identifier, uint32_t problemCode,

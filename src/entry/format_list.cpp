@@ -48,6 +48,7 @@ void ListPlugins(const ZT_HostSuite& host, void* listContext) {
     if (host.plugins == nullptr) return;
     const ZT_PluginCallbacks& callbacks = *host.plugins;
     const auto plugins = Plugins();
+    if (callbacks.setFolder != nullptr) callbacks.setFolder(listContext, plugins->Folder().c_str());
     for (const ZT_PLUGIN::FoundModule& module : plugins->Modules()) {
         if (callbacks.addModule != nullptr) {
             callbacks.addModule(listContext, module.path.c_str(), module.identifier.c_str(), module.problemCode,

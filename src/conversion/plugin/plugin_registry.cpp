@@ -121,10 +121,10 @@ bool ModuleAccepts(const PluginConverter& converter, const std::string& inputPat
 
 }  // namespace
 
-ZT_ConverterHandler::ZT_ConverterHandler(const std::string& folder, const std::string& locale) {
+ZT_ConverterHandler::ZT_ConverterHandler(std::string folder, const std::string& locale) : folder_(std::move(folder)) {
     const auto lastException = GetLastException();
     try {
-        for (const std::string& path : ModulePaths(folder)) {
+        for (const std::string& path : ModulePaths(folder_)) {
             if (auto found = ReadModule(path, locale)) modules_.push_back(std::move(*found));
         }
     } catch (const ns_sensor::ZT_Exception&) {

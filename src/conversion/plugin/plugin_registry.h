@@ -31,10 +31,11 @@ public:
     // Reads the manifests of the modules in a folder and the folders in it, by ascending path; no code of a module
     // runs. A folder that is not there is an empty one; what is no module is passed over; a module that cannot be used
     // is kept with its problem. The calling thread's last exception stays as it is.
-    ZT_ConverterHandler(const std::string& folder, const std::string& locale);
+    ZT_ConverterHandler(std::string folder, const std::string& locale);
     ZT_ConverterHandler(const ZT_ConverterHandler&) = delete;
     ZT_ConverterHandler& operator=(const ZT_ConverterHandler&) = delete;
 
+    const std::string& Folder() const { return folder_; }
     const std::vector<FoundModule>& Modules() const { return modules_; }
 
     // The first converter that accepts an input, or null: its manifest does, and so does its module's CheckFileFormat.
@@ -51,6 +52,7 @@ private:
     template <class Accepts>
     const PluginConverter* Find(const std::string& inputPath, Accepts&& accepts);
 
+    std::string folder_;
     std::vector<FoundModule> modules_;
 };
 
