@@ -43,6 +43,9 @@ ZT_TEXT("MODULE_IDENTIFIER") kIdentifier[] = {@identifier_bytes@};
   endif()
   set_target_properties(${name} PROPERTIES PREFIX "" CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
   target_link_libraries(${name} PRIVATE zentor::plugin)
+  if(MINGW)  # the module finds its runtime nowhere but in itself
+    target_link_options(${name} PRIVATE -static)
+  endif()
   target_compile_features(${name} PRIVATE cxx_std_17)
   install(TARGETS ${name} LIBRARY DESTINATION "${plugin_folder}")
 endfunction()

@@ -33,11 +33,12 @@ private:
 void CollectModules(const std::string& folder, int depth, std::vector<std::string>& paths) {
     os::Folder* const open = File_IO::OpenFolder(folder);
     const FolderCloser closer(open);
+    const char separator = std::string_view(os::kPathSeparators).back();
     std::string name;
     PathKind kind = PathKind::kNone;
     while (File_IO::ReadFolder(open, name, kind)) {
         if (name.starts_with('.')) continue;
-        const std::string path = folder + os::kPathSeparators[0] + name;
+        const std::string path = folder + separator + name;
         if (kind == PathKind::kFile && LowerCaseAscii(name).ends_with(os::kModuleSuffix)) paths.push_back(path);
         if (kind != PathKind::kFolder || depth == kDeepestFolder) continue;
         try {
