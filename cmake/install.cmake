@@ -11,7 +11,15 @@ install(DIRECTORY include/zentor DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 # For converter plug-ins: headers alone, nothing to link.
 install(DIRECTORY src/model/include/ src/errors/include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zentor/plugin)
 add_library(zentor_plugin INTERFACE)
-target_include_directories(zentor_plugin INTERFACE $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
+# In the build folder the headers stand as they are installed.
+set(sdk ${CMAKE_BINARY_DIR}/sdk)
+file(GLOB plugin_headers CONFIGURE_DEPENDS src/model/include/*.h src/errors/include/*.h)
+foreach(header ${plugin_headers})
+  get_filename_component(name ${header} NAME)
+  configure_file(${header} ${sdk}/zentor/plugin/${name} COPYONLY)
+endforeach()
+target_include_directories(zentor_plugin INTERFACE $<BUILD_INTERFACE:${sdk}>
+  $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
 set_target_properties(zentor_plugin PROPERTIES EXPORT_NAME plugin)
 install(TARGETS zentor_plugin EXPORT zentorTargets)
 install(EXPORT zentorTargets NAMESPACE zentor:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/zentor)

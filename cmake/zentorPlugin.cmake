@@ -1,17 +1,17 @@
 # Converter plug-ins.
 #
-#   zentor_add_plugin(NAME SOURCES file... MANIFEST file.json [IDENTIFIER identifier])
+#   zentor_add_plugin(NAME SOURCES file... MANIFEST file.json [IDENTIFIER identifier] [NO_INSTALL])
 #
 # makes the module NAME from C++ sources that have ZENTOR_PLUGIN(...) once. The manifest is embedded, and the module's
-# identifier: by default that of the manifest's first converter. `cmake --install` puts the module into the folder in
-# which the library looks for plug-ins, when the prefix is that of the library.
+# identifier: by default that of the manifest's first converter. Unless told otherwise, `cmake --install` puts the module
+# into the folder in which the library looks for plug-ins, when the prefix is that of the library.
 include_guard()
 include(GNUInstallDirs)
 
 function(zentor_add_plugin name)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "MANIFEST;IDENTIFIER" "SOURCES")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "NO_INSTALL" "MANIFEST;IDENTIFIER" "SOURCES")
   if(NOT arg_SOURCES OR NOT arg_MANIFEST OR arg_UNPARSED_ARGUMENTS)
-    message(FATAL_ERROR "usage: zentor_add_plugin(NAME SOURCES file... MANIFEST file.json [IDENTIFIER identifier])")
+    message(FATAL_ERROR "usage: zentor_add_plugin(NAME SOURCES file... MANIFEST file.json [IDENTIFIER identifier] [NO_INSTALL])")
   endif()
   file(REAL_PATH "${arg_MANIFEST}" manifest BASE_DIRECTORY "${CMAKE_CURRENT_SOURCE_DIR}")
   # A change of the manifest configures anew.
@@ -47,7 +47,9 @@ ZT_TEXT("MODULE_IDENTIFIER") kIdentifier[] = {@identifier_bytes@};
     target_link_options(${name} PRIVATE -static)
   endif()
   target_compile_features(${name} PRIVATE cxx_std_17)
-  install(TARGETS ${name} LIBRARY DESTINATION "${plugin_folder}")
+  if(NOT arg_NO_INSTALL)
+    install(TARGETS ${name} LIBRARY DESTINATION "${plugin_folder}")
+  endif()
 endfunction()
 
 # The bytes of a file as the elements of an array.

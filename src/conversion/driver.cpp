@@ -10,6 +10,7 @@
 #include "errors/exception.h"
 #include "errors/last_exception.h"
 #include "errors/raise.h"
+#include "model/live_objects.h"
 #include "model/stream_state.h"
 #include "writer/document_writer.h"
 
@@ -22,7 +23,10 @@ class OpenStreamScope {
 public:
     explicit OpenStreamScope(const std::string& documentPath)
         : id_(ZT_PLUGIN::OpenStream(std::make_unique<DocumentWriter>(documentPath))) {}
-    ~OpenStreamScope() { ZT_PLUGIN::CloseStream(id_); }
+    ~OpenStreamScope() {
+        ZT_PLUGIN::CloseStream(id_);
+        ZT_PLUGIN::ReclaimNodes(id_);  // that a plug-in has forgotten
+    }
     OpenStreamScope(const OpenStreamScope&) = delete;
     OpenStreamScope& operator=(const OpenStreamScope&) = delete;
 

@@ -2,6 +2,9 @@
 
 #include <mutex>
 #include <unordered_map>
+#include <vector>
+
+#include "model/node_impl.h"
 
 namespace ZT_PLUGIN {
 
@@ -30,6 +33,20 @@ SharedObjectImpl* FindLiveObject(const void* address) noexcept {
     const std::lock_guard lock(registryMutex);
     const auto found = Registry().find(address);
     return found == Registry().end() ? nullptr : found->second;
+}
+
+void ReclaimNodes(std::uint64_t streamId) noexcept {
+    std::vector<Owner<VkjsonNodeImpl>> nodes;  // go outside the lock, which their ends take
+    try {
+        const std::lock_guard lock(registryMutex);
+        for (const auto& [address, object] : Registry()) {
+            auto* const node = dynamic_cast<VkjsonNodeImpl*>(object);
+            if (node != nullptr && node->StreamId() == streamId) nodes.push_back(MakeOwner(node));
+        }
+    } catch (...) {
+        // Without memory to list them, what has been listed goes.
+    }
+    for (const auto& node : nodes) node->DropClientReferences();
 }
 
 void AcquireLiveObject(ISharedObject* object) noexcept {

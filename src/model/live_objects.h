@@ -23,4 +23,7 @@ Implementation* FindLive(const void* address) noexcept {
 void AcquireLiveObject(ISharedObject* object) noexcept;
 void ReleaseLiveObject(ISharedObject* object) noexcept;
 
+// Gives back all references that clients still have to the nodes of a stream, whose conversion is over.
+void ReclaimNodes(std::uint64_t streamId) noexcept;
+
 }  // namespace ZT_PLUGIN

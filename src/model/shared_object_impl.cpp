@@ -37,6 +37,11 @@ void SharedObjectImpl::Release() noexcept {
     }
 }
 
+void SharedObjectImpl::DropClientReferences() noexcept {
+    handedOver_.store(0);
+    while (TakeOne(refCount_)) RemoveOwner();
+}
+
 void SharedObjectImpl::RemoveOwner() noexcept {
     if (lifetime_.fetch_sub(1) == 1) OnUnreferenced();
 }

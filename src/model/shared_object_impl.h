@@ -29,6 +29,9 @@ public:
     // Counts a reference for a client that is about to receive the object.
     virtual void AddClientReference() noexcept;
 
+    // Gives back what clients have not; the caller has a handle of its own.
+    void DropClientReferences() noexcept;
+
     void AddOwner() noexcept { lifetime_.fetch_add(1); }
     void RemoveOwner() noexcept;
     // Whether one reference or handle is all that keeps the object.

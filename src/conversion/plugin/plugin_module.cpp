@@ -1,7 +1,6 @@
 #include "conversion/plugin/plugin_module.h"
 
 #include "conversion/plugin/services.h"
-#include "errors/last_exception.h"
 #include "errors/raise.h"
 
 namespace ZT_PLUGIN {
@@ -46,8 +45,7 @@ void ZT_Module::Load() {
     if (error.code != 0 || !IsUsable(*table)) {
         // A module that has come so far has begun; one that has spoilt its table is not called again.
         if (table->size == sizeof *table && table->version == kTableVersion) Terminate(*table);
-        const std::int64_t code = error.code;
-        Raise({kPluginInitializeFailed, code == 0 ? -1 : code}, identifier_);
+        Raise({kPluginInitializeFailed, error.extra1, error.extra2}, identifier_);
     }
     library_ = std::move(library);
     entryPoints_ = std::move(table);

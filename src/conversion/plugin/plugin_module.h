@@ -23,8 +23,7 @@ public:
     const std::string& Identifier() const { return identifier_; }
 
     // Loads and initialises the module unless that has been done. Codes 1021 (it cannot be loaded, or has no
-    // InitializePlugin), 1500 (it reports a failure, whose code is the first detail, or leaves a table that cannot be
-    // used).
+    // InitializePlugin), 1500 (it reports a failure, with its details, or leaves a table that cannot be used).
     void Load();
     // The functions of the loaded module. Code 1021 when it is not loaded.
     const ZT_PluginEntryPoints& EntryPoints() const;

@@ -37,7 +37,8 @@ typedef uint64_t StreamContext;
 
 // How a plug-in makes nodes. Each factory stores the new node's interface through `node`, with one reference already
 // counted: the first Acquire takes that one over, and a plug-in that never calls Acquire gives it back with one Release
-// (of the node's GetSharedObject). A node that is attached is kept by its group. `version` is kInterfaceVersion of the
+// (of the node's GetSharedObject). A node that is attached is kept by its group. Nodes go with their conversion at the
+// latest. `version` is kInterfaceVersion of the
 // header that the plug-in was built with. On failure *node stays as it was. Codes: 2027 (`node` is null), 2029 (a
 // version above 1), 2030 (version 0), 2008 (a number that is not finite).
 struct ZT_NodeFactories {
