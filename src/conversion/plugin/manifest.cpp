@@ -96,7 +96,7 @@ ConverterManifest ReadConverter(const Value& converter, std::string_view locale)
 }  // namespace
 
 std::vector<ConverterManifest> ReadManifest(std::string_view json, std::string_view locale) {
-    constexpr unsigned kFlags = rapidjson::kParseIterativeFlag | rapidjson::kParseFullPrecisionFlag;
+    constexpr unsigned kFlags = rapidjson::kParseIterativeFlag;
     rapidjson::Document document;
     document.Parse<kFlags>(json.data(), json.size());
     if (document.HasParseError()) {
