@@ -6,6 +6,7 @@
 #include "conversion/plugin/services.h"
 #include "entry/format_list.h"
 #include "entry/zentor_impl.h"
+#include "errors/dictionary/dictionary.h"
 #include "errors/host_boundary.h"
 #include "errors/last_exception.h"
 #include "errors/locale.h"
@@ -26,6 +27,7 @@ IZentor* AcquireManager(const char* locale, const void* hostTable1, const void* 
     if (!manager) {
         UnloadPlugins();  // those that were looked at without a manager
         SetLocale(locale);
+        ReleaseDictionary();
         SetHostTables(hostTable1, hostTable2);
         manager = std::make_unique<ZentorImpl>();
     }

@@ -2,7 +2,7 @@
 
 #include <charconv>
 
-#include "errors/dictionary.h"
+#include "errors/dictionary/dictionary.h"
 #include "util/utf_codec.h"
 
 namespace zentor {

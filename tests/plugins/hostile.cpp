@@ -8,8 +8,7 @@ using namespace ZT_PLUGIN;
 #if defined(__cpp_exceptions)
 #define THROW throw 1
 #else
-#define THROW \
-    *error = ZT_ErrorRecord { 0, 1023, -1, -1 }  // nothing to throw with
+#define THROW return Fail(error, 1023)  // nothing to throw with
 #endif
 
 namespace {

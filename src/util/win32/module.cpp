@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include "util/win32/own_module.h"
 #include "util/win32/wide_path.h"
 
 namespace zentor::os {
@@ -28,13 +29,6 @@ public:
 private:
     HMODULE module_;
 };
-
-HMODULE OwnModule() {
-    HMODULE module = nullptr;
-    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                       reinterpret_cast<LPCWSTR>(&OwnModule), &module);
-    return module;
-}
 
 }  // namespace
 
