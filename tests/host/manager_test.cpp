@@ -110,6 +110,35 @@ TEST(Exports, FormatsComeInOrder) {
                                    {"vkjson", "Vektra JSON"}}));
 }
 
+TEST(Exports, MessagesInTenLanguages) {
+    const std::pair<const char*, const char*> locales[] = {
+        {"en_US", "File Format Not Supported."},           {"de_DE", "Das Dateiformat wird nicht unterstützt."},
+        {"es_ES", "Formato de archivo no admitido."},      {"fr_FR", "Ce format de fichier n’est pas pris en charge."},
+        {"it_IT", "Il formato di file non è supportato."}, {"ja_JP", "このファイル形式はサポートされていません。"},
+        {"ko_KR", "지원되지 않는 파일 형식입니다."},       {"pt_BR", "Formato de arquivo não suportado."},
+        {"ru_RU", "Формат файла не поддерживается."},      {"zh_CN", "不支持该文件格式。"},
+        {"nl_NL", "File Format Not Supported."},
+    };
+    const TestFolder folder;
+    const std::string input = folder.Write("a.unknown", "x");
+    for (const auto& [locale, message] : locales) {
+        IZentor* zentor = nullptr;
+        CreateZentor_1(&zentor, nullptr, nullptr, locale, nullptr, &Suite(), nullptr);
+        ASSERT_NE(zentor, nullptr);
+        IZentor* second = nullptr;  // whose locale is too late
+        CreateZentor_1(&second, nullptr, nullptr, "ru_RU", nullptr, &Suite(), nullptr);
+        IVkjsonStream* stream = nullptr;
+        EXPECT_EQ(zentor->ConvertFile(&stream, input.c_str(), 0), 25U);
+        EXPECT_EQ(OnlyReport(), "25 " + std::string(message));
+        std::string text;
+        GetLocalizedErrorMsg_1("$$$/ZTError/FileFormatNotSupported=Other text.", nullptr, nullptr, nullptr, nullptr,
+                               &text);
+        EXPECT_EQ(text, std::string(locale) == "nl_NL" ? "Other text." : message);
+        DestroyZentor_1(&second, nullptr);
+        DestroyZentor_1(&zentor, nullptr);
+    }
+}
+
 TEST(Exports, LastExceptionBelongsToItsThreadAndIsCleared) {
     Manager manager;
     LastException(true);

@@ -8,19 +8,17 @@ namespace {
 
 // "key=text" between quotes; false when the line is something else.
 bool ParseLine(std::u16string_view line, DictionaryEntry& entry) {
-    if (line.size() < 2 || line.front() != u'"' || line.back() != u'"') return false;
-    line = line.substr(1, line.size() - 2);
     const std::size_t separator = line.find(u'=');
-    if (separator == 0 || separator == std::u16string_view::npos) return false;
-    entry.key = zentor::Utf16ToUtf8(line.substr(0, separator));
+    if (!line.starts_with(u'"') || separator < 2 || separator == std::u16string_view::npos) return false;
+    entry.key = zentor::Utf16ToUtf8(line.substr(1, separator - 1));
     entry.text.clear();
-    for (std::size_t at = separator + 1; at < line.size(); ++at) {
-        if (line[at] == u'"') return false;  // two lines that have lost their ends
+    std::size_t at = separator + 1;
+    for (; at < line.size() && line[at] != u'"'; ++at) {
         const bool isEscape = line[at] == u'\\' && at + 1 < line.size() && line[at + 1] == u'"';
         if (isEscape) ++at;
         entry.text += line[at];
     }
-    return !entry.text.empty();
+    return at + 1 == line.size() && !entry.text.empty();  // the quote that ends it is the last of the line
 }
 
 }  // namespace
