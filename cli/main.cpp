@@ -132,10 +132,10 @@ int Run(std::vector<std::string> arguments) {
         FlushOutput();
         return isGood ? 0 : kFailed;
     } catch (const WrongUsage& error) {
-        std::fprintf(stderr, "zentor: %s\n", Printable(error.what()).c_str());
+        zentor::os::WriteError("zentor: " + Printable(error.what()) + "\n");
         return kWrongUsage;
     } catch (const std::exception& failure) {
-        std::fprintf(stderr, "zentor: %s\n", Printable(failure.what()).c_str());
+        zentor::os::WriteError("zentor: " + Printable(failure.what()) + "\n");
         return kFailed;
     }
 }
@@ -146,5 +146,6 @@ int Run(std::vector<std::string> arguments) {
 
 int main(int argc, char** argv) {
     zentor::os::IgnoreBrokenPipes();
+    const zentor::os::Utf8Output output;
     return zentor_cli::Run(zentor::os::Arguments(argc, argv));
 }

@@ -25,7 +25,7 @@ void Progress::Show() {
     std::unique_lock lock(mutex_);
     int seconds = 0;
     while (!done_.wait_for(lock, std::chrono::seconds(1), [this] { return isDone_; })) {
-        std::fprintf(stderr, "\r%s ... %d s", what_.c_str(), ++seconds);
+        zentor::os::WriteError("\r" + what_ + " ... " + std::to_string(++seconds) + " s");
         std::fflush(stderr);
     }
     if (seconds != 0) std::fputs("\r\033[K", stderr);

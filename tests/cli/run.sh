@@ -88,9 +88,9 @@ expect 0 "~^table" "" convert table.vkjson -o table.vkjson --force
 cmp table.vkjson expected || fail "a document saved onto itself changed"
 
 # The language of messages; a locale that is not there is English.
-expect 1 "" "zentor: error 25: このファイル形式はサポートされていません。" --locale ja_JP convert table.unknown
+expect 1 "" "zentor: error 25: このファイル形式はサポートされていません。" --locale ja_JP convert table.unknown -o unknown.vkjson
 expect 1 "" "zentor: error 4: Am angegebenen Pfad ist keine Datei vorhanden: \"größe.none\"" info größe.none --locale de_DE
-expect 1 "" "zentor: error 25: File Format Not Supported." convert table.unknown --locale de_XX
+expect 1 "" "zentor: error 25: File Format Not Supported." convert table.unknown --locale de_XX -o unknown.vkjson
 
 # A document that cannot be read back is no result, unless nobody asks.
 printf 'a\n"x\n' >quote.csv

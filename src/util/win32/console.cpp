@@ -28,6 +28,25 @@ std::vector<std::string> Arguments(int, char**) {
 
 bool IsErrorTerminal() { return _isatty(_fileno(stderr)) != 0; }
 
+// A code page shows only what it has, and what is written piece by piece can be cut within a character.
+void WriteError(const std::string& text) {
+    std::wstring wide;
+    if (!IsErrorTerminal() || !ToWide(text, wide)) {
+        std::fputs(text.c_str(), stderr);
+        return;
+    }
+    std::fflush(stderr);
+    DWORD written = 0;
+    WriteConsoleW(GetStdHandle(STD_ERROR_HANDLE), wide.data(), static_cast<DWORD>(wide.size()), &written, nullptr);
+}
+
+Utf8Output::Utf8Output() : before_(GetConsoleOutputCP()) { SetConsoleOutputCP(CP_UTF8); }
+
+Utf8Output::~Utf8Output() {
+    std::fflush(stdout);
+    if (before_ != 0) SetConsoleOutputCP(before_);
+}
+
 void IgnoreBrokenPipes() {}  // they fail anyway
 
 void SetBinaryOutput() { _setmode(_fileno(stdout), _O_BINARY); }
