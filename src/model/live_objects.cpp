@@ -4,24 +4,27 @@
 #include <unordered_map>
 #include <vector>
 
-#include "model/node_impl.h"
-
 namespace ZT_PLUGIN {
 
 namespace {
 
 std::mutex registryMutex;
 
-std::unordered_map<const void*, SharedObjectImpl*>& Registry() {
-    static std::unordered_map<const void*, SharedObjectImpl*> registry;
+struct LiveObject {
+    SharedObjectImpl* object;
+    std::uint64_t streamId;
+};
+
+std::unordered_map<const void*, LiveObject>& Registry() {
+    static std::unordered_map<const void*, LiveObject> registry;
     return registry;
 }
 
 }  // namespace
 
-void AddLiveObject(const void* address, SharedObjectImpl* object) {
+void AddLiveObject(const void* address, SharedObjectImpl* object, std::uint64_t streamId) {
     const std::lock_guard lock(registryMutex);
-    Registry()[address] = object;
+    Registry()[address] = {object, streamId};
 }
 
 void RemoveLiveObject(const void* address) noexcept {
@@ -32,21 +35,26 @@ void RemoveLiveObject(const void* address) noexcept {
 SharedObjectImpl* FindLiveObject(const void* address) noexcept {
     const std::lock_guard lock(registryMutex);
     const auto found = Registry().find(address);
-    return found == Registry().end() ? nullptr : found->second;
+    return found == Registry().end() ? nullptr : found->second.object;
 }
 
 void ReclaimNodes(std::uint64_t streamId) noexcept {
-    std::vector<Owner<VkjsonNodeImpl>> nodes;  // go outside the lock, which their ends take
+    std::vector<SharedObjectImpl*> nodes;  // go outside the lock, which their ends take
     try {
         const std::lock_guard lock(registryMutex);
-        for (const auto& [address, object] : Registry()) {
-            auto* const node = dynamic_cast<VkjsonNodeImpl*>(object);
-            if (node != nullptr && node->StreamId() == streamId) nodes.push_back(MakeOwner(node));
+        for (const auto& [address, live] : Registry()) {
+            if (live.streamId != streamId) continue;
+            // Objects leave the list before their memory goes, so an object that is ending can still be asked.
+            nodes.push_back(live.object);
+            if (!live.object->TryAddOwner()) nodes.pop_back();
         }
     } catch (...) {
         // Without memory to list them, what has been listed goes.
     }
-    for (const auto& node : nodes) node->DropClientReferences();
+    for (SharedObjectImpl* const node : nodes) {
+        node->DropClientReferences();
+        node->RemoveOwner();
+    }
 }
 
 void AcquireLiveObject(ISharedObject* object) noexcept {

@@ -7,7 +7,7 @@
 namespace ZT_PLUGIN {
 
 // Thread-safe. Add may run out of memory; the addresses of an object are removed before it goes.
-void AddLiveObject(const void* address, SharedObjectImpl* object);
+void AddLiveObject(const void* address, SharedObjectImpl* object, std::uint64_t streamId);
 void RemoveLiveObject(const void* address) noexcept;
 
 // The object that has an interface at `address`, or null.

@@ -11,7 +11,7 @@ VkjsonNodeImpl::~VkjsonNodeImpl() {
 }
 
 void VkjsonNodeImpl::Publish(const void* interfaceAddress) {
-    AddLiveObject(interfaceAddress, this);
+    AddLiveObject(interfaceAddress, this, streamId_);
     *std::find(addresses_.begin(), addresses_.end(), nullptr) = interfaceAddress;
 }
 

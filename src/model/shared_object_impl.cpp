@@ -42,6 +42,14 @@ void SharedObjectImpl::DropClientReferences() noexcept {
     while (TakeOne(refCount_)) RemoveOwner();
 }
 
+bool SharedObjectImpl::TryAddOwner() noexcept {
+    std::uint64_t owners = lifetime_.load();
+    while (owners != 0) {
+        if (lifetime_.compare_exchange_weak(owners, owners + 1)) return true;
+    }
+    return false;
+}
+
 void SharedObjectImpl::RemoveOwner() noexcept {
     if (lifetime_.fetch_sub(1) == 1) OnUnreferenced();
 }

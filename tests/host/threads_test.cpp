@@ -84,6 +84,7 @@ std::uint32_t LastCode() {
 }  // namespace
 
 TEST(Threads, SameAndDifferentFiles) {
+    reports = 0;
     const TestFolder folder;
     const std::size_t temporary = zentor_test::TemporaryFiles();
     IZentor* manager = CreateManager();
