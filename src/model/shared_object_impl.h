@@ -33,8 +33,8 @@ public:
     void DropClientReferences() noexcept;
 
     void AddOwner() noexcept { lifetime_.fetch_add(1); }
-    // The same for an object that another thread may be making or ending at this moment: false, and nothing counted, when
-    // nobody has it.
+    // The same for an object that another thread may be making or ending at this moment: false, and nothing counted,
+    // when nobody has it.
     bool TryAddOwner() noexcept;
     void RemoveOwner() noexcept;
     // Whether one reference or handle is all that keeps the object.
