@@ -3,49 +3,14 @@
 # folder, folder with the modules, what runs programs before them.
 set -u
 build=$(realpath "$1") modules=$(realpath "$2")
-shift 2
-work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
-cmake --install "$build" --prefix "$work/prefix" >/dev/null || exit 1
-export TMPDIR=$work/tmp TMP=$work/tmp TEMP=$work/tmp
-mkdir "$TMPDIR" "$work/in"
-cd "$work/in" || exit 1
-if [ -e ../prefix/bin/zentor.exe ]; then
-  zentor=("$@" "$work/prefix/bin/zentor.exe") plugins=$work/prefix/bin/zentor-plugins suffix=.dll
-else
-  zentor=("$work/prefix/bin/zentor") plugins=$work/prefix/lib/zentor-plugins suffix=.so
-fi
-mkdir -p "$plugins"
-failures=0
-fail() {
-  echo "failed: $*"
-  failures=$((failures + 1))
-}
+# shellcheck source=tests/plugins/command.sh
+. "$(dirname "$0")/command.sh" "$build" "${@:3}"
 
 # use MODULE...: these are the plug-ins from now on.
 use() {
   rm -rf "${plugins:?}"/*
   local name
   for name in "$@"; do cp "$modules/$name$suffix" "$plugins/"; done
-}
-
-# expect STATUS PATTERN ARGUMENT...: runs the command; its output and its errors together match.
-expect() {
-  local status=$1 pattern=$2 got text
-  shift 2
-  # Wine's server can go away just as a program comes, or take it along; such a run says nothing of the command.
-  for _ in 1 2 3; do
-    text=$("${zentor[@]}" "$@" 2>&1 </dev/null)
-    got=$?
-    if [[ $text != *"wine client error"* ]] && { [ $got = "$status" ] || [ -n "$text" ]; }; then break; fi
-  done
-  text=${text//$'\r'/}
-  [ $got = "$status" ] || fail "$*: status $got, expected $status: $text"
-  [[ $text =~ $pattern ]] || fail "$*: $text"
-  for left in "$TMPDIR"/ZTT*; do
-    [ ! -e "$left" ] || fail "$*: left behind $left"
-    rm -f "$left"
-  done
 }
 
 # convert BEHAVIOUR STATUS PATTERN: an input that asks the module for one.

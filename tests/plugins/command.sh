@@ -1,0 +1,41 @@
+# For tests that use the installed command with plug-ins. Sourced with: build folder, what runs programs before them.
+# Gives a folder of its own, $work, to be in $work/in; zentor, plugins (the folder), suffix (of modules), failures; and:
+#   fail TEXT...                          says what failed
+#   expect STATUS PATTERN ARGUMENT...     runs the command; its output and its errors together match
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+cmake --install "$1" --prefix "$work/prefix" >/dev/null || exit 1
+export TMPDIR=$work/tmp TMP=$work/tmp TEMP=$work/tmp
+mkdir "$TMPDIR" "$work/in"
+cd "$work/in" || exit 1
+if [ -e ../prefix/bin/zentor.exe ]; then
+  zentor=("${@:2}" "$work/prefix/bin/zentor.exe") plugins=$work/prefix/bin/zentor-plugins suffix=.dll
+else
+  zentor=("$work/prefix/bin/zentor") plugins=$work/prefix/lib/zentor-plugins suffix=.so
+fi
+mkdir -p "$plugins"
+failures=0
+fail() {
+  echo "failed: $*"
+  failures=$((failures + 1))
+}
+
+expect() {
+  local status=$1 pattern=$2 got text
+  shift 2
+  # Wine's server can go away just as a program comes, or take it along; such a run says nothing of the command.
+  for _ in 1 2 3; do
+    # Into a file: Wine's server holds a pipe open for a while after the program.
+    "${zentor[@]}" "$@" >"$work/output" 2>&1 </dev/null
+    got=$?
+    text=$(<"$work/output")
+    if [[ $text != *"wine client error"* ]] && { [ $got = "$status" ] || [ -n "$text" ]; }; then break; fi
+  done
+  text=${text//$'\r'/}
+  [ $got = "$status" ] || fail "$*: status $got, expected $status: $text"
+  [[ $text =~ $pattern ]] || fail "$*: $text"
+  for left in "$TMPDIR"/ZTT*; do
+    [ ! -e "$left" ] || fail "$*: left behind $left"
+    rm -f "$left"
+  done
+}

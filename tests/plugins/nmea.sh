@@ -1,0 +1,138 @@
+#!/bin/bash
+# The NMEA plug-in, built as an outside project builds its own, and used through the command. Arguments: source folder,
+# build folder, what runs programs before them.
+set -u
+source=$(realpath "$1") build=$(realpath "$2")
+# shellcheck source=tests/plugins/command.sh
+. "$(dirname "$0")/command.sh" "$build" "${@:3}"
+options=(-DCMAKE_BUILD_TYPE=Release -Dzentor_DIR="$work/prefix/lib/cmake/zentor")
+export CXXFLAGS="-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror ${CXXFLAGS:-}"
+[ "$suffix" = .so ] || options+=(-DCMAKE_TOOLCHAIN_FILE="$source/cmake/mingw-w64.cmake")
+{
+  cmake -G Ninja -S "$source/plugins/nmea" -B "$work/build" "${options[@]}" &&
+    cmake --build "$work/build" && cmake --install "$work/build" --prefix "$work/prefix"
+} >"$work/log" 2>&1 || { cat "$work/log"; exit 1; }
+
+# sentence BODY: with its checksum and line end.
+sentence() {
+  local sum=0 i
+  for ((i = 0; i < ${#1}; ++i)); do printf -v code %d "'${1:i:1}"; sum=$((sum ^ code)); done
+  printf '$%s*%02X\r\n' "$1" $sum
+}
+
+# samples FILE NAME PATTERN ARGUMENT..., fact FILE NAME PATTERN: what a node of the document has.
+samples() { expect 0 "$3" samples "$1" "[\"track\"][\"$2\"]" "${@:4}"; }
+fact() { expect 0 "value: +$3" get "$1" "[\"receiver\"][\"$2\"]"; }
+
+log=$source/resources/recordings/harbour.nmea
+expect 0 'nmea[^ ]* \(org.zentor.nmea\).*NMEA 0183 log, version 1.*extensions: nmea.*at byte 0: "\$GP".*"\$GN"' plugins
+expect 0 '^harbour.vkjson' convert "$log" -o harbour.vkjson
+expect 0 'creator: +org.zentor.nmea
+time mode: +utc, 2 decimals of a second, GMT
+groups: +2
+static nodes: +8
+dynamic nodes: +13
+samples: +2554
+time span: +2026-06-20T23:58:20.00Z to 2026-06-21T00:01:39.00Z' info harbour.vkjson
+# By hand: 32.4914 minutes are 0.541523333 degrees.
+samples harbour.vkjson latitude '^2026-06-20T23:59:58.00Z +53.54152333
+2026-06-20T23:59:59.00Z +53.54154333
+2026-06-21T00:00:00.00Z +53.541565
+2026-06-21T00:00:01.00Z +53.54158667$' --from 2026-06-20T23:59:58.00Z --to 2026-06-21T00:00:01.00Z
+samples harbour.vkjson longitude '^2026-06-21T00:00:01.00Z +9.96274167$' --at 2026-06-21T00:00:01.50Z
+samples harbour.vkjson fixQuality '^2026-06-20T23:59:49.00Z +GPS fix
+2026-06-20T23:59:50.00Z +differential fix$' --from 2026-06-20T23:59:49.00Z --to 2026-06-20T23:59:50.00Z
+fact harbour.vkjson talkers '"GP"'
+fact harbour.vkjson checksums true
+fact harbour.vkjson sentences 800
+fact harbour.vkjson otherSentences 20
+fact harbour.vkjson damagedLines 0
+fact harbour.vkjson duration 199
+
+# The same in other clothes.
+same() {
+  expect 0 '' convert "$1" -o same.vkjson --force
+  cmp same.vkjson harbour.vkjson || fail "$1: another document"
+}
+sed 's/\r$//' "$log" >lf.nmea
+tr -d '\n' <"$log" >cr.nmea
+{ printf '\xEF\xBB\xBF'; cat "$log"; } >mark.NMEA
+{ printf '\r\n\r\n'; sed 's/\r$/ \r\n\r/' "$log"; } >blank.nmea
+sed 's/^/\\s:bridge,c:1781913600*5A\\/' "$log" >tags.nmea
+cp "$log" logbuch-größe.log
+for file in lf.nmea cr.nmea mark.NMEA blank.nmea tags.nmea logbuch-größe.log; do same $file; done
+
+# Damage costs no more than what is damaged.
+damage() {
+  expect 0 '' convert "$1" -o damaged.vkjson --force
+  fact damaged.vkjson damagedLines "$2"
+  samples damaged.vkjson latitude '53.54161' --at 2026-06-21T00:00:02.00Z
+  expect 0 "latitude \"Latitude \(degrees\)\" $3 samples.*status \"Receiver status\" $4 samples" tree damaged.vkjson
+}
+sed '403s/5332/5333/' "$log" >digit.nmea
+sed '403d' "$log" >missing.nmea
+head -c -4 "$log" >cut.nmea
+{ sed -n 1,403p "$log"; head -c 300000 /dev/zero | tr '\0' 'x'; printf '\n'; sed '1,403d' "$log"; } >long.nmea
+{ sed -n 1,403p "$log"; head -c 300000 /dev/zero; sed '1,404d' "$log"; } >zeros.nmea
+sed '403s/,A,/,X,/; 404s/M,41/M,4a/' "$log" >fields.nmea
+sed 's/\*..\r$/\r/' "$log" >unsummed.nmea
+while read -r file damaged latitudes statuses; do damage $file.nmea $damaged $latitudes $statuses; done <<'END'
+digit 1 197 199
+missing 0 197 199
+cut 1 197 200
+long 1 197 200
+zeros 1 197 200
+fields 2 196 199
+unsummed 0 197 200
+END
+fact damaged.vkjson checksums false
+
+# Times and places of all kinds, worked out by hand.
+{
+  sentence GPVTG,1.0,T,,M,1.0,N,1.9,K                          # before any epoch
+  sentence GNGGA,235958.5,0830.0,S,01059.9999999,W,4,12,0.8,-3.25,M,-20.1,M,,  # of the day before the first date
+  sentence GNGSA,M,2,1,,,,,,,,,,,,3.0,2.0,1.0                  # its epoch's second HDOP
+  sentence GNZDA,235960,31,12,2025,00,00
+  sentence GLRMC,000001.125,A,0000.0,N,18000.000000000000,E,0,360,010126,,,A
+  sentence GNRMC,000001.125,A,0100.0,N,00000.0,E,5,5,010126,,,A  # the same time: the first counts
+  sentence GNVTG,77.5,T,,M,3.5,N,6.5,K,A
+  sentence GNRMC,000000.5,A,0100.0,N,00000.0,E,5,5,010126,,,A  # out of order
+  sentence PUBX,00,1
+  sentence AIVDM,1
+  printf '!AIVDM,1,1,,A,14eG;o@034o8sd<L9i:a;WF>062D,0*7D\r\n'
+  sentence GNGGA,130000,,,,,0,0,,,M,,M,,
+  sentence GNGGA,000003,9000.0,N,00000.0,E,9,3,,,M,,M,,        # the next day
+  sentence GNRMC,000004,V,4500.0,N,00000.0,E,5,5,010180,,,N    # not to be used, nor its date
+} >small.nmea
+expect 0 '^small.vkjson' convert small.nmea -o small.vkjson
+samples small.vkjson latitude '^2025-12-31T23:59:58.500Z +-8.5
+2026-01-01T00:00:01.125Z +0
+2026-01-02T00:00:03.000Z +90$'
+samples small.vkjson longitude '^2025-12-31T23:59:58.500Z +-10.99999999833
+2026-01-01T00:00:01.125Z +180
+2026-01-02T00:00:03.000Z +0$'
+samples small.vkjson course '^2026-01-01T00:00:01.125Z +360$'
+samples small.vkjson speed '^2026-01-01T00:00:01.125Z +0$'
+samples small.vkjson hdop '^2025-12-31T23:59:58.500Z +0.8$'
+samples small.vkjson altitude '^2025-12-31T23:59:58.500Z +-3.25$'
+samples small.vkjson fixMode '^2025-12-31T23:59:58.500Z +2D fix$'
+samples small.vkjson status '^2026-01-01T00:00:01.125Z +valid
+2026-01-02T00:00:04.000Z +warning$'
+fact small.vkjson talkers '"AI GL GN GP P"'
+fact small.vkjson epochsOutOfOrder 1
+fact small.vkjson otherSentences 3
+
+# Refused, with the place of the first damaged line or the end.
+refuse() { expect 1 "^zentor: error $2" convert "$1" -o none.vkjson; [ ! -e none.vkjson ] || fail "$1: kept"; }
+refused='1506: Conversion to VKJSON using converter NMEA 0183 log with id org.zentor.nmea failed. \(at byte'
+head -12 "$log" >nowhere.nmea
+sed '/RMC/d' "$log" >undated.nmea
+sed 's/,N,/,n,/' "$log" >lower.nmea
+printf 'Latitude\n53.5\n' >text.nmea
+: >empty.nmea
+refuse nowhere.nmea "$refused $(wc -c <nowhere.nmea)\)"
+refuse undated.nmea "$refused $(wc -c <undated.nmea)\)"
+refuse lower.nmea "$refused $(wc -c <nowhere.nmea)\)"  # its 13th line
+refuse text.nmea '25: '
+refuse empty.nmea '25: '
+exit $((failures != 0))
