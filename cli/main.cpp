@@ -146,6 +146,6 @@ int Run(std::vector<std::string> arguments) {
 
 int main(int argc, char** argv) {
     zentor::os::IgnoreBrokenPipes();
-    const zentor::os::Utf8Output output;
+    zentor::os::SetUtf8Output();
     return zentor_cli::Run(zentor::os::Arguments(argc, argv));
 }

@@ -120,9 +120,9 @@ bool ReadAngle(std::string_view field, std::string_view hemisphere, char positiv
     // Minutes in units of their last decimal, then degrees with four more decimals, rounded to the nearest.
     const std::int64_t scale = PowerOfTen(decimal.decimals);
     const std::int64_t minutes = (decimal.whole / 100 * 60 + decimal.whole % 100) * scale + decimal.fraction;
-    if (minutes > maxDegrees * 60 * scale) return false;
-    const double value =
-        static_cast<double>((minutes * 10'000 + 30) / 60) / static_cast<double>(PowerOfTen(decimal.decimals + 4));
+    if (minutes > std::int64_t{60} * maxDegrees * scale) return false;
+    const std::int64_t digits = (minutes * 10'000 + 30) / 60;
+    const double value = static_cast<double>(digits) / static_cast<double>(PowerOfTen(decimal.decimals + 4));
     degrees = hemisphere[0] == negative && value != 0 ? -value : value;
     return true;
 }

@@ -39,7 +39,8 @@ void SharedObjectImpl::Release() noexcept {
 
 void SharedObjectImpl::DropClientReferences() noexcept {
     handedOver_.store(0);
-    while (TakeOne(refCount_)) RemoveOwner();
+    while (TakeOne(refCount_))
+        RemoveOwner();  // NOLINT(clang-analyzer-cplusplus.NewDelete): the caller's handle is left
 }
 
 bool SharedObjectImpl::TryAddOwner() noexcept {

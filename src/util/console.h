@@ -15,17 +15,8 @@ bool IsErrorTerminal();
 // Writes UTF-8 to standard error; to a console of a system with wide text as such.
 void WriteError(const std::string& text);
 
-// While it lives, UTF-8 on standard output comes out right on a console.
-class Utf8Output {
-public:
-    Utf8Output();
-    ~Utf8Output();
-    Utf8Output(const Utf8Output&) = delete;
-    Utf8Output& operator=(const Utf8Output&) = delete;
-
-private:
-    unsigned before_ = 0;  // what the console had
-};
+// Makes UTF-8 on standard output come out right on a console, until the process ends.
+void SetUtf8Output();
 
 // Makes writing to a pipe that nobody reads any more fail, rather than end the program before it has cleaned up.
 void IgnoreBrokenPipes();

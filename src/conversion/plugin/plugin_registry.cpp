@@ -38,7 +38,9 @@ void CollectModules(const std::string& folder, int depth, std::vector<std::strin
     PathKind kind = PathKind::kNone;
     while (File_IO::ReadFolder(open, name, kind)) {
         if (name.starts_with('.')) continue;
-        const std::string path = folder + separator + name;
+        std::string path = folder;
+        path += separator;
+        path += name;
         if (kind == PathKind::kFile && LowerCaseAscii(name).ends_with(os::kModuleSuffix)) paths.push_back(path);
         if (kind != PathKind::kFolder || depth == kDeepestFolder) continue;
         try {

@@ -13,8 +13,7 @@ bool IsErrorTerminal() { return isatty(STDERR_FILENO) != 0; }
 
 void WriteError(const std::string& text) { std::fputs(text.c_str(), stderr); }
 
-Utf8Output::Utf8Output() = default;
-Utf8Output::~Utf8Output() = default;
+void SetUtf8Output() {}
 
 void IgnoreBrokenPipes() { signal(SIGPIPE, SIG_IGN); }
 

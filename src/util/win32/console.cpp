@@ -7,6 +7,7 @@
 #include <shellapi.h>
 
 #include <cstdio>
+#include <cstdlib>
 
 #include "util/win32/wide_path.h"
 
@@ -40,11 +41,15 @@ void WriteError(const std::string& text) {
     WriteConsoleW(GetStdHandle(STD_ERROR_HANDLE), wide.data(), static_cast<DWORD>(wide.size()), &written, nullptr);
 }
 
-Utf8Output::Utf8Output() : before_(GetConsoleOutputCP()) { SetConsoleOutputCP(CP_UTF8); }
-
-Utf8Output::~Utf8Output() {
-    std::fflush(stdout);
-    if (before_ != 0) SetConsoleOutputCP(before_);
+// The code page is the console's and outlives the process, so it is put back.
+void SetUtf8Output() {
+    static const UINT before = GetConsoleOutputCP();
+    if (before == 0) return;  // no console
+    SetConsoleOutputCP(CP_UTF8);
+    std::atexit([] {
+        std::fflush(stdout);
+        SetConsoleOutputCP(before);
+    });
 }
 
 void IgnoreBrokenPipes() {}  // they fail anyway
