@@ -14,8 +14,6 @@ using namespace ZT_PLUGIN;
 namespace {
 
 const ZT_PluginServices* services;
-const char* behaviour = "";  // of the conversion that runs
-StreamContext stream;
 
 bool Same(const char* a, const char* b) {
     while (*a != 0 && *a == *b) ++a, ++b;
@@ -32,58 +30,92 @@ const char* LastPart(const char* text) {
 }
 
 // Whether an input is named after a behaviour.
-bool Is(const char* name) {
-    const char* stem = behaviour;
+bool IsNamed(const char* path, const char* name) {
+    const char* stem = LastPart(path);
     while (*name != 0 && *stem == *name) ++stem, ++name;
     return *name == 0 && *stem == '.';
 }
+
+// One conversion. There is no memory to have but these.
+struct Session {
+    bool isTaken;
+    char name[64];  // of the input
+    StreamContext stream;
+
+    bool Is(const char* behaviour) const { return IsNamed(name, behaviour); }
+};
+Session sessions[16];
+
+Session* TakeSession(const char* path, StreamContext stream) {
+    for (Session& session : sessions) {
+        if (__atomic_exchange_n(&session.isTaken, true, __ATOMIC_ACQUIRE)) continue;
+        const char* part = LastPart(path);
+        char* end = session.name;
+        while (*part != 0 && end != session.name + sizeof session.name - 1) *end++ = *part++;
+        *end = 0;
+        session.stream = stream;
+        return &session;
+    }
+    return nullptr;
+}
+
+class SessionEnd {
+public:
+    explicit SessionEnd(Session* session) : session_(session) {}
+    ~SessionEnd() { __atomic_store_n(&session_->isTaken, false, __ATOMIC_RELEASE); }
+    SessionEnd(const SessionEnd&) = delete;
+    SessionEnd& operator=(const SessionEnd&) = delete;
+
+private:
+    Session* session_;
+};
 
 void Fail(ZT_ErrorRecord* error, uint32_t code, int64_t extra1 = -1, int64_t extra2 = -1) {
     *error = {0, code, extra1, extra2};
 }
 
 // A dynamic number with its names.
-IVkjsonDynamicDataNum_v1* MakeTrack(const char* name, ZT_ErrorRecord* error) {
+IVkjsonDynamicDataNum_v1* MakeTrack(const Session& session, const char* name, ZT_ErrorRecord* error) {
     IVkjsonDynamicDataNum_v1* track = nullptr;
-    services->factories->createDynamicNum(stream, &track, kInterfaceVersion, error);
+    services->factories->createDynamicNum(session.stream, &track, kInterfaceVersion, error);
     if (track != nullptr) track->Initialize(name, "Track", name, 0, 1, 0, nullptr, error);
     return track;
 }
 
 // The document that everything else departs from.
-bool Build(IVkjsonRoot_v1*& root, ZT_ErrorRecord* error) {
+bool Build(const Session& session, IVkjsonRoot_v1*& root, ZT_ErrorRecord* error) {
     const ZT_NodeFactories& make = *services->factories;
-    make.createRoot(stream, &root, "org.test.hostile", kInterfaceVersion, error);
+    make.createRoot(session.stream, &root, "org.test.hostile", kInterfaceVersion, error);
     if (root == nullptr) return false;
     IVkjsonGroup_v1* group = nullptr;
-    make.createGroup(stream, &group, "g", "Group", kInterfaceVersion, error);
+    make.createGroup(session.stream, &group, "g", "Group", kInterfaceVersion, error);
     if (group == nullptr) return false;
     root->GetGroup()->AddGroup(group, error);
     IVkjsonStaticDataNum_v1* number = nullptr;
-    make.createStaticNum(stream, &number, "n", "Number", 1.5, kInterfaceVersion, error);
+    make.createStaticNum(session.stream, &number, "n", "Number", 1.5, kInterfaceVersion, error);
     if (number == nullptr) return false;
     group->AddStaticDataShared(number->GetSharedObject(), error);
     number->GetSharedObject()->Release();
     IVkjsonStaticDataString_v1* text = nullptr;
-    make.createStaticString(stream, &text, "t", "Text", "on", kInterfaceVersion, error);
+    make.createStaticString(session.stream, &text, "t", "Text", "on", kInterfaceVersion, error);
     group->AddStaticDataShared(text->GetSharedObject(), error);
     text->GetSharedObject()->Release();
     IVkjsonStaticDataBool_v1* truth = nullptr;
-    make.createStaticBool(stream, &truth, "b", "Truth", 7, kInterfaceVersion, error);
+    make.createStaticBool(session.stream, &truth, "b", "Truth", 7, kInterfaceVersion, error);
     group->AddStaticDataShared(truth->GetSharedObject(), error);
     truth->GetSharedObject()->Release();
     IVkjsonStaticDataNumArr_v1* array = nullptr;
-    make.createStaticNumArr(stream, &array, "a", "Array", kInterfaceVersion, error);
+    make.createStaticNumArr(session.stream, &array, "a", "Array", kInterfaceVersion, error);
     const double values[] = {1, -2.5};
     array->SetValues(values, 2, error);
     group->AddStaticDataShared(array->GetSharedObject(), error);
     array->GetSharedObject()->Release();
     root->SetUtcInfo(1, 1, error);
-    IVkjsonDynamicDataNum_v1* track = MakeTrack("d", error);
+    IVkjsonDynamicDataNum_v1* track = MakeTrack(session, "d", error);
     group->AddDynamicDataShared(track->GetSharedObject(), error);
     for (int k = 0; k < 3; ++k) track->AddSampleAtTicks(k, 2, k * 0.5, error);
     track->GetSharedObject()->Release();
-    if (Is("release_too_often")) {
+    if (session.Is("release_too_often")) {
         for (int k = 0; k < 5; ++k) services->host->release(group->GetSharedObject());
         for (int k = 0; k < 5; ++k) services->host->release(reinterpret_cast<ISharedObject*>(&root));
         services->host->acquire(nullptr);
@@ -94,87 +126,86 @@ bool Build(IVkjsonRoot_v1*& root, ZT_ErrorRecord* error) {
 }
 
 // What is handed in that is none of this document's; the codes that come back are handed on.
-void AddForeignThings(IVkjsonRoot_v1* root, ZT_ErrorRecord* error) {
+void AddForeignThings(const Session& session, IVkjsonRoot_v1* root, ZT_ErrorRecord* error) {
     static uint64_t foreign[64];
     const ZT_NodeFactories& make = *services->factories;
     IVkjsonGroup_v1* group = nullptr;
-    if (Is("foreign_pointer")) {
+    if (session.Is("foreign_pointer")) {
         root->GetGroup()->AddGroup(reinterpret_cast<IVkjsonGroup_v1*>(foreign), error);
-    } else if (Is("null_pointer")) {
+    } else if (session.Is("null_pointer")) {
         root->GetGroup()->AddStaticDataShared(nullptr, error);
-    } else if (Is("other_stream")) {
-        make.createGroup(stream + 1000, &group, "x", "X", kInterfaceVersion, error);
+    } else if (session.Is("other_stream")) {
+        make.createGroup(session.stream + 1000, &group, "x", "X", kInterfaceVersion, error);
         root->GetGroup()->AddGroup(group, error);
         group->GetSharedObject()->Release();
-    } else if (Is("other_kind")) {
-        make.createGroup(stream, &group, "x", "X", kInterfaceVersion, error);
+    } else if (session.Is("other_kind")) {
+        make.createGroup(session.stream, &group, "x", "X", kInterfaceVersion, error);
         root->GetGroup()->AddDynamicDataShared(group->GetSharedObject(), error);
         group->GetSharedObject()->Release();
-    } else if (Is("same_name")) {
-        make.createGroup(stream, &group, "n", "X", kInterfaceVersion, error);
+    } else if (session.Is("same_name")) {
+        make.createGroup(session.stream, &group, "n", "X", kInterfaceVersion, error);
         root->GetGroup()->AddGroup(group, error);
         group->GetSharedObject()->Release();
-    } else if (Is("not_attached")) {
-        IVkjsonDynamicDataNum_v1* const track = MakeTrack("x", error);
+    } else if (session.Is("not_attached")) {
+        IVkjsonDynamicDataNum_v1* const track = MakeTrack(session, "x", error);
         track->AddSampleAtTicks(5, 1, 1, error);
         track->WriteSamples(error);
         track->GetSharedObject()->Release();
-    } else if (Is("no_result")) {
-        make.createGroup(stream, nullptr, "x", "X", kInterfaceVersion, error);
-    } else if (Is("new_version")) {
-        make.createGroup(stream, &group, "x", "X", 2, error);
-    } else if (Is("old_version")) {
-        make.createGroup(stream, &group, "x", "X", 0, error);
-    } else if (Is("no_creator")) {
+    } else if (session.Is("no_result")) {
+        make.createGroup(session.stream, nullptr, "x", "X", kInterfaceVersion, error);
+    } else if (session.Is("new_version")) {
+        make.createGroup(session.stream, &group, "x", "X", 2, error);
+    } else if (session.Is("old_version")) {
+        make.createGroup(session.stream, &group, "x", "X", 0, error);
+    } else if (session.Is("no_creator")) {
         IVkjsonRoot_v1* second = nullptr;
-        make.createRoot(stream, &second, "", kInterfaceVersion, error);
+        make.createRoot(session.stream, &second, "", kInterfaceVersion, error);
     }
 }
 
-void Convert(void* session, uint8_t* converted, ZT_ErrorRecord* error) {
+void Convert(void* own, uint8_t* converted, ZT_ErrorRecord* error) {
     *converted = 0;
-    if (session != &stream) return Fail(error, 3);
-    if (Is("convert_fails")) return Fail(error, 4711, 12, -3);
-    if (Is("convert_throws")) THROW;
-    if (Is("convert_says_no")) return;
-    if (Is("convert_lies")) {
+    if (own < sessions || own >= sessions + 16) return Fail(error, 3);
+    const Session& session = *static_cast<Session*>(own);
+    const SessionEnd end(static_cast<Session*>(own));
+    if (session.Is("convert_fails")) return Fail(error, 4711, 12, -3);
+    if (session.Is("convert_throws")) THROW;
+    if (session.Is("convert_says_no")) return;
+    if (session.Is("convert_lies")) {
         *converted = 255;
         return;
     }
     IVkjsonRoot_v1* root = nullptr;
     ZT_ErrorRecord outcome{0, 0, -1, -1};
-    if (Build(root, &outcome)) AddForeignThings(root, &outcome);
+    if (Build(session, root, &outcome)) AddForeignThings(session, root, &outcome);
     if (outcome.code != 0) {
         *error = outcome;
-    } else if (Is("half_written")) {
+    } else if (session.Is("half_written")) {
         root->WriteHeader(error);
         *converted = 1;
-    } else if (Is("writes_twice")) {
+    } else if (session.Is("writes_twice")) {
         root->WriteDocument(error);
         *converted = root->WriteDocument(error) == 0;
     } else {
         *converted = root->WriteDocument(error) != 0;
     }
-    if (root == nullptr || Is("keeps_root")) return;
+    if (root == nullptr || session.Is("keeps_root")) return;
     root->GetSharedObject()->Release();
 }
 
 void CheckFileFormat(const char* module, const char* path, uint8_t* accepted, ZT_ErrorRecord* error) {
-    behaviour = LastPart(path);
     if (!Same(LastPart(module), module)) return Fail(error, 2);
-    if (Is("check_fails")) return Fail(error, 88, 7, 8);
-    if (Is("check_throws")) THROW;
-    *accepted = Is("check_says_no") ? 0 : 0xA5;
+    if (IsNamed(path, "check_fails")) return Fail(error, 88, 7, 8);
+    if (IsNamed(path, "check_throws")) THROW;
+    *accepted = IsNamed(path, "check_says_no") ? 0 : 0xA5;
 }
 
 void InitializeSession(const char*, const char* converter, const char* path, StreamContext context, void** session,
                        ZT_ErrorRecord* error) {
-    behaviour = LastPart(path);
-    stream = context;
-    *session = &stream;
     if (!Same(converter, "org.test.hostile.converter")) return Fail(error, 1);
-    if (Is("session_fails")) return Fail(error, 99, 1, 2);
-    if (Is("session_throws")) THROW;
+    if (IsNamed(path, "session_fails")) return Fail(error, 99, 1, 2);
+    if (IsNamed(path, "session_throws")) THROW;
+    *session = TakeSession(path, context);
 }
 
 void Terminate(ZT_ErrorRecord* error) { Fail(error, 66); }

@@ -57,6 +57,13 @@ old_version 2030
 no_creator 1505
 END
 
+# On many threads at once, as a host that has the library installed.
+cp "$build"/tests/plugins/plugin_threads* ../prefix/bin/
+threads=(../prefix/bin/plugin_threads*)
+if [ $suffix = .dll ]; then threads=("${zentor[@]:0:${#zentor[@]}-1}" "${threads[@]}"); fi
+threads+=(good.hostile release_too_often.hostile keeps_root.hostile ! convert_fails.hostile half_written.hostile)
+LD_LIBRARY_PATH=../prefix/lib "${threads[@]}" || fail "conversions on several threads: status $?"
+
 # How a converter is chosen: by extension, whatever its case, or by signature; built-in ones come first.
 printf 'nothing\n' >named.HoStIlE
 expect 0 '^' convert named.HoStIlE -o named.vkjson
