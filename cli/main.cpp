@@ -146,6 +146,5 @@ int Run(std::vector<std::string> arguments) {
 
 int main(int argc, char** argv) {
     zentor::os::IgnoreBrokenPipes();
-    zentor::os::SetUtf8Output();
     return zentor_cli::Run(zentor::os::Arguments(argc, argv));
 }

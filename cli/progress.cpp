@@ -1,7 +1,6 @@
 #include "progress.h"
 
 #include <chrono>
-#include <cstdio>
 
 #include "util/console.h"
 
@@ -26,9 +25,8 @@ void Progress::Show() {
     int seconds = 0;
     while (!done_.wait_for(lock, std::chrono::seconds(1), [this] { return isDone_; })) {
         zentor::os::WriteError("\r" + what_ + " ... " + std::to_string(++seconds) + " s");
-        std::fflush(stderr);
     }
-    if (seconds != 0) std::fputs("\r\033[K", stderr);
+    if (seconds != 0) zentor::os::WriteError("\r\033[K");
 }
 
 }  // namespace zentor_cli

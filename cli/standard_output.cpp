@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "library.h"
+#include "util/console.h"
 
 namespace zentor_cli {
 
@@ -14,9 +15,7 @@ void Require(bool isWritten) {
 
 }  // namespace
 
-void WriteOutput(std::string_view bytes) {
-    Require(std::fwrite(bytes.data(), 1, bytes.size(), stdout) == bytes.size());
-}
+void WriteOutput(std::string_view bytes) { Require(zentor::os::WriteOutput(bytes)); }
 
 void FlushOutput() { Require(std::fflush(stdout) == 0 && std::ferror(stdout) == 0); }
 

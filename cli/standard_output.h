@@ -8,7 +8,6 @@ namespace zentor_cli {
 
 void WriteOutput(std::string_view bytes);
 
-// Takes in what was printed by other ways, too.
 void FlushOutput();
 
 }  // namespace zentor_cli

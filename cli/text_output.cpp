@@ -1,8 +1,8 @@
 #include "text_output.h"
 
 #include <charconv>
-#include <cstdio>
 
+#include "standard_output.h"
 #include "util/utf_codec.h"
 
 namespace zentor_cli {
@@ -40,8 +40,13 @@ std::string Printable(std::string_view text) {
     return zentor::Utf16ToUtf8(shown);
 }
 
+std::string Padded(std::string text, std::size_t width) {
+    if (text.size() < width) text.append(width - text.size(), ' ');
+    return text;
+}
+
 void PrintField(const std::string& name, const std::string& value) {
-    std::printf("%-22s %s\n", (name + ":").c_str(), value.c_str());
+    WriteOutput(Padded(name + ":", 22) + ' ' + value + '\n');
 }
 
 }  // namespace zentor_cli

@@ -1,6 +1,7 @@
 // Texts for people.
 #pragma once
 
+#include <cstddef>
 #include <span>
 #include <string>
 #include <string_view>
@@ -15,6 +16,9 @@ std::string NumbersText(std::span<const double> values);
 // A text of a document for a terminal: control characters show as \u001b, bytes that are not UTF-8 as replacement
 // characters.
 std::string Printable(std::string_view text);
+
+// With blanks after it, to be at least `width` bytes wide.
+std::string Padded(std::string text, std::size_t width);
 
 // A line of a result: the name, a colon, blanks and the value.
 void PrintField(const std::string& name, const std::string& value);

@@ -1,9 +1,8 @@
-#include <cstdio>
-
 #include "commands/commands.h"
 #include "json_output.h"
 #include "output_file.h"
 #include "progress.h"
+#include "standard_output.h"
 #include "text_check.h"
 #include "text_output.h"
 
@@ -21,7 +20,7 @@ void SayResult(const CommonOptions& common, const std::string& input, const std:
         json.EndObject();
         json.Finish();
     } else if (!common.quiet) {
-        std::printf("%s (%u bytes)\n", Printable(output).c_str(), static_cast<unsigned>(bytes));
+        WriteOutput(Printable(output) + " (" + std::to_string(bytes) + " bytes)\n");
     }
 }
 

@@ -1,7 +1,6 @@
-#include <cstdio>
-
 #include "commands/commands.h"
 #include "json_output.h"
+#include "standard_output.h"
 #include "text_output.h"
 
 namespace zentor_cli {
@@ -10,7 +9,7 @@ void RunFormats(Library& library, const CommonOptions& common) {
     const std::vector<Format> formats = library.ListConverters().formats;
     if (!common.json) {
         for (const Format& format : formats) {
-            std::printf("%-8s %s\n", Printable(format.extension).c_str(), Printable(format.displayName).c_str());
+            WriteOutput(Padded(Printable(format.extension), 8) + ' ' + Printable(format.displayName) + '\n');
         }
         return;
     }

@@ -1,7 +1,6 @@
-#include <cstdio>
-
 #include "commands/commands.h"
 #include "json_output.h"
+#include "standard_output.h"
 #include "text_output.h"
 
 namespace zentor_cli {
@@ -9,25 +8,24 @@ namespace zentor_cli {
 namespace {
 
 void ShowConverter(const PluginConverter& converter) {
-    std::printf("  %s: %s, version %g%s\n", Printable(converter.identifier).c_str(), Printable(converter.name).c_str(),
-                converter.version, converter.isForced ? ", before built-in formats" : "");
+    std::string text = "  " + Printable(converter.identifier) + ": " + Printable(converter.name) + ", version " +
+                       NumberText(converter.version) + (converter.isForced ? ", before built-in formats\n" : "\n");
     if (!converter.extensions.empty()) {
-        std::string list;
-        for (const std::string& extension : converter.extensions) list += " " + extension;
-        std::printf("    extensions:%s\n", Printable(list).c_str());
+        text += "    extensions:";
+        for (const std::string& extension : converter.extensions) text += " " + Printable(extension);
+        text += '\n';
     }
     for (const PluginConverter::Signature& signature : converter.signatures) {
-        std::printf("    at byte %llu: \"%s\"\n", static_cast<unsigned long long>(signature.offset),
-                    Printable(signature.bytes).c_str());
+        text += "    at byte " + std::to_string(signature.offset) + ": \"" + Printable(signature.bytes) + "\"\n";
     }
+    WriteOutput(text);
 }
 
 void ShowText(const Converters& converters) {
-    std::printf("%s:%s\n", Printable(converters.pluginFolder).c_str(), converters.plugins.empty() ? " none" : "");
+    WriteOutput(Printable(converters.pluginFolder) + (converters.plugins.empty() ? ": none\n" : ":\n"));
     for (const PluginModule& module : converters.plugins) {
-        std::printf("%s (%s)%s%s\n", Printable(module.path).c_str(), Printable(module.identifier).c_str(),
-                    module.problem.code == 0 ? "" : ": ",
-                    module.problem.code == 0 ? "" : Printable(module.problem.Text()).c_str());
+        const std::string problem = module.problem.code == 0 ? "" : ": " + Printable(module.problem.Text());
+        WriteOutput(Printable(module.path) + " (" + Printable(module.identifier) + ")" + problem + '\n');
         for (const PluginConverter& converter : module.converters) ShowConverter(converter);
     }
 }

@@ -1,7 +1,6 @@
-#include <cstdio>
-
 #include "commands/commands.h"
 #include "json_output.h"
+#include "standard_output.h"
 #include "text_output.h"
 
 namespace zentor_cli {
@@ -43,7 +42,7 @@ bool RunValidate(Library& library, const CommonOptions& common, const std::vecto
             WriteResult(json, path, report);
         } else {
             const std::string result = report.code == 0 ? "ok" : report.Text();
-            std::printf("%s: %s\n", Printable(path).c_str(), Printable(result).c_str());
+            WriteOutput(Printable(path) + ": " + Printable(result) + '\n');
         }
     }
     if (common.json) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace zentor::os {
@@ -12,11 +13,10 @@ std::vector<std::string> Arguments(int argc, char** argv);
 // Whether standard error is a terminal.
 bool IsErrorTerminal();
 
-// Writes UTF-8 to standard error; to a console of a system with wide text as such.
-void WriteError(const std::string& text);
-
-// Makes UTF-8 on standard output come out right on a console, until the process ends.
-void SetUtf8Output();
+// Write to a standard stream. What goes to a console of a system with wide text is UTF-8 and shown as such; a character
+// may come in pieces. False when the stream cannot be written.
+bool WriteOutput(std::string_view bytes);
+bool WriteError(std::string_view bytes);
 
 // Makes writing to a pipe that nobody reads any more fail, rather than end the program before it has cleaned up.
 void IgnoreBrokenPipes();

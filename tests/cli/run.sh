@@ -92,6 +92,20 @@ expect 1 "" "zentor: error 25: このファイル形式はサポートされて�
 expect 1 "" "zentor: error 4: Am angegebenen Pfad ist keine Datei vorhanden: \"größe.none\"" info größe.none --locale de_DE
 expect 1 "" "zentor: error 25: File Format Not Supported." convert table.unknown --locale de_XX -o unknown.vkjson
 
+# On a terminal, which is a console for Windows programs, texts of all languages come out as they are.
+on_terminal() {
+  script -qc "$(printf '%q ' "${zentor[@]}") $2" typescript >/dev/null </dev/null
+  grep -q "$1" typescript || fail "on a terminal: $2: $(head -c 600 typescript)"
+}
+printf 'größe,名前\n1,2\n' >names.csv
+if script -qc true typescript >/dev/null 2>&1; then
+  on_terminal '\[1\] group data2 "名前"' 'tree names.csv'
+  on_terminal '"größe"' 'convert names.csv -o -'
+  on_terminal 'error 4: 入力パスにファイルが存在しません："größe.none"' 'info größe.none --locale ja_JP'
+else
+  echo "no terminals here: not tried on one"
+fi
+
 # A document that cannot be read back is no result, unless nobody asks.
 printf 'a\n"x\n' >quote.csv
 expect 1 "" "~^zentor: error 32: .* \(at byte 371\)$" convert quote.csv

@@ -11,9 +11,9 @@ std::vector<std::string> Arguments(int argc, char** argv) { return {argv + 1, ar
 
 bool IsErrorTerminal() { return isatty(STDERR_FILENO) != 0; }
 
-void WriteError(const std::string& text) { std::fputs(text.c_str(), stderr); }
+bool WriteOutput(std::string_view bytes) { return std::fwrite(bytes.data(), 1, bytes.size(), stdout) == bytes.size(); }
 
-void SetUtf8Output() {}
+bool WriteError(std::string_view bytes) { return std::fwrite(bytes.data(), 1, bytes.size(), stderr) == bytes.size(); }
 
 void IgnoreBrokenPipes() { signal(SIGPIPE, SIG_IGN); }
 

@@ -6,12 +6,65 @@
 
 #include <shellapi.h>
 
+#include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 
+#include "util/utf_codec.h"
 #include "util/win32/wide_path.h"
 
 namespace zentor::os {
+
+namespace {
+
+// How many bytes at the end of a text are a character that is not complete yet.
+std::size_t IncompleteEnd(std::string_view text) {
+    for (std::size_t back = 1; back <= std::min<std::size_t>(3, text.size()); ++back) {
+        const auto byte = static_cast<unsigned char>(text[text.size() - back]);
+        if ((byte & 0xC0) == 0x80) continue;
+        const std::size_t length = byte >= 0xF0 ? 4 : byte >= 0xE0 ? 3 : byte >= 0xC0 ? 2 : 1;
+        return length > back ? back : 0;
+    }
+    return 0;
+}
+
+// A console is given wide text: its code page has not every character, and the C library writes to it byte by byte.
+class Stream {
+public:
+    Stream(std::FILE* file, DWORD handle) : file_(file) {
+        DWORD mode = 0;
+        if (GetConsoleMode(GetStdHandle(handle), &mode)) console_ = GetStdHandle(handle);
+    }
+
+    bool Write(std::string_view bytes) {
+        if (console_ == nullptr) return std::fwrite(bytes.data(), 1, bytes.size(), file_) == bytes.size();
+        if (std::fflush(file_) != 0) return false;
+        held_ += bytes;
+        const std::size_t complete = held_.size() - IncompleteEnd(held_);
+        const std::u16string wide = Utf8ToUtf16(std::string_view(held_).substr(0, complete));
+        held_.erase(0, complete);
+        return WriteWide(wide);
+    }
+
+private:
+    // A console takes no more than some ten thousand characters at once.
+    bool WriteWide(std::u16string_view wide) const {
+        constexpr std::size_t kMost = 8192;
+        while (!wide.empty()) {
+            std::size_t part = std::min(kMost, wide.size());
+            if (part != wide.size() && IsHighSurrogate(wide[part - 1])) --part;
+            DWORD written = 0;
+            if (!WriteConsoleW(console_, wide.data(), static_cast<DWORD>(part), &written, nullptr)) return false;
+            wide.remove_prefix(part);
+        }
+        return true;
+    }
+
+    std::FILE* file_;
+    HANDLE console_ = nullptr;
+    std::string held_;
+};
+
+}  // namespace
 
 // The narrow arguments are in the code page of the system, which does not hold every name.
 std::vector<std::string> Arguments(int, char**) {
@@ -29,27 +82,14 @@ std::vector<std::string> Arguments(int, char**) {
 
 bool IsErrorTerminal() { return _isatty(_fileno(stderr)) != 0; }
 
-// A code page shows only what it has, and what is written piece by piece can be cut within a character.
-void WriteError(const std::string& text) {
-    std::wstring wide;
-    if (!IsErrorTerminal() || !ToWide(text, wide)) {
-        std::fputs(text.c_str(), stderr);
-        return;
-    }
-    std::fflush(stderr);
-    DWORD written = 0;
-    WriteConsoleW(GetStdHandle(STD_ERROR_HANDLE), wide.data(), static_cast<DWORD>(wide.size()), &written, nullptr);
+bool WriteOutput(std::string_view bytes) {
+    static Stream output(stdout, STD_OUTPUT_HANDLE);
+    return output.Write(bytes);
 }
 
-// The code page is the console's and outlives the process, so it is put back.
-void SetUtf8Output() {
-    static const UINT before = GetConsoleOutputCP();
-    if (before == 0) return;  // no console
-    SetConsoleOutputCP(CP_UTF8);
-    std::atexit([] {
-        std::fflush(stdout);
-        SetConsoleOutputCP(before);
-    });
+bool WriteError(std::string_view bytes) {
+    static Stream error(stderr, STD_ERROR_HANDLE);
+    return error.Write(bytes);
 }
 
 void IgnoreBrokenPipes() {}  // they fail anyway
