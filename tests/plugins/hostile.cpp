@@ -188,6 +188,7 @@ void Convert(void* own, uint8_t* converted, ZT_ErrorRecord* error) {
         *converted = root->WriteDocument(error) == 0;
     } else {
         *converted = root->WriteDocument(error) != 0;
+        if (session.Is("convert_denies")) *converted = 0;
     }
     if (root == nullptr || session.Is("keeps_root")) return;
     root->GetSharedObject()->Release();
@@ -227,6 +228,6 @@ ZT_PLUGIN_EXPORT void InitializePlugin(const char* module, const ZT_PluginServic
     if (Same(module, "table_version")) entryPoints->version = 2;
     if (Same(module, "table_size")) entryPoints->size = 0xFFFFFFFF;
     if (Same(module, "no_entries")) entryPoints->initializeSession = nullptr;
-    if (Same(module, "initialize_fails")) Fail(error, 77, 5, 6);
+    if (Same(module, "initialize_fails") || Same(module, "forced_fails")) Fail(error, 77, 5, 6);
     if (Same(module, "initialize_throws")) THROW;
 }

@@ -39,7 +39,7 @@ convert session_fails 1 "zentor: error 99: Initialize Session Failed of converte
 convert session_throws 1 "zentor: error 1023: Initialize Session Failed of .*"
 convert convert_fails 1 "zentor: error 4711: Conversion to VKJSON $by failed. \(at byte 12\)"
 convert convert_throws 1 "zentor: error 1023: Conversion to VKJSON $by failed."
-for behaviour in convert_says_no convert_lies half_written; do
+for behaviour in convert_says_no convert_lies convert_denies half_written; do
   convert $behaviour 1 "zentor: error 1506: Conversion to VKJSON $by failed."
 done
 while read -r behaviour code; do
@@ -80,6 +80,10 @@ expect 0 '"Group"' tree table.csv
 expect 0 'hostile  Hostile' formats
 printf 'a\n1\n' >plain.csv
 expect 0 '"a"' tree plain.csv
+use forced
+expect 1 '^zentor: error 25: ' tree unnamed.log
+use forced_fails
+expect 0 '"HOSTILE"' tree table.csv
 
 # Modules that do not get as far as that; none keeps another from its work.
 use no_initialize
