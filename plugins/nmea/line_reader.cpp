@@ -68,7 +68,7 @@ bool LineReader::Next(Line& line) {
         SkipEnd();
     }
     taken_ = LengthToEnd();
-    while (begin_ + taken_ == end_ && taken_ <= kMaxLength && Fill()) taken_ = LengthToEnd();
+    while (begin_ + taken_ == end_ && Fill()) taken_ = LengthToEnd();
     if (begin_ == end_) return false;
     taken_ = std::min(taken_, kMaxLength + 1);
     line = {{buffer_.data() + begin_, taken_}, offset_, ++lines_};

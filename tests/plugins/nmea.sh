@@ -74,7 +74,10 @@ sed '403d' "$log" >missing.nmea
 head -c -4 "$log" >cut.nmea
 { sed -n 1,403p "$log"; head -c 300000 /dev/zero | tr '\0' 'x'; printf '\n'; sed '1,403d' "$log"; } >long.nmea
 { sed -n 1,403p "$log"; head -c 300000 /dev/zero; sed '1,404d' "$log"; } >zeros.nmea
-sed '403s/,A,/,X,/; 404s/M,41/M,4a/' "$log" >fields.nmea
+sed '403s/\*5/*4/' "$log" >sum.nmea
+sed '403s/\*..//' "$log" >nosum.nmea
+sed 's/\*..\r$/\r/; 403s/,A,/,X,/; 404s/M,41/M,4a/; 408s/.,N,/.,Q,/; 411s/,9.5,/,-9.5,/; 412s/5332/5360/; 416s/N,.*,E/N,,/' \
+  "$log" >fields.nmea
 sed 's/\*..\r$/\r/' "$log" >unsummed.nmea
 while read -r file damaged latitudes statuses; do damage $file.nmea $damaged $latitudes $statuses; done <<'END'
 digit 1 197 199
@@ -82,7 +85,9 @@ missing 0 197 199
 cut 1 197 200
 long 1 197 200
 zeros 1 197 200
-fields 2 196 199
+sum 1 197 199
+nosum 1 197 199
+fields 6 195 198
 unsummed 0 197 200
 END
 fact damaged.vkjson checksums false
@@ -92,17 +97,23 @@ fact damaged.vkjson checksums false
   sentence GPVTG,1.0,T,,M,1.0,N,1.9,K                          # before any epoch
   sentence GNGGA,235958.5,0830.0,S,01059.9999999,W,4,12,0.8,-3.25,M,-20.1,M,,  # of the day before the first date
   sentence GNGSA,M,2,1,,,,,,,,,,,,3.0,2.0,1.0                  # its epoch's second HDOP
-  sentence GNZDA,235960,31,12,2025,00,00
   sentence GLRMC,000001.125,A,0000.0,N,18000.000000000000,E,0,360,010126,,,A
   sentence GNRMC,000001.125,A,0100.0,N,00000.0,E,5,5,010126,,,A  # the same time: the first counts
   sentence GNVTG,77.5,T,,M,3.5,N,6.5,K,A
-  sentence GNRMC,000000.5,A,0100.0,N,00000.0,E,5,5,010126,,,A  # out of order
+  sentence GNGGA,000000.75,0100.0,N,00000.0,E,1,3,,,M,,M,,     # out of order, not the next day
+  sentence GNRMC,000000.5,A,0100.0,N,00000.0,E,5,5,010126,,,A  # the same with a date
+  sentence GNGGA,000001.125,0100.0,N,00000.0,E,1,3,,,M,,M,,    # no later than the one before
   sentence PUBX,00,1
+  sentence PGRMC,000002,A
   sentence AIVDM,1
   printf '!AIVDM,1,1,,A,14eG;o@034o8sd<L9i:a;WF>062D,0*7D\r\n'
   sentence GNGGA,130000,,,,,0,0,,,M,,M,,
   sentence GNGGA,000003,9000.0,N,00000.0,E,9,3,,,M,,M,,        # the next day
-  sentence GNRMC,000004,V,4500.0,N,00000.0,E,5,5,010180,,,N    # not to be used, nor its date
+  sentence GNVTG,1.0,T,,M,1.0,N,1.9,K,N                        # not to be used
+  sentence GNRMC,000004,V,4500.0,N,00000.0,E,5,5,010180,,,N    # nor this, with its date
+  sentence GNZDA,235960,02,01,2026,00,00
+  sentence GNVTG,270,270,10,18.5                               # of the oldest kind
+  sentence GNGGA,000001,,,,,5,3,,-0.0,M,,M,,
 } >small.nmea
 expect 0 '^small.vkjson' convert small.nmea -o small.vkjson
 samples small.vkjson latitude '^2025-12-31T23:59:58.500Z +-8.5
@@ -111,26 +122,37 @@ samples small.vkjson latitude '^2025-12-31T23:59:58.500Z +-8.5
 samples small.vkjson longitude '^2025-12-31T23:59:58.500Z +-10.99999999833
 2026-01-01T00:00:01.125Z +180
 2026-01-02T00:00:03.000Z +0$'
-samples small.vkjson course '^2026-01-01T00:00:01.125Z +360$'
-samples small.vkjson speed '^2026-01-01T00:00:01.125Z +0$'
+samples small.vkjson course '^2026-01-01T00:00:01.125Z +360
+2026-01-03T00:00:00.000Z +270$'
+samples small.vkjson speed '^2026-01-01T00:00:01.125Z +0
+2026-01-03T00:00:00.000Z +10$'
 samples small.vkjson hdop '^2025-12-31T23:59:58.500Z +0.8$'
-samples small.vkjson altitude '^2025-12-31T23:59:58.500Z +-3.25$'
+samples small.vkjson altitude '^2025-12-31T23:59:58.500Z +-3.25
+2026-01-03T00:00:01.000Z +0$'
 samples small.vkjson fixMode '^2025-12-31T23:59:58.500Z +2D fix$'
 samples small.vkjson status '^2026-01-01T00:00:01.125Z +valid
 2026-01-02T00:00:04.000Z +warning$'
 fact small.vkjson talkers '"AI GL GN GP P"'
-fact small.vkjson epochsOutOfOrder 1
-fact small.vkjson otherSentences 3
+fact small.vkjson epochsOutOfOrder 3
+fact small.vkjson otherSentences 4
+expect 0 'range: +-8.5 to 90, legal -90 to 90' get small.vkjson '["track"]["latitude"]'
+{
+  sentence GPGGA,235959,0200.0,N,00000.0,E,1,3,,,M,,M,,
+  sentence GPRMC,235958,A,0100.0,N,00000.0,E,5,5,311299,,
+} >old.nmea
+samples old.nmea latitude '^1999-12-31T23:59:59Z +2$'
 
 # Refused, with the place of the first damaged line or the end.
 refuse() { expect 1 "^zentor: error $2" convert "$1" -o none.vkjson; [ ! -e none.vkjson ] || fail "$1: kept"; }
 refused='1506: Conversion to VKJSON using converter NMEA 0183 log with id org.zentor.nmea failed. \(at byte'
 head -12 "$log" >nowhere.nmea
 sed '/RMC/d' "$log" >undated.nmea
+sed '/RMC/!d; s/,5332.*,E,/,,,,,/; s/\*..\r$/\r/' "$log" >unplaced.nmea
 sed 's/,N,/,n,/' "$log" >lower.nmea
 printf 'Latitude\n53.5\n' >text.nmea
 : >empty.nmea
 refuse nowhere.nmea "$refused $(wc -c <nowhere.nmea)\)"
+refuse unplaced.nmea "$refused $(wc -c <unplaced.nmea)\)"
 refuse undated.nmea "$refused $(wc -c <undated.nmea)\)"
 refuse lower.nmea "$refused $(wc -c <nowhere.nmea)\)"  # its 13th line
 refuse text.nmea '25: '
