@@ -1,6 +1,6 @@
 #!/bin/bash
-# Does what the guide for plug-in authors says, with the code and the commands that stand in it. Arguments: source folder,
-# build folder, what runs programs before them.
+# Does what the guide for plug-in authors says, with the code and the commands that stand in it. Arguments: source
+# folder, build folder, what runs programs before them.
 set -u
 source=$(realpath "$1") build=$(realpath "$2")
 # shellcheck source=tests/plugins/command.sh

@@ -141,6 +141,7 @@ expect 0 'range: +-8.5 to 90, legal -90 to 90' get small.vkjson '["track"]["lati
   sentence GPRMC,235958,A,0100.0,N,00000.0,E,5,5,311299,,
 } >old.nmea
 samples old.nmea latitude '^1999-12-31T23:59:59Z +2$'
+fact old.nmea epochsOutOfOrder 1
 
 # Refused, with the place of the first damaged line or the end.
 refuse() { expect 1 "^zentor: error $2" convert "$1" -o none.vkjson; [ ! -e none.vkjson ] || fail "$1: kept"; }
