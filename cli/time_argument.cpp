@@ -79,6 +79,20 @@ std::uint32_t MultiplyDown(std::string_view digits, std::uint32_t factor) {
     return static_cast<std::uint32_t>(carried);
 }
 
+// A UTC time with as many decimals of a second as the document's times have; other texts as they are.
+std::string WithDecimals(const std::string& time, std::size_t count) {
+    constexpr std::size_t kSecondsEnd = std::string_view("2026-01-31T00:00:00").size();
+    if (time.size() < kSecondsEnd) return time;
+    std::size_t end = kSecondsEnd;
+    std::string decimals;
+    if (end != time.size() && time[end] == '.') {
+        for (++end; end != time.size() && zentor::IsDigit(time[end]); ++end) decimals += time[end];
+        if (decimals.empty()) return time;
+    }
+    decimals.resize(count, '0');
+    return time.substr(0, kSecondsEnd) + (count == 0 ? "" : "." + decimals) + time.substr(end);
+}
+
 }  // namespace
 
 TimeArguments::TimeArguments(const zentor::TimeForm& form, std::string sampleTime)
@@ -88,9 +102,10 @@ Moment TimeArguments::Parse(const std::string& option, const std::string& text) 
     if (auto seconds = ParseDecimal(text)) return CutDown(seconds->whole, std::move(seconds->digits));
     if (const auto fraction = ParseFraction(text)) return CutDown(fraction->value, fraction->scale);
     zentor::Instant instant;
-    if (form_.Parse(text, instant)) return {instant.whole, std::string(instant.decimals)};
-    const std::string time = sampleTime_.empty() ? "of the document's form" : "such as " + sampleTime_;
-    throw WrongUsage(option + ": expected seconds (1.5, 3/2, -2) or a time " + time + ", not \"" + text + '"');
+    const std::string time = form_.Rate() == nullptr ? WithDecimals(text, decimals_) : text;
+    if (form_.Parse(time, instant)) return {instant.whole, std::string(instant.decimals)};
+    const std::string expected = sampleTime_.empty() ? "of the document's form" : "such as " + sampleTime_;
+    throw WrongUsage(option + ": expected seconds (1.5, 3/2, -2) or a time " + expected + ", not \"" + text + '"');
 }
 
 zentor::Instant TimeArguments::ParseSampleTime(std::string_view time) const {

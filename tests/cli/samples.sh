@@ -62,6 +62,7 @@ dropping|2|--at 60.06
 dropping|2|--from 00:01:00:02 --to 3003/50
 moments|1 2 3 4 5 6|
 moments|2 3 4 5|--from 2024-05-01T12:00:00.000Z --to 2024-05-01T12:00:01.000Z
+moments|2 3 4 5|--from 2024-05-01T12:00:00Z --to 2024-05-01T12:00:01.0009Z
 moments|3 4|--from 2024-05-01T12:00:00.001Z --to 2024-05-01T12:00:00.999Z
 moments|4 3|--from 2024-05-01T12:00:00.999Z --to 2024-05-01T12:00:00.001Z
 moments|3|--from 2024-05-01T12:00:00.250Z --to 2024-05-01T12:00:00.250Z
@@ -90,6 +91,7 @@ offsets|1 2|--to 2024-05-01T14:00:10+02:00
 offsets|1 2 3|--from 1714564800.999
 offsets|2 3|--from 1714564801
 offsets|2|--at 2024-05-01T12:00:19+00:00
+offsets|2|--at 2024-05-01T12:00:19.5+00:00
 far|1|--to 2035-01-01T00:00:00.0Z
 far|1|--at 2100000000.5
 old|3|--from -5 --to 2040-01-01T00:00:00.0Z
@@ -121,7 +123,8 @@ done <<EOF
 1|old|["n"]|$reach|--at 1899-12-31T00:00:00.5Z
 1|missing|[0]|~^zentor: error 4: |
 2|codes|["n"]|zentor: --from: expected seconds (1.5, 3/2, -2) or a time such as 00:00:00:00, not "1.5s"|--from 1.5s
-2|moments|["n"]|zentor: --at: expected seconds (1.5, 3/2, -2) or a time such as 2024-05-01T11:59:59.900Z, not "2024-05-01T12:00:00Z"|--at 2024-05-01T12:00:00Z
+2|moments|["n"]|zentor: --at: expected seconds (1.5, 3/2, -2) or a time such as 2024-05-01T11:59:59.900Z, not "2024-05-01T12:00Z"|--at 2024-05-01T12:00Z
+2|moments|["n"]|~^zentor: --at: expected |--at 2024-05-01T12:00:00.Z
 2|moments|["n"]|~^zentor: --to: expected |--to 2024-05-01T12:00:00.000+00:00
 2|offsets|["n"]|~^zentor: --to: expected |--to 2024-05-01T12:00:00Z
 2|codes|["n"]|~^zentor: --to: expected |--from 1 --to 00:00:60:00
