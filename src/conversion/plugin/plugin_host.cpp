@@ -1,6 +1,7 @@
 #include "conversion/plugin/plugin_host.h"
 
 #include <mutex>
+#include <utility>
 
 #include "errors/locale.h"
 #include "util/module.h"
@@ -10,7 +11,12 @@ namespace zentor {
 namespace {
 
 std::mutex pluginsMutex;
-std::shared_ptr<ZT_PLUGIN::ZT_ConverterHandler> plugins;
+
+// Never destroyed: when a process ends without destroying its managers, the modules may have ended before the library.
+std::shared_ptr<ZT_PLUGIN::ZT_ConverterHandler>& Registry() {
+    static auto* const registry = new std::shared_ptr<ZT_PLUGIN::ZT_ConverterHandler>;
+    return *registry;
+}
 
 // Empty when the library cannot tell where it is.
 std::string PluginFolder() {
@@ -23,16 +29,16 @@ std::string PluginFolder() {
 
 std::shared_ptr<ZT_PLUGIN::ZT_ConverterHandler> Plugins() {
     const std::lock_guard lock(pluginsMutex);
-    if (!plugins) plugins = std::make_shared<ZT_PLUGIN::ZT_ConverterHandler>(PluginFolder(), Locale());
-    return plugins;
+    auto& registry = Registry();
+    if (!registry) registry = std::make_shared<ZT_PLUGIN::ZT_ConverterHandler>(PluginFolder(), Locale());
+    return registry;
 }
 
 void UnloadPlugins() {
     std::shared_ptr<ZT_PLUGIN::ZT_ConverterHandler> last;
     {
         const std::lock_guard lock(pluginsMutex);
-        last = std::move(plugins);
-        plugins = nullptr;
+        last = std::exchange(Registry(), nullptr);
     }
     if (last) last->Unload();
 }
