@@ -62,7 +62,12 @@ cp "$build"/tests/plugins/plugin_threads* ../prefix/bin/
 threads=(../prefix/bin/plugin_threads*)
 if [ $suffix = .dll ]; then threads=("${zentor[@]:0:${#zentor[@]}-1}" "${threads[@]}"); fi
 threads+=(good.hostile release_too_often.hostile keeps_root.hostile ! convert_fails.hostile half_written.hostile)
-LD_LIBRARY_PATH=../prefix/lib "${threads[@]}" || fail "conversions on several threads: status $?"
+for _ in 1 2 3; do
+  LD_LIBRARY_PATH=../prefix/lib "${threads[@]}" >threads.txt 2>&1
+  got=$?
+  grep -q 'wine client error' threads.txt || break
+done
+[ $got = 0 ] || fail "conversions on several threads: status $got: $(head -c 2000 threads.txt)"
 
 # How a converter is chosen: by extension, whatever its case, or by signature; built-in ones come first.
 printf 'nothing\n' >named.HoStIlE
