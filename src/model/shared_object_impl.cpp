@@ -39,8 +39,8 @@ void SharedObjectImpl::Release() noexcept {
 
 void SharedObjectImpl::DropClientReferences() noexcept {
     handedOver_.store(0);
-    while (TakeOne(refCount_))
-        RemoveOwner();  // NOLINT(clang-analyzer-cplusplus.NewDelete): the caller's handle is left
+    // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDelete): the caller's handle is left
+    while (TakeOne(refCount_)) RemoveOwner();
 }
 
 bool SharedObjectImpl::TryAddOwner() noexcept {

@@ -1,8 +1,11 @@
 # For tests that use the installed command with plug-ins. Sourced with: build folder, what runs programs before them.
-# Gives a folder of its own, $work, to be in $work/in; zentor, plugins (the folder), suffix (of modules), failures; and:
+# Gives the project's folder, $project; a folder of its own, $work, to be in $work/in; zentor, plugins (the folder),
+# suffix (of modules), failures; and:
 #   fail TEXT...                          says what failed
 #   run ARGUMENT...                       runs the command: its status is $got, its output and errors together $text
 #   expect STATUS PATTERN ARGUMENT...     runs it, with this result
+#   make_plugin SOURCE FOLDER             makes a plug-in as an outside project does, and installs it
+project=$(realpath "$(dirname "${BASH_SOURCE[0]}")/../..")
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 cmake --install "$1" --prefix "$work/prefix" >/dev/null || exit 1
@@ -43,4 +46,14 @@ expect() {
     [ ! -e "$left" ] || fail "$*: left behind $left"
     rm -f "$left"
   done
+}
+
+make_plugin() {
+  local options=(-DCMAKE_BUILD_TYPE=Release -Dzentor_DIR="$work/prefix/lib/cmake/zentor")
+  [ "$suffix" = .so ] || options+=(-DCMAKE_TOOLCHAIN_FILE="$project/cmake/mingw-w64.cmake")
+  {
+    CXXFLAGS="-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror ${CXXFLAGS:-}" \
+      cmake -G Ninja -S "$1" -B "$2" "${options[@]}" &&
+      cmake --build "$2" && cmake --install "$2" --prefix "$work/prefix"
+  } >"$work/log" 2>&1 || { cat "$work/log"; exit 1; }
 }

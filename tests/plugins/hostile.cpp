@@ -44,7 +44,8 @@ struct Session {
 
     bool Is(const char* behaviour) const { return IsNamed(name, behaviour); }
 };
-Session sessions[16];
+constexpr int kSessions = 16;
+Session sessions[kSessions];
 
 Session* TakeSession(const char* path, StreamContext stream) {
     for (Session& session : sessions) {
@@ -165,7 +166,7 @@ void AddForeignThings(const Session& session, IVkjsonRoot_v1* root, ZT_ErrorReco
 
 void Convert(void* own, uint8_t* converted, ZT_ErrorRecord* error) {
     *converted = 0;
-    if (own < sessions || own >= sessions + 16) return Fail(error, 3);
+    if (own < sessions || own >= sessions + kSessions) return Fail(error, 3);
     const Session& session = *static_cast<Session*>(own);
     const SessionEnd end(static_cast<Session*>(own));
     if (session.Is("convert_fails")) return Fail(error, 4711, 12, -3);

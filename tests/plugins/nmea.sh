@@ -1,17 +1,10 @@
 #!/bin/bash
-# The NMEA plug-in, built as an outside project builds its own, and used through the command. Arguments: source folder,
-# build folder, what runs programs before them.
+# The NMEA plug-in, built as an outside project builds its own, and used through the command. Arguments: build folder,
+# what runs programs before them.
 set -u
-source=$(realpath "$1") build=$(realpath "$2")
 # shellcheck source=tests/plugins/command.sh
-. "$(dirname "$0")/command.sh" "$build" "${@:3}"
-options=(-DCMAKE_BUILD_TYPE=Release -Dzentor_DIR="$work/prefix/lib/cmake/zentor")
-export CXXFLAGS="-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror ${CXXFLAGS:-}"
-[ "$suffix" = .so ] || options+=(-DCMAKE_TOOLCHAIN_FILE="$source/cmake/mingw-w64.cmake")
-{
-  cmake -G Ninja -S "$source/plugins/nmea" -B "$work/build" "${options[@]}" &&
-    cmake --build "$work/build" && cmake --install "$work/build" --prefix "$work/prefix"
-} >"$work/log" 2>&1 || { cat "$work/log"; exit 1; }
+. "$(dirname "$0")/command.sh" "$@"
+make_plugin "$project/plugins/nmea" "$work/build"
 
 # sentence BODY: with its checksum and line end.
 sentence() {
@@ -24,7 +17,7 @@ sentence() {
 samples() { expect 0 "$3" samples "$1" "[\"track\"][\"$2\"]" "${@:4}"; }
 fact() { expect 0 "value: +$3" get "$1" "[\"receiver\"][\"$2\"]"; }
 
-log=$source/resources/recordings/harbour.nmea
+log=$project/resources/recordings/harbour.nmea
 expect 0 'nmea[^ ]* \(org.zentor.nmea\).*NMEA 0183 log, version 1.*extensions: nmea.*at byte 0: "\$GP".*"\$GN"' plugins
 expect 0 '^harbour.vkjson' convert "$log" -o harbour.vkjson
 expect 0 'creator: +org.zentor.nmea
