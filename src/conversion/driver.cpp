@@ -7,6 +7,8 @@
 #include "conversion/output_placement.h"
 #include "conversion/plugin/plugin_converter.h"
 #include "conversion/plugin/plugin_host.h"
+#include "errors/call_scope.h"
+#include "errors/converter_failure.h"
 #include "errors/exception.h"
 #include "errors/last_exception.h"
 #include "errors/raise.h"
@@ -65,13 +67,16 @@ void RunConverter(const MakeConverter& makeConverter, const std::string& inputPa
                   const std::string& documentPath) {
     const OpenStreamScope stream(documentPath);
     const auto converter = makeConverter({inputPath, originalName, stream.Key()});
+    const auto lastException = GetLastException();
+    ClearLastException();  // a failure may tell its cause by it
     bool converted = false;
     try {
         converted = converter->Convert();
     } catch (const ZT_PLUGIN::ZT_PluginException& failure) {
-        Raise({failure.code(), kConverterFailure, failure.extra1(), failure.extra2()});
+        RaiseConverterFailure(failure.code(), failure.extra1(), failure.extra2());
     }
     if (!converted) Raise(kConversionFailure);
+    RestoreLastException(lastException);
 }
 
 std::shared_ptr<DocumentRecord> RecordOfDocument(const std::string& path, bool isKnownVersion2) {
@@ -122,6 +127,7 @@ void ConversionDriver::ReleaseStream(IVkjsonStream* stream) {
     if (streams_.empty()) Raise(kNoStreamCreated);
     const auto found = streams_.find(stream);
     if (found == streams_.end()) Raise(kInvalidStream);
+    if (CallScope::IsIn(found->second.get())) Raise(kInvalidPointer, Quoted("IVkjsonStream"));
     released = std::move(found->second);
     streams_.erase(found);
 }

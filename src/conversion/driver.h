@@ -19,7 +19,8 @@ public:
 
     // Makes a stream of the document that stands for the input at `inputPath`, which is absolute. Code 11.
     IVkjsonStream* MakeStream(std::shared_ptr<DocumentRecord> record, const std::string& inputPath);
-    // Destroys a stream. Codes 56 (there are none), 57 (not one of these).
+    // Destroys a stream. Codes 1 (an operation of it is calling this thread), 56 (there are none), 57 (not one of
+    // these).
     void ReleaseStream(IVkjsonStream* stream);
 
 private:

@@ -23,7 +23,7 @@ Owner<Node> CreateNode(const ZT_ConverterHandlerBase* converter, const Arguments
     try {
         return MakeOwner(new Node(StreamIdOf(converter->Info().streamKey), arguments...));
     } catch (const ZT_PluginException& failure) {
-        Raise({failure.code(), kConverterFailure, failure.extra1(), failure.extra2()});
+        RaiseConverterFailure(failure.code(), failure.extra1(), failure.extra2());
     }
 }
 

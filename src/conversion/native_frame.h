@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "conversion/converter.h"
+#include "errors/converter_failure.h"
 #include "errors/raise.h"
 #include "model/dynamic_numbers.h"
 #include "model/root.h"
@@ -19,7 +20,7 @@ template <class Call>
 void CallModel(Call&& call) {
     ZT_ErrorRecord error{0, 0, -1, -1};
     call(&error);
-    if (error.code != 0) Raise({error.code, kConverterFailure, error.extra1, error.extra2});
+    if (error.code != 0) RaiseConverterFailure(error.code, error.extra1, error.extra2);
 }
 
 // How a converter describes a number: what it does not know stays unknown and is taken from the value.

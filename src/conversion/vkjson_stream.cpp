@@ -32,7 +32,7 @@ VkjsonStreamImpl::VkjsonStreamImpl(std::shared_ptr<DocumentRecord> record, std::
 
 std::uint32_t VkjsonStreamImpl::Read(void* buffer, const std::uint32_t* count) noexcept {
     std::uint32_t got = 0;
-    RunAtBoundary(ErrorContext(), [&] {
+    RunOperation(this, [&] {
         if (buffer == nullptr || count == nullptr) Raise(kInvalidPointer, Quoted("GetVKJSONStream"));
         std::memset(buffer, 0, *count);
         auto* next = static_cast<char*>(buffer);
@@ -51,7 +51,7 @@ std::uint32_t VkjsonStreamImpl::Read(void* buffer, const std::uint32_t* count) n
 }
 
 ZT_Result VkjsonStreamImpl::SaveTo(const char* path) noexcept {
-    return RunAtBoundary(ErrorContext(), [&] {
+    return RunOperation(this, [&] {
         CheckInputFilePath(path);
         const std::string target = File_IO::AbsolutePath(path);
         if (File_IO::IsSameFile(target, record_->documentPath)) return;
@@ -63,7 +63,7 @@ ZT_Result VkjsonStreamImpl::SaveTo(const char* path) noexcept {
 }
 
 ZT_Result VkjsonStreamImpl::Rewind() noexcept {
-    return RunAtBoundary(ErrorContext(), [&] { File_IO::Seek(document_.get(), 0, 0); });
+    return RunOperation(this, [&] { File_IO::Seek(document_.get(), 0, 0); });
 }
 
 }  // namespace zentor

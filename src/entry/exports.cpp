@@ -1,6 +1,8 @@
 // The exported functions and the manager's life.
+#include <condition_variable>
 #include <memory>
 #include <mutex>
+#include <thread>
 
 #include "conversion/plugin/plugin_host.h"
 #include "conversion/plugin/services.h"
@@ -21,11 +23,20 @@ namespace {
 std::mutex managerMutex;
 std::unique_ptr<ZentorImpl> manager;
 std::uint64_t instanceCount = 0;
+// The last release ends the manager outside the lock, which what it ends may need; nobody makes another meanwhile.
+std::condition_variable managerReleased;
+std::thread::id releasingThread;  // nobody: the default
+
+bool IsReleasing() { return releasingThread != std::thread::id(); }
+
+[[noreturn]] void RefuseManager() { Raise(kInvalidPointer, Quoted("IZentor")); }
 
 IZentor* AcquireManager(const char* locale, const void* hostTable1, const void* hostTable2) {
-    const std::lock_guard lock(managerMutex);
+    std::unique_lock lock(managerMutex);
+    if (releasingThread == std::this_thread::get_id()) RefuseManager();  // a plug-in that is being ended asks
+    managerReleased.wait(lock, [] { return !IsReleasing(); });
     if (!manager) {
-        UnloadPlugins();  // those that were looked at without a manager
+        ForgetPlugins();  // those that were looked at without a manager
         SetLocale(locale);
         ReleaseDictionary();
         SetHostTables(hostTable1, hostTable2);
@@ -35,17 +46,35 @@ IZentor* AcquireManager(const char* locale, const void* hostTable1, const void* 
     return manager.get();
 }
 
+// The end of a release: locale and messages are again those of the beginning, and others may make a manager.
+class ReleaseScope {
+public:
+    ReleaseScope() = default;
+    ~ReleaseScope() {
+        SetLocale(nullptr);
+        ReleaseDictionary();
+        const std::lock_guard lock(managerMutex);
+        releasingThread = {};
+        managerReleased.notify_all();
+    }
+    ReleaseScope(const ReleaseScope&) = delete;
+    ReleaseScope& operator=(const ReleaseScope&) = delete;
+};
+
 // Nulls the host's pointer as soon as the manager is given back, whatever plug-ins say to their end.
 void ReleaseManager(IZentor*& released) {
     std::unique_ptr<ZentorImpl> last;
     {
         const std::lock_guard lock(managerMutex);
-        if (released == nullptr || released != manager.get()) Raise(kInvalidPointer, Quoted("IZentor"));
+        if (released == nullptr || released != manager.get()) RefuseManager();
+        if (instanceCount == 1 && CallScope::IsInAny()) RefuseManager();  // a callback of one of its operations
         released = nullptr;
-        if (--instanceCount == 0) last = std::move(manager);
+        if (--instanceCount != 0) return;
+        last = std::move(manager);
+        releasingThread = std::this_thread::get_id();
     }
-    if (!last) return;
-    last.reset();  // outside the lock: it closes and deletes files
+    const ReleaseScope scope;
+    last.reset();
     UnloadPlugins();
 }
 
@@ -98,9 +127,9 @@ void GetLocalizedErrorMsg_1(const char* key, const char* parameter1, const char*
         const auto text = [](const char* parameter) { return ZT_ErrorParam(parameter == nullptr ? "" : parameter); };
         const std::string message = FormMessage(
             key == nullptr ? "" : key, {text(parameter1), text(parameter2), text(parameter3), text(parameter4)});
-        const ZT_HostSuite* host = HostSuite();
-        if (host == nullptr || host->localizedMessage == nullptr) return;
-        host->localizedMessage(hostContext, message.c_str(), message.size());
+        if (const ZT_HostSuite* const host = HostSuite()) {
+            CallHost(host->localizedMessage, hostContext, message.c_str(), message.size());
+        }
     });
 }
 
@@ -108,14 +137,14 @@ void GetLastException_1(void* context,
                         void (*callback)(void* context, uint32_t code, const char* message, int64_t extra1,
                                          int64_t extra2),
                         uint8_t clear) {
-    const auto last = GetLastException();  // held: the callback may call the library again
-    if (callback != nullptr) {
-        if (last == nullptr) {
-            callback(context, 0, kUnknownExceptionText, 0, 0);
-        } else {
-            const char* message = last->message.empty() ? kUnknownExceptionText : last->message.c_str();
-            callback(context, last->code, message, last->extra1, last->extra2);
-        }
+    static const LastException none;
+    const auto held = GetLastException();  // the callback may call the library again
+    const LastException& last = held == nullptr ? none : *held;
+    try {
+        const char* const message = last.message.empty() ? kUnknownExceptionText : last.message.c_str();
+        if (callback != nullptr) callback(context, last.code, message, last.extra1, last.extra2);
+        if (clear != 0) ClearLastException();
+    } catch (...) {
+        KeepEntry(kUnknownException);
     }
-    if (clear != 0) ClearLastException();
 }

@@ -5,25 +5,20 @@
 
 #include "conversion/format_table.h"
 #include "conversion/plugin/plugin_host.h"
+#include "errors/host_suite.h"
 
 namespace zentor {
 
 namespace {
 
 void ListConverter(const ZT_PluginCallbacks& callbacks, const ConverterManifest& converter, void* listContext) {
-    if (callbacks.addConverter != nullptr) {
-        callbacks.addConverter(listContext, converter.identifier.c_str(), converter.name.c_str(), converter.version,
-                               converter.isForced ? 1 : 0);
+    CallHost(callbacks.addConverter, listContext, converter.identifier.c_str(), converter.name.c_str(),
+             converter.version, static_cast<std::uint8_t>(converter.isForced));
+    for (const std::string& extension : converter.extensions) {
+        CallHost(callbacks.addExtension, listContext, extension.c_str());
     }
-    if (callbacks.addExtension != nullptr) {
-        for (const std::string& extension : converter.extensions) {
-            callbacks.addExtension(listContext, extension.c_str());
-        }
-    }
-    if (callbacks.addSignature != nullptr) {
-        for (const FormatSignature& signature : converter.signatures) {
-            callbacks.addSignature(listContext, signature.offset, signature.bytes.data(), signature.bytes.size());
-        }
+    for (const FormatSignature& signature : converter.signatures) {
+        CallHost(callbacks.addSignature, listContext, signature.offset, signature.bytes.data(), signature.bytes.size());
     }
 }
 
@@ -41,19 +36,18 @@ void ListFormats(const ZT_HostSuite& host, void* listContext) {
             }
         }
     }
-    for (const auto& [extension, name] : formats) host.addFormat(listContext, extension.c_str(), name.c_str());
+    for (const auto& [extension, name] : formats)
+        CallHost(host.addFormat, listContext, extension.c_str(), name.c_str());
 }
 
 void ListPlugins(const ZT_HostSuite& host, void* listContext) {
     if (host.plugins == nullptr) return;
     const ZT_PluginCallbacks& callbacks = *host.plugins;
     const auto plugins = Plugins();
-    if (callbacks.setFolder != nullptr) callbacks.setFolder(listContext, plugins->Folder().c_str());
+    CallHost(callbacks.setFolder, listContext, plugins->Folder().c_str());
     for (const ZT_PLUGIN::FoundModule& module : plugins->Modules()) {
-        if (callbacks.addModule != nullptr) {
-            callbacks.addModule(listContext, module.path.c_str(), module.identifier.c_str(), module.problemCode,
-                                module.problem.c_str());
-        }
+        CallHost(callbacks.addModule, listContext, module.path.c_str(), module.identifier.c_str(), module.problemCode,
+                 module.problem.c_str());
         for (const ZT_PLUGIN::PluginConverter& converter : module.converters) {
             ListConverter(callbacks, converter.manifest, listContext);
         }

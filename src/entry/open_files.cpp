@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "conversion/output_placement.h"
+#include "errors/call_scope.h"
 #include "errors/raise.h"
 #include "util/file_io.h"
 
@@ -128,6 +129,10 @@ bool OpenFiles::Close(const ISensorFileHandler* handler) {
     const auto found = std::find_if(entries_.begin(), entries_.end(),
                                     [&](const auto& entry) { return entry.second.handler.get() == handler; });
     if (found == entries_.end()) Raise(kInvalidFileHandler);
+    // A callback of a query cannot end what is calling it.
+    if (found->second.useCount == 1 && CallScope::IsIn(found->second.handler.get())) {
+        Raise(kInvalidPointer, Quoted("ISensorFileHandler"));
+    }
     if (--found->second.useCount != 0) return false;
     closed = std::move(found->second.handler);
     entries_.erase(found);

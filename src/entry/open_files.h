@@ -21,7 +21,8 @@ public:
     // The handler of an input, opened now or before; `outputPath` is absolute or empty. Codes of PrepareInput,
     // CheckOutput, CopyBeside, OutputPlacement and SensorFileHandlerImpl; 7 when the output is an open document.
     ISensorFileHandler* Open(const InputFile& input, const std::string& outputPath);
-    // Gives one use back; true when it was the last. Codes 26, 27.
+    // Gives one use back; true when it was the last. Codes 1 (the last one, while a query of the handler is calling
+    // this thread), 26, 27.
     bool Close(const ISensorFileHandler* handler);
 
     bool IsOpen(const std::string& path) override;

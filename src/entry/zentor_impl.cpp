@@ -8,7 +8,7 @@
 namespace zentor {
 
 ZT_Result ZentorImpl::OpenFile(ISensorFileHandler** handler, const char* inputPath, const char* outputPath) noexcept {
-    return RunAtBoundary(ErrorContext(), [&] {
+    return RunOperation(this, [&] {
         if (handler == nullptr) Raise(kInvalidPointer, Quoted("ISensorFileHandler"));
         *handler = nullptr;
         const InputFile input = CheckInput(inputPath);
@@ -22,14 +22,14 @@ ZT_Result ZentorImpl::OpenFile(ISensorFileHandler** handler, const char* inputPa
 }
 
 ZT_Result ZentorImpl::CloseFile(ISensorFileHandler** handler) noexcept {
-    return RunAtBoundary(ErrorContext(), [&] {
+    return RunOperation(this, [&] {
         if (handler == nullptr || *handler == nullptr) Raise(kInvalidPointer, Quoted("ISensorFileHandler"));
         if (openFiles_.Close(*handler)) *handler = nullptr;
     });
 }
 
 ZT_Result ZentorImpl::ConvertFile(IVkjsonStream** stream, const char* inputPath, std::uint8_t validate) noexcept {
-    return RunAtBoundary(ErrorContext(), [&] {
+    return RunOperation(this, [&] {
         if (stream == nullptr) Raise(kInvalidPointer, Quoted("IZentor"));
         *stream = nullptr;
         const InputFile input = CheckInput(inputPath);
@@ -40,7 +40,7 @@ ZT_Result ZentorImpl::ConvertFile(IVkjsonStream** stream, const char* inputPath,
 }
 
 ZT_Result ZentorImpl::ReleaseStream(IVkjsonStream** stream) noexcept {
-    return RunAtBoundary(ErrorContext(), [&] {
+    return RunOperation(this, [&] {
         if (stream == nullptr || *stream == nullptr) Raise(kInvalidPointer, Quoted("IVkjsonStream"));
         driver_.ReleaseStream(*stream);
         *stream = nullptr;

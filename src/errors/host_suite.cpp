@@ -22,11 +22,16 @@ void SetErrorContext(void* context) noexcept { latestErrorContext.store(context)
 
 void* ErrorContext() noexcept { return latestErrorContext.load(); }
 
-void ReportError(void* errorContext, std::uint32_t code, const char* message, std::int64_t extra1,
+bool ReportError(void* errorContext, std::uint32_t code, const char* message, std::int64_t extra1,
                  std::int64_t extra2) noexcept {
     const ZT_HostSuite* suite = HostSuite();
-    if (suite == nullptr || suite->reportError == nullptr) return;
-    suite->reportError(errorContext, code, message, extra1, extra2);
+    if (suite == nullptr || suite->reportError == nullptr) return true;
+    try {
+        suite->reportError(errorContext, code, message, extra1, extra2);
+        return true;
+    } catch (...) {
+        return false;
+    }
 }
 
 }  // namespace zentor

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 
+#include "errors/raise.h"
 #include "zentor/zentor.h"
 
 namespace zentor {
@@ -15,8 +16,19 @@ const ZT_HostSuite* HostSuite() noexcept;
 void SetErrorContext(void* context) noexcept;
 void* ErrorContext() noexcept;
 
-// Calls the suite's report-error entry, if there is one.
-void ReportError(void* errorContext, std::uint32_t code, const char* message, std::int64_t extra1,
+// Calls a callback of the host's, null for none. An exception that leaves it is code 23.
+template <class... Parameters, class... Arguments>
+void CallHost(void (*callback)(Parameters...), Arguments... arguments) {
+    if (callback == nullptr) return;
+    try {
+        callback(arguments...);
+    } catch (...) {
+        Raise(kUnknownException);
+    }
+}
+
+// Calls the suite's report-error entry, if there is one; false when an exception left it.
+bool ReportError(void* errorContext, std::uint32_t code, const char* message, std::int64_t extra1,
                  std::int64_t extra2) noexcept;
 
 }  // namespace zentor

@@ -10,15 +10,13 @@ namespace {
 
 using Record = std::shared_ptr<const LastException>;
 
-os::ThreadSlot& Slot() {
-    static os::ThreadSlot slot([](void* record) { delete static_cast<Record*>(record); });
-    return slot;
-}
+// Made when the library is loaded: a host may use up the system's slots later. Without one no thread has a record.
+os::ThreadSlot slot([](void* record) { delete static_cast<Record*>(record); });
 
 }  // namespace
 
 std::shared_ptr<const LastException> GetLastException() noexcept {
-    const auto* const record = static_cast<const Record*>(Slot().Get());
+    const auto* const record = static_cast<const Record*>(slot.Get());
     return record == nullptr ? nullptr : *record;
 }
 
@@ -27,7 +25,7 @@ void RestoreLastException(Record record) noexcept {
     if (record == nullptr) return;
     try {
         auto kept = std::make_unique<Record>(std::move(record));
-        if (Slot().Set(kept.get())) static_cast<void>(kept.release());
+        if (slot.Set(kept.get())) static_cast<void>(kept.release());
     } catch (...) {
         // The failure itself is still reported; only the record of it is missing.
     }
@@ -42,9 +40,9 @@ void SetLastException(LastException record) noexcept {
 }
 
 void ClearLastException() noexcept {
-    auto* const record = static_cast<Record*>(Slot().Get());
+    auto* const record = static_cast<Record*>(slot.Get());
     if (record == nullptr) return;
-    Slot().Set(nullptr);
+    slot.Set(nullptr);
     delete record;
 }
 

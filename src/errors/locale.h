@@ -9,7 +9,7 @@ inline constexpr const char* kDefaultLocale = "en_US";
 
 // Such as "de_DE"; "en_US" until one is set. Thread-safe.
 std::string Locale();
-// Null or empty: the default.
+// Null or empty: the default, which needs no memory.
 void SetLocale(const char* locale);
 
 }  // namespace zentor

@@ -3,17 +3,15 @@
 
 #include <new>
 
+#include "errors/converter_failure.h"
 #include "errors/exception.h"
 #include "model/include/shared_object.h"
 #include "zentor/error_codes.h"
 
 namespace ZT_PLUGIN {
 
-// The code of a library failure on the converting side.
-inline constexpr std::uint32_t kConvertingSideOffset = 1000;
-
-// Runs `body`; turns a library failure with code c into c + 1000, want of memory into 1034 and anything unknown into
-// 1023, and passes plug-in exceptions on.
+// Runs `body`; turns a library failure with code c into c + 1000 (one that has become a converter's already keeps its
+// code), want of memory into 1034 and anything unknown into 1023, and passes plug-in exceptions on.
 template <class Body>
 void TranslateFailures(Body&& body) {
     try {
@@ -21,7 +19,9 @@ void TranslateFailures(Body&& body) {
     } catch (const ZT_PluginException&) {
         throw;
     } catch (const ns_sensor::ZT_Exception& failure) {
-        throw ZT_PluginException(failure.code() + kConvertingSideOffset, failure.extra1(), failure.extra2());
+        const bool isConverters = failure.code() >= zentor::kConvertingSideOffset;
+        throw ZT_PluginException(failure.code() + (isConverters ? 0 : zentor::kConvertingSideOffset), failure.extra1(),
+                                 failure.extra2());
     } catch (const std::bad_alloc&) {
         throw ZT_PluginException(ZT_CONVERTER_OUT_OF_MEMORY);
     } catch (...) {

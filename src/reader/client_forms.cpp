@@ -14,7 +14,7 @@ constexpr std::uint32_t kHold = 2;
 // Calls an entry of a group of callbacks; a group or an entry that the host has left out is skipped.
 template <class Group, class Entry, class... Arguments>
 void Call(const Group* group, Entry Group::*entry, Arguments... arguments) {
-    if (group != nullptr && group->*entry != nullptr) (group->*entry)(arguments...);
+    if (group != nullptr) CallHost(group->*entry, arguments...);
 }
 
 std::uint8_t Flag(bool value) { return value ? 1 : 0; }

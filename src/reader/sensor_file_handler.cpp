@@ -113,7 +113,7 @@ ZT_Result SensorFileHandlerImpl::GetRootChildren(ZT_GroupChildren* children) noe
 }
 
 ZT_Result SensorFileHandlerImpl::GetGroupChildren(const char* dataPath, ZT_GroupChildren* children) noexcept {
-    return RunAtBoundary(ErrorContext(), [&] {
+    return RunOperation(this, [&] {
         ZT_GroupChildren& record = Emptied(children, "ZT_GroupChildren");
         bytes_.CheckLength();
         FillChildren(document_->outline, PathFrom(dataPath), record);
@@ -121,7 +121,7 @@ ZT_Result SensorFileHandlerImpl::GetGroupChildren(const char* dataPath, ZT_Group
 }
 
 ZT_Result SensorFileHandlerImpl::GetGroupChildInfo(const char* dataPath, ZT_GroupChildInfo* info) noexcept {
-    return RunAtBoundary(ErrorContext(), [&] {
+    return RunOperation(this, [&] {
         ZT_GroupChildInfo& record = Emptied(info, "ZT_GroupChildInfo");
         bytes_.CheckLength();
         record = GroupChildInfoOf(FindNode(dataPath));
@@ -129,7 +129,7 @@ ZT_Result SensorFileHandlerImpl::GetGroupChildInfo(const char* dataPath, ZT_Grou
 }
 
 ZT_Result SensorFileHandlerImpl::GetStaticDataInfo(const char* dataPath, ZT_StaticDataInfo* info) noexcept {
-    return RunAtBoundary(ErrorContext(), [&] {
+    return RunOperation(this, [&] {
         ZT_StaticDataInfo& record = Emptied(info, "ZT_StaticDataInfo");
         bytes_.CheckLength();
         record = StaticDataInfoOf(FindNode(dataPath));
@@ -137,7 +137,7 @@ ZT_Result SensorFileHandlerImpl::GetStaticDataInfo(const char* dataPath, ZT_Stat
 }
 
 ZT_Result SensorFileHandlerImpl::GetDynamicDataInfo(const char* dataPath, ZT_DynamicDataInfo* info) noexcept {
-    return RunAtBoundary(ErrorContext(), [&] {
+    return RunOperation(this, [&] {
         ZT_DynamicDataInfo& record = Emptied(info, "ZT_DynamicDataInfo");
         bytes_.CheckLength();
         record = DynamicDataInfoAt(dataPath);
@@ -146,7 +146,7 @@ ZT_Result SensorFileHandlerImpl::GetDynamicDataInfo(const char* dataPath, ZT_Dyn
 
 ZT_Result SensorFileHandlerImpl::GetDynamicSamples(const char* dataPath, ZT_Time start, ZT_Time end,
                                                    DynamicDataSampleSet* samples) noexcept {
-    return RunAtBoundary(ErrorContext(), [&] {
+    return RunOperation(this, [&] {
         DynamicDataSampleSet& record = Emptied(samples, "DynamicDataSampleSet");
         record.samples = FindSamplesBetween(dataPath, start, end).ReadAll();
     });
@@ -154,18 +154,18 @@ ZT_Result SensorFileHandlerImpl::GetDynamicSamples(const char* dataPath, ZT_Time
 
 ZT_Result SensorFileHandlerImpl::GetDynamicSample(const char* dataPath, ZT_Time time,
                                                   DynamicDataSampleSet* samples) noexcept {
-    return RunAtBoundary(ErrorContext(), [&] {
+    return RunOperation(this, [&] {
         DynamicDataSampleSet& record = Emptied(samples, "DynamicDataSampleSet");
         record.samples = FindSampleAt(dataPath, time).ReadAll();
     });
 }
 
 ZT_Result SensorFileHandlerImpl::GetFileInfo(ZT_FileInfo* info) noexcept {
-    return RunAtBoundary(ErrorContext(), [&] { Emptied(info, "ZT_FileInfo") = document_->info; });
+    return RunOperation(this, [&] { Emptied(info, "ZT_FileInfo") = document_->info; });
 }
 
 ZT_Result SensorFileHandlerImpl::GetVideoSyncTimeList(ZT_VideoSyncTimeList* list) noexcept {
-    return RunAtBoundary(ErrorContext(), [&] { Emptied(list, "ZT_VideoSyncTimeList") = document_->videoSync; });
+    return RunOperation(this, [&] { Emptied(list, "ZT_VideoSyncTimeList") = document_->videoSync; });
 }
 
 ZT_Result SensorFileHandlerImpl::GetRootChildrenClient(void* handle) noexcept {
@@ -173,14 +173,14 @@ ZT_Result SensorFileHandlerImpl::GetRootChildrenClient(void* handle) noexcept {
 }
 
 ZT_Result SensorFileHandlerImpl::GetGroupChildrenClient(const char* dataPath, void* handle) noexcept {
-    return RunAtBoundary(ErrorContext(), [&] {
+    return RunOperation(this, [&] {
         bytes_.CheckLength();
         HandOverChildren(document_->outline, dataPath, handle);
     });
 }
 
 ZT_Result SensorFileHandlerImpl::GetGroupChildInfoClient(const char* dataPath, void* handle) noexcept {
-    return RunAtBoundary(ErrorContext(), [&] {
+    return RunOperation(this, [&] {
         const ZT_HostSuite& suite = RequireHostSuite();
         bytes_.CheckLength();
         HandOver(suite, handle, GroupChildInfoOf(FindNode(dataPath)));
@@ -188,7 +188,7 @@ ZT_Result SensorFileHandlerImpl::GetGroupChildInfoClient(const char* dataPath, v
 }
 
 ZT_Result SensorFileHandlerImpl::GetStaticDataInfoClient(const char* dataPath, void* handle) noexcept {
-    return RunAtBoundary(ErrorContext(), [&] {
+    return RunOperation(this, [&] {
         const ZT_HostSuite& suite = RequireHostSuite();
         bytes_.CheckLength();
         HandOver(suite, handle, StaticDataInfoOf(FindNode(dataPath)));
@@ -196,7 +196,7 @@ ZT_Result SensorFileHandlerImpl::GetStaticDataInfoClient(const char* dataPath, v
 }
 
 ZT_Result SensorFileHandlerImpl::GetDynamicDataInfoClient(const char* dataPath, void* handle) noexcept {
-    return RunAtBoundary(ErrorContext(), [&] {
+    return RunOperation(this, [&] {
         const ZT_HostSuite& suite = RequireHostSuite();
         bytes_.CheckLength();
         HandOver(suite, handle, DynamicDataInfoAt(dataPath));
@@ -205,25 +205,25 @@ ZT_Result SensorFileHandlerImpl::GetDynamicDataInfoClient(const char* dataPath, 
 
 ZT_Result SensorFileHandlerImpl::GetDynamicSamplesClient(const char* dataPath, ZT_Time start, ZT_Time end,
                                                          void* handle) noexcept {
-    return RunAtBoundary(ErrorContext(), [&] {
+    return RunOperation(this, [&] {
         const ZT_HostSuite& suite = RequireHostSuite();
         HandOver(suite, handle, FindSamplesBetween(dataPath, start, end));
     });
 }
 
 ZT_Result SensorFileHandlerImpl::GetDynamicSampleClient(const char* dataPath, ZT_Time time, void* handle) noexcept {
-    return RunAtBoundary(ErrorContext(), [&] {
+    return RunOperation(this, [&] {
         const ZT_HostSuite& suite = RequireHostSuite();
         HandOver(suite, handle, FindSampleAt(dataPath, time));
     });
 }
 
 ZT_Result SensorFileHandlerImpl::GetFileInfoClient(void* handle) noexcept {
-    return RunAtBoundary(ErrorContext(), [&] { HandOver(RequireHostSuite(), handle, document_->info); });
+    return RunOperation(this, [&] { HandOver(RequireHostSuite(), handle, document_->info); });
 }
 
 ZT_Result SensorFileHandlerImpl::GetVideoSyncTimeListClient(void* handle) noexcept {
-    return RunAtBoundary(ErrorContext(), [&] { HandOver(RequireHostSuite(), handle, document_->videoSync); });
+    return RunOperation(this, [&] { HandOver(RequireHostSuite(), handle, document_->videoSync); });
 }
 
 }  // namespace zentor

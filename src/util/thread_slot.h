@@ -9,7 +9,9 @@ class ThreadSlot {
 public:
     using Free = void (*)(void* value);
 
-    explicit ThreadSlot(Free free);
+    // `free` may be null: values then free themselves. Where the system has no slot left, every thread stays without a
+    // value.
+    explicit ThreadSlot(Free free) noexcept;
     ~ThreadSlot();
     ThreadSlot(const ThreadSlot&) = delete;
     ThreadSlot& operator=(const ThreadSlot&) = delete;
@@ -20,7 +22,8 @@ public:
     bool Set(void* value) noexcept;
 
 private:
-    unsigned long key_;
+    unsigned long key_ = 0;
+    bool hasKey_ = false;
 };
 
 }  // namespace zentor::os

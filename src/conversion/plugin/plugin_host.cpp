@@ -3,6 +3,7 @@
 #include <mutex>
 #include <utility>
 
+#include "errors/last_exception.h"
 #include "errors/locale.h"
 #include "util/module.h"
 
@@ -41,6 +42,15 @@ void UnloadPlugins() {
         last = std::exchange(Registry(), nullptr);
     }
     if (last) last->Unload();
+}
+
+void ForgetPlugins() noexcept {
+    const auto lastException = GetLastException();
+    try {
+        UnloadPlugins();
+    } catch (...) {
+        RestoreLastException(lastException);
+    }
 }
 
 }  // namespace zentor

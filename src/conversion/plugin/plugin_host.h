@@ -13,5 +13,7 @@ std::shared_ptr<ZT_PLUGIN::ZT_ConverterHandler> Plugins();
 
 // Unloads the modules and forgets them; raises the first failure of one afterwards.
 void UnloadPlugins();
+// The same where what modules say to their end is nobody's failure.
+void ForgetPlugins() noexcept;
 
 }  // namespace zentor
