@@ -15,7 +15,15 @@
 //
 // Threads. Every exported function and every operation of IZentor may be called from any thread. A stream is used by
 // one thread at a time. The queries of a file handler may run on several threads at once; the close that ends its use
-// comes after them. The library starts no threads; callbacks run on the calling thread.
+// comes after them, and the last DestroyZentor_1 after all operations on all threads. The library starts no threads;
+// callbacks run on the calling thread.
+//
+// Callbacks may use the library: query, open, convert, and close what they have opened. They cannot take away what is
+// calling them: the last CloseFile of a handler out of one of its own queries, the release of a stream out of one of its
+// operations, and the last DestroyZentor_1 out of any operation of the manager, a handler or a stream fail with code 1
+// and change nothing. That holds for `reportError` during these operations, too. An exception that leaves a callback is
+// caught and makes the operation end with code 23; one that leaves `reportError` itself is not reported, but is what
+// GetLastException_1 tells.
 #ifndef ZENTOR_ZENTOR_H
 #define ZENTOR_ZENTOR_H
 
@@ -177,8 +185,9 @@ struct ZT_HostSuite {
     void (*reportError)(void* errorContext, uint32_t code, const char* message, int64_t extra1, int64_t extra2);
 };
 
-// The library's own functions for objects that it shares with plug-ins; CreateZentor_1 hands out their table. A pointer
-// that is no live object of the library is ignored (null from `getInternal`).
+// The library's own functions for objects that it shares with plug-ins; CreateZentor_1 hands out their table, which is
+// always the same and stays as long as the library is loaded. A pointer that is no live object of the library is ignored
+// (null from `getInternal`).
 struct ZT_LibraryCallbacks {
     void (*acquire)(ZT_PLUGIN::ISharedObject* object);
     void (*release)(ZT_PLUGIN::ISharedObject* object);
@@ -298,17 +307,19 @@ struct IZentor {
     virtual ZT_Result OpenFile(ISensorFileHandler** handler, const char* inputPath,
                                const char* outputPath) noexcept = 0;
     // slot 1: gives back a handler that OpenFile returned. The last close of a document unmaps it, deletes it when it
-    // is a temporary one, and nulls *handler; earlier ones leave *handler as it is. Codes 1, 26 (nothing is open), 27.
+    // is a temporary one, and nulls *handler; earlier ones leave *handler as it is. Codes 1 (also: the last close, out of
+    // a callback of the handler's own query), 26 (nothing is open), 27.
     virtual ZT_Result CloseFile(ISensorFileHandler** handler) noexcept = 0;
     // slot 2: converts a supported file into a document in the folder for temporary files; a vkjson document is taken
     // as it is. `validate` not 0: the document is opened once, and its first fault fails the call with the codes of
     // OpenFile. *stream is null after a failure. The temporary document goes with the stream.
     // Codes 1, 2, 3, 4, 6, 11 (also: a document of 4 GiB or more), 12, 13, 14 (no folder for temporary files), 15 (none
     // can be created there), 21, 25, 1506 (the input cannot be read or converted), 1508 (the frame time of a capture),
-    // and 1000 + the code of a file operation that failed while the document was written or its samples were kept
-    // (1034: memory or disk full).
+    // and 1000 + the code of a file operation that failed while the document was written or its samples were kept, with
+    // that operation's message (1034: memory or disk full, as the message says).
     virtual ZT_Result ConvertFile(IVkjsonStream** stream, const char* inputPath, uint8_t validate) noexcept = 0;
-    // slot 3: releases a stream that ConvertFile returned and deletes its temporary document. Codes 1, 56, 57.
+    // slot 3: releases a stream that ConvertFile returned and deletes its temporary document. Codes 1 (also: out of a
+    // callback of the stream's own operation), 56, 57.
     virtual ZT_Result ReleaseStream(IVkjsonStream** stream) noexcept = 0;
     // slot 4: for the library. A host lets go of the manager with DestroyZentor_1; a call by a host does nothing.
     virtual void DeletingDestructor(uint32_t flags) noexcept = 0;
@@ -333,29 +344,37 @@ protected:
 
 extern "C" {
 
-// Hands out the manager through *zentor; calls are counted, and each needs one DestroyZentor_1. `hostTable1` and
-// `hostTable2` are for plug-ins and may be null. The first call after loading or after the last DestroyZentor_1 sets
-// the locale of messages (null: "en_US"). `errorContext` of the latest call goes with the reports of all operations.
-// `suite` is kept if none is kept yet. `libraryCallbacks` may be null. Code 1 when `zentor` is null.
+// Hands out the manager through *zentor; calls are counted, and each needs one DestroyZentor_1. The first call after
+// loading or after the last DestroyZentor_1 makes the manager: it sets the locale of messages and of the names of
+// plug-ins (null: "en_US"), and its `hostTable1` and `hostTable2`, which are for plug-ins and may be null, are those that
+// plug-ins get; those of later calls do not count. `errorContext` of the latest call goes with the reports of all
+// operations. `suite` is kept if none is kept yet. `libraryCallbacks` may be null. A call that comes while another thread
+// destroys the last manager waits for that. Code 1 when `zentor` is null, or when a plug-in calls out of its own end.
 ZT_EXPORTED void CreateZentor_1(IZentor** zentor, const void* hostTable1, const void* hostTable2, const char* locale,
                                 void* errorContext, const ZT_HostSuite* suite,
                                 const ZT_LibraryCallbacks** libraryCallbacks);
 
 // Gives a manager back and nulls *zentor. The last one destroys the manager with all its streams and handlers, deletes
-// their temporary documents and unloads plug-ins. Code 1 for a null or foreign pointer; the code that a plug-in gave
-// when it was ended, after everything has been done.
+// their temporary documents and unloads plug-ins; messages are in English again then. Code 1 for a null or foreign
+// pointer, and for the last one out of a callback of an operation; the code that a plug-in gave when it was ended, after
+// everything has been done.
 ZT_EXPORTED void DestroyZentor_1(IZentor** zentor, void* errorContext);
 
 // Calls the suite's `addFormat` once for each supported format, by ascending extension, and then the suite's entries
 // for the plug-in modules that were found. Plug-ins are read, but not loaded for that. `suite` is kept if none is yet.
+// Names are in the manager's locale; in English while there is no manager.
 ZT_EXPORTED void GetSupportedFormats_1(void* listContext, void* errorContext, const ZT_HostSuite* suite);
 
-// Forms the message of `key` with up to four parameters (null: empty) and hands it to the suite's `localizedMessage`.
+// Forms the message of `key` with up to four parameters (null: empty) and hands it to the suite's `localizedMessage`. A
+// key is a path, "=" and the English text, in which "^1" to "^4" stand for the parameters:
+// "$$$/ZTError/FileNotExist=File not exist at input path:^1." The dictionary of the manager's locale is searched for what
+// stands before the "="; where it has nothing, or there is no dictionary, the text behind it is taken (none: empty).
 ZT_EXPORTED void GetLocalizedErrorMsg_1(const char* key, const char* parameter1, const char* parameter2,
                                         const char* parameter3, const char* parameter4, void* hostContext);
 
 // Hands the calling thread's last failure to `callback`: code 0 and "Unknown exception" when there was none since the
-// record was cleared. `clear` not 0 clears it. Cannot fail.
+// record was cleared. `clear` not 0 clears it. Cannot fail; when the callback lets an exception out, that is the
+// thread's last failure then: code 23.
 ZT_EXPORTED void GetLastException_1(void* context,
                                     void (*callback)(void* context, uint32_t code, const char* message, int64_t extra1,
                                                      int64_t extra2),

@@ -57,17 +57,21 @@ old_version 2030
 no_creator 1505
 END
 
-# On many threads at once, as a host that has the library installed.
-cp "$build"/tests/plugins/plugin_threads* ../prefix/bin/
-threads=(../prefix/bin/plugin_threads*)
-if [ $suffix = .dll ]; then threads=("${zentor[@]:0:${#zentor[@]}-1}" "${threads[@]}"); fi
-threads+=(good.hostile release_too_often.hostile keeps_root.hostile ! convert_fails.hostile half_written.hostile)
-for _ in 1 2 3; do
-  LD_LIBRARY_PATH=../prefix/lib "${threads[@]}" >threads.txt 2>&1
-  got=$?
-  grep -q 'wine client error' threads.txt || break
-done
-[ $got = 0 ] || fail "conversions on several threads: status $got: $(head -c 2000 threads.txt)"
+# As a host that has the library installed: in_threads PROGRAM ARGUMENT...
+in_threads() {
+  cp "$build/tests/plugins/$1"* ../prefix/bin/
+  local programs=(../prefix/bin/"$1"*) got
+  if [ $suffix = .dll ]; then programs=("${zentor[@]:0:${#zentor[@]}-1}" "${programs[@]}"); fi
+  for _ in 1 2 3; do
+    LD_LIBRARY_PATH=../prefix/lib "${programs[@]}" "${@:2}" >threads.txt 2>&1
+    got=$?
+    grep -q 'wine client error' threads.txt || break
+  done
+  [ $got = 0 ] || fail "$1: status $got: $(head -c 2000 threads.txt)"
+}
+in_threads plugin_threads good.hostile release_too_often.hostile keeps_root.hostile ! convert_fails.hostile \
+  half_written.hostile
+in_threads plugin_lifetimes good.hostile good.vkjson
 
 # How a converter is chosen: by extension, whatever its case, or by signature; built-in ones come first.
 printf 'nothing\n' >named.HoStIlE

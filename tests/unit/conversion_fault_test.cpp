@@ -8,6 +8,8 @@
 
 #include "conversion/plugin/plugin_host.h"
 #include "entry/zentor_impl.h"
+#include "errors/last_exception.h"
+#include "failure.h"
 #include "test_folder.h"
 
 namespace zentor {
@@ -163,6 +165,50 @@ TEST(ConversionFaults, CapturesWithSpilledSamples) {
         {"Write later", {1055}},  {"Length later", {11}},
     };
     EXPECT_EQ(codes, expected);
+}
+
+// The host is told what failed, and not just that a converter did.
+TEST(ConversionFaults, SayWhatFailed) {
+    constexpr const char* kCapture = "HIERARCHY\nROOT a\n{\nCHANNELS 1 Xposition\n}\nFrames: 1\nFrame Time: 0.01\n1\n";
+    const struct {
+        const char* name;
+        const char* content;
+        const char* operation;
+        os::Status status;
+        std::uint32_t code;
+        const char* message;
+    } cases[] = {
+        {"in.csv", "a\n1\n", "File_IO::Write", os::Status::kDiskFull, 1034, "\"File_IO::Write\", Disk Full."},
+        {"in.json", "[1]", "File_IO::Write", os::Status::kDiskFull, 1034, "\"File_IO::Write\", Disk Full."},
+        {"in.bvh", kCapture, "File_IO::Write", os::Status::kDiskFull, 1034, "\"File_IO::Write\", Disk Full."},
+        {"in.bvh", kCapture, "File_IO::Write", os::Status::kFailed, 1055, "\"File_IO::Write\",WriteFile failure."},
+        {"in.bvh", kCapture, "File_IO::Close", os::Status::kFailed, 1008, "\"File_IO::Close\", Cannot close file."},
+    };
+    const TestFolder folder;
+    Plugins();  // are looked for once, and not in the midst of this
+    for (const auto& c : cases) {
+        const std::string input = folder.Write(c.name, c.content);
+        ZentorImpl zentor;
+        IVkjsonStream* stream = nullptr;
+        {
+            const zentor_test::FileFault fault(c.operation, 1, c.status);
+            EXPECT_EQ(zentor.ConvertFile(&stream, input.c_str(), 0), c.code) << c.name;
+        }
+        ASSERT_NE(GetLastException(), nullptr);
+        EXPECT_EQ(GetLastException()->code, c.code);
+        EXPECT_EQ(GetLastException()->message, c.message) << c.name;
+    }
+    // What failed before is nobody's cause: an earlier full disk, and a capture whose frame time cannot be.
+    SetLastException({508, "earlier", -1, -1});
+    const std::string input = folder.Write("in.bvh", "HIERARCHY\nROOT a\n{\n}\nFrames: 0\nFrame Time: 0.0001\n");
+    ZentorImpl zentor;
+    IVkjsonStream* stream = nullptr;
+    EXPECT_EQ(zentor.ConvertFile(&stream, input.c_str(), 0), 1508U);
+    EXPECT_EQ(GetLastException()->message, "Internal converter failure");
+    // A conversion without a failure leaves the record as it was.
+    SetLastException({7, "earlier", -1, -1});
+    ASSERT_EQ(zentor.ConvertFile(&stream, folder.Write("in.csv", "a\n1\n").c_str(), 0), 0U);
+    EXPECT_EQ(GetLastException()->message, "earlier");
 }
 
 namespace {

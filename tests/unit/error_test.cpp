@@ -3,6 +3,7 @@
 
 #include <cstdio>
 #include <limits>
+#include <memory>
 #include <set>
 #include <thread>
 #include <vector>
@@ -11,6 +12,7 @@
 #include "errors/last_exception.h"
 #include "errors/raise.h"
 #include "failure.h"
+#include "util/thread_slot.h"
 
 namespace zentor_test {
 
@@ -42,6 +44,24 @@ void KeepReport(void* context, std::uint32_t code, const char* message, std::int
 }
 
 }  // namespace
+
+// A host can have used up what the system has; that costs no more than what would be kept in the slot.
+TEST(ThreadSlot, NoneLeft) {
+    constexpr std::size_t kMoreThanAnySystemHas = 10000;
+    std::vector<std::unique_ptr<os::ThreadSlot>> slots;
+    int value = 0;
+    bool isUsable = true;
+    while (isUsable && slots.size() < kMoreThanAnySystemHas) {
+        slots.push_back(std::make_unique<os::ThreadSlot>(nullptr));
+        isUsable = slots.back()->Set(&value);
+        if (isUsable) slots.back()->Set(nullptr);
+    }
+    EXPECT_FALSE(isUsable);
+    EXPECT_EQ(slots.back()->Get(), nullptr);
+    // The library's own were made when it was loaded.
+    SetLastException({7, "kept", -1, -1});
+    EXPECT_EQ(TakeLastException().code, 7U);
+}
 
 TEST(Message, Forming) {
     using Parameters = std::array<ZT_ErrorParam, 4>;
