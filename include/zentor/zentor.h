@@ -19,11 +19,11 @@
 // callbacks run on the calling thread.
 //
 // Callbacks may use the library: query, open, convert, and close what they have opened. They cannot take away what is
-// calling them: the last CloseFile of a handler out of one of its own queries, the release of a stream out of one of its
-// operations, and the last DestroyZentor_1 out of any operation of the manager, a handler or a stream fail with code 1
-// and change nothing. That holds for `reportError` during these operations, too. An exception that leaves a callback is
-// caught and makes the operation end with code 23; one that leaves `reportError` itself is not reported, but is what
-// GetLastException_1 tells.
+// calling them: the last CloseFile of a handler out of one of its own queries, the release of a stream out of one of
+// its operations, and the last DestroyZentor_1 out of any operation of the manager, a handler or a stream fail with
+// code 1 and change nothing. That holds for `reportError` during these operations, too. An exception that leaves a
+// callback is caught and makes the operation end with code 23; one that leaves `reportError` itself is not reported,
+// but is what GetLastException_1 tells.
 #ifndef ZENTOR_ZENTOR_H
 #define ZENTOR_ZENTOR_H
 
@@ -186,8 +186,8 @@ struct ZT_HostSuite {
 };
 
 // The library's own functions for objects that it shares with plug-ins; CreateZentor_1 hands out their table, which is
-// always the same and stays as long as the library is loaded. A pointer that is no live object of the library is ignored
-// (null from `getInternal`).
+// always the same and stays as long as the library is loaded. A pointer that is no live object of the library is
+// ignored (null from `getInternal`).
 struct ZT_LibraryCallbacks {
     void (*acquire)(ZT_PLUGIN::ISharedObject* object);
     void (*release)(ZT_PLUGIN::ISharedObject* object);
@@ -307,8 +307,8 @@ struct IZentor {
     virtual ZT_Result OpenFile(ISensorFileHandler** handler, const char* inputPath,
                                const char* outputPath) noexcept = 0;
     // slot 1: gives back a handler that OpenFile returned. The last close of a document unmaps it, deletes it when it
-    // is a temporary one, and nulls *handler; earlier ones leave *handler as it is. Codes 1 (also: the last close, out of
-    // a callback of the handler's own query), 26 (nothing is open), 27.
+    // is a temporary one, and nulls *handler; earlier ones leave *handler as it is. Codes 1 (also: the last close, out
+    // of a callback of the handler's own query), 26 (nothing is open), 27.
     virtual ZT_Result CloseFile(ISensorFileHandler** handler) noexcept = 0;
     // slot 2: converts a supported file into a document in the folder for temporary files; a vkjson document is taken
     // as it is. `validate` not 0: the document is opened once, and its first fault fails the call with the codes of
@@ -346,18 +346,19 @@ extern "C" {
 
 // Hands out the manager through *zentor; calls are counted, and each needs one DestroyZentor_1. The first call after
 // loading or after the last DestroyZentor_1 makes the manager: it sets the locale of messages and of the names of
-// plug-ins (null: "en_US"), and its `hostTable1` and `hostTable2`, which are for plug-ins and may be null, are those that
-// plug-ins get; those of later calls do not count. `errorContext` of the latest call goes with the reports of all
-// operations. `suite` is kept if none is kept yet. `libraryCallbacks` may be null. A call that comes while another thread
-// destroys the last manager waits for that. Code 1 when `zentor` is null, or when a plug-in calls out of its own end.
+// plug-ins (null: "en_US"), and its `hostTable1` and `hostTable2`, which are for plug-ins and may be null, are those
+// that plug-ins get; those of later calls do not count. `errorContext` of the latest call goes with the reports of all
+// operations. `suite` is kept if none is kept yet. `libraryCallbacks` may be null. A call that comes while another
+// thread destroys the last manager waits for that. Code 1 when `zentor` is null, or when a plug-in calls out of its own
+// end.
 ZT_EXPORTED void CreateZentor_1(IZentor** zentor, const void* hostTable1, const void* hostTable2, const char* locale,
                                 void* errorContext, const ZT_HostSuite* suite,
                                 const ZT_LibraryCallbacks** libraryCallbacks);
 
 // Gives a manager back and nulls *zentor. The last one destroys the manager with all its streams and handlers, deletes
 // their temporary documents and unloads plug-ins; messages are in English again then. Code 1 for a null or foreign
-// pointer, and for the last one out of a callback of an operation; the code that a plug-in gave when it was ended, after
-// everything has been done.
+// pointer, and for the last one out of a callback of an operation; the code that a plug-in gave when it was ended,
+// after everything has been done.
 ZT_EXPORTED void DestroyZentor_1(IZentor** zentor, void* errorContext);
 
 // Calls the suite's `addFormat` once for each supported format, by ascending extension, and then the suite's entries
@@ -367,8 +368,9 @@ ZT_EXPORTED void GetSupportedFormats_1(void* listContext, void* errorContext, co
 
 // Forms the message of `key` with up to four parameters (null: empty) and hands it to the suite's `localizedMessage`. A
 // key is a path, "=" and the English text, in which "^1" to "^4" stand for the parameters:
-// "$$$/ZTError/FileNotExist=File not exist at input path:^1." The dictionary of the manager's locale is searched for what
-// stands before the "="; where it has nothing, or there is no dictionary, the text behind it is taken (none: empty).
+// "$$$/ZTError/FileNotExist=File not exist at input path:^1." The dictionary of the manager's locale is searched for
+// what stands before the "="; where it has nothing, or there is no dictionary, the text behind it is taken (none:
+// empty).
 ZT_EXPORTED void GetLocalizedErrorMsg_1(const char* key, const char* parameter1, const char* parameter2,
                                         const char* parameter3, const char* parameter4, void* hostContext);
 
