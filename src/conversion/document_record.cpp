@@ -27,19 +27,17 @@ DocumentRecord::~DocumentRecord() {
     if (isTemporary) DeleteQuietly(documentPath);
 }
 
-std::shared_ptr<DocumentRecord> CreateTemporaryDocument(const std::string& folder, bool ownerOnly) {
+std::shared_ptr<DocumentRecord> CreateTemporaryDocument(const std::string& folder) {
     auto record = std::make_shared<DocumentRecord>();
+    record->isKnownVersion2 = true;
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
-        const std::string path = folder + "/" + UniqueName();
+        record->documentPath = folder + "/" + UniqueName();
         try {
-            if (!File_IO::Create(path, {.exclusive = true, .ownerOnly = ownerOnly})) continue;
+            record->isTemporary = File_IO::Create(record->documentPath, {.exclusive = true, .ownerOnly = true});
         } catch (const ns_sensor::ZT_Exception&) {
             break;
         }
-        record->documentPath = path;
-        record->isTemporary = true;
-        record->isKnownVersion2 = true;
-        return record;
+        if (record->isTemporary) return record;
     }
     Raise(kTempFile, Quoted("File_IO::GetTempFile"));
 }

@@ -19,8 +19,8 @@ struct DocumentRecord {
     DocumentRecord& operator=(const DocumentRecord&) = delete;
 };
 
-// A record for a new, empty, temporary document in `folder`, with a name of its own that ends in ".vkjson".
-// `ownerOnly`: nobody else may read it, where the system can tell.
-std::shared_ptr<DocumentRecord> CreateTemporaryDocument(const std::string& folder, bool ownerOnly);
+// A record for a new, empty, temporary document in `folder`, with a name of its own that nobody can guess and that ends
+// in ".vkjson". Where the system can tell, nobody else may read it.
+std::shared_ptr<DocumentRecord> CreateTemporaryDocument(const std::string& folder);
 
 }  // namespace zentor

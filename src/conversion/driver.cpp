@@ -88,9 +88,9 @@ std::shared_ptr<DocumentRecord> RecordOfDocument(const std::string& path, bool i
 
 // A document that goes to an output is made beside it, so that it only has to be renamed.
 std::shared_ptr<DocumentRecord> CreateDocumentFor(const InputFile& input, const std::string& outputPath) {
-    if (outputPath.empty()) return CreateTemporaryDocument(File_IO::TempFolder(), true);
+    if (outputPath.empty()) return CreateTemporaryDocument(File_IO::TempFolder());
     if (File_IO::IsSameFile(input.path, outputPath)) Raise(kCreateFile, Quoted("File_IO::Create"));
-    return CreateTemporaryDocument(CheckOutput(outputPath), false);
+    return CreateTemporaryDocument(CheckOutput(outputPath));
 }
 
 }  // namespace

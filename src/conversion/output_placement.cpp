@@ -36,7 +36,7 @@ std::string CheckOutput(const std::string& output) {
 }
 
 std::shared_ptr<DocumentRecord> CopyBeside(const std::string& from, const std::string& output) {
-    auto record = CreateTemporaryDocument(CheckOutput(output), false);
+    auto record = CreateTemporaryDocument(CheckOutput(output));
     CopyDocument(from, record->documentPath);
     return record;
 }
@@ -45,10 +45,12 @@ OutputPlacement::OutputPlacement(std::shared_ptr<DocumentRecord> record, const s
     : record_(std::move(record)) {
     std::string made = output;  // nothing can fail once the files have changed places
     if (File_IO::GetFileMode(output) == PathKind::kNone) {
+        os::GiveUsualPermissions(record_->documentPath);
         File_IO::Rename(record_->documentPath, output);
     } else {
         os::CopyPermissions(output, record_->documentPath);
-        File_IO::SwapData(output, record_->documentPath);
+        File_IO::Sync(record_->documentPath);  // before what was there can go
+        File_IO::Exchange(output, record_->documentPath);
         replacedPath_.swap(record_->documentPath);
     }
     record_->documentPath.swap(made);
@@ -64,7 +66,7 @@ void OutputPlacement::TakeBack() noexcept {
     if (replacedPath_.empty()) return;        // the document goes from where it is
     const auto failure = GetLastException();  // the one that is being reported
     try {
-        File_IO::SwapData(record_->documentPath, replacedPath_);
+        File_IO::Exchange(record_->documentPath, replacedPath_);
         record_->documentPath.swap(replacedPath_);
     } catch (...) {
         // Both stay where they are rather than that the one that was there before is lost.

@@ -198,6 +198,20 @@ void File_IO::SwapData(const std::string& a, const std::string& b) {
     }
 }
 
+void File_IO::Exchange(const std::string& a, const std::string& b) {
+    constexpr const char* kName = "File_IO::Exchange";
+    const os::Status status = Try(kName, [&] { return os::ExchangeFiles(a, b); });
+    if (status == os::Status::kNotSupported) return SwapData(a, b);
+    if (status != os::Status::kOk) Raise(kRenameFailure, Quoted(kName));
+}
+
+void File_IO::Sync(const std::string& path) {
+    constexpr const char* kName = "File_IO::Sync";
+    const os::Status status = Try(kName, [&] { return os::SyncFile(path); });
+    // Some file systems know nothing of it.
+    if (status != os::Status::kOk && status != os::Status::kNotSupported) Raise(kWriteFailure, Quoted(kName));
+}
+
 bool File_IO::IsSameFile(const std::string& a, const std::string& b) {
     bool same = false;
     Try("File_IO::IsSameFile", [&] { return os::IsSameFile(a, b, same); });

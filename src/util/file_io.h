@@ -53,6 +53,11 @@ public:
     // Exchanges the contents of two files by renaming, through a free name beside `a`; a failure on the way restores
     // both names. Code 15 and those of Rename.
     static void SwapData(const std::string& a, const std::string& b);
+    // The same, so that there is a file at `a` at every moment; where the system has no such step, by SwapData.
+    // Codes 15, 21, 22.
+    static void Exchange(const std::string& a, const std::string& b);
+    // What is in the file outlives a crash of the system; code 55.
+    static void Sync(const std::string& path);
 
     // Whether both paths name one existing file, whatever the spelling and through links.
     static bool IsSameFile(const std::string& a, const std::string& b);

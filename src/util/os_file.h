@@ -23,7 +23,8 @@ enum class Status {
     kExists,    // something is there already
     kDenied,    // access denied, or the file is in use
     kDiskFull,
-    kFailed,  // anything else
+    kNotSupported,  // neither the system nor the file system can do that
+    kFailed,        // anything else
 };
 
 // The characters that separate the parts of a path.
@@ -42,8 +43,11 @@ Status GetPathKind(const std::string& path, PathKind& kind);
 Status AbsolutePath(const std::string& path, std::string& absolute);
 // The path of the existing file that an absolute path leads to through links; the path itself where there is none.
 Status ResolveLinks(const std::string& path, std::string& resolved);
-// Lets `to` be used by the same people as `from`, where the system keeps that with each file.
+// Where the system keeps with each file who may use it: lets `to` be used by the same people as `from`, and as far as
+// that is possible belong to the same one.
 void CopyPermissions(const std::string& from, const std::string& to);
+// Lets a file be used by everybody who may use what this process usually makes in that folder.
+void GiveUsualPermissions(const std::string& path);
 // Whether both paths name the same existing file, links resolved; false when either does not exist.
 Status IsSameFile(const std::string& a, const std::string& b, bool& same);
 
@@ -56,6 +60,11 @@ Status DeleteFileAt(const std::string& path);
 Status MoveFileTo(const std::string& from, const std::string& to);
 // The same, over a file that is there.
 Status ReplaceFileBy(const std::string& from, const std::string& to);
+// Exchanges the names of two files so that at every moment there is one of them at `a`, and after a crash no more than
+// one other file: `b`, or `b` with ".old" after it. kNotSupported where that cannot be.
+Status ExchangeFiles(const std::string& a, const std::string& b);
+// What is in the file outlives a crash of the system.
+Status SyncFile(const std::string& path);
 
 Status SeekFile(FileHandle file, std::int64_t offset, SeekMode mode, std::uint64_t& position);
 // Counts are below 2 GiB. `done` may be less than `count`; on a read, 0 is the end of the file.

@@ -237,11 +237,11 @@ TEST(OpeningFaults, EveryOperationFailsInTurn) {
         std::vector<std::string> mustFail;
     } cases[] = {
         {"in.csv", "a,b\n1,x\n2,y\n", "new.vkjson", {"File_IO::Create", "File_IO::Write", "File_IO::Rename"}},
-        {"in.csv", "a,b\n1,x\n2,y\n", "old.vkjson", {"File_IO::Create", "File_IO::Write", "File_IO::Rename"}},
+        {"in.csv", "a,b\n1,x\n2,y\n", "old.vkjson", {"File_IO::Create", "File_IO::Sync", "File_IO::Exchange"}},
         {"in.csv", "a,b\n1,x\n2,y\n", "", {"File_IO::Create", "File_IO::Write", "File_IO::GetTempFile"}},
         {"in.vkjson", kDocumentWithSamples, "", {"File_IO::GetTempFile", "File_IO::Open", "File_IO::Write"}},
         {"in.vkjson", kDocumentWithSamples, "new.vkjson", {"File_IO::Create", "File_IO::Read", "File_IO::Rename"}},
-        {"in.vkjson", kDocumentWithSamples, "old.vkjson", {"File_IO::Create", "File_IO::Write", "File_IO::Rename"}},
+        {"in.vkjson", kDocumentWithSamples, "old.vkjson", {"File_IO::Create", "File_IO::Sync", "File_IO::Exchange"}},
         // Nothing fails here but the reading of the document that the table makes.
         {"in.csv", "a\n\\\n", "old.vkjson", {}},
         {"in.csv", "a\n\\\n", "new.vkjson", {}},

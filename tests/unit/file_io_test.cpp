@@ -219,6 +219,22 @@ TEST(FileIo, TemporaryFiles) {
     }
 }
 
+TEST(FileIo, ExchangeIsOneStepWhereTheSystemHasOne) {
+    const TestFolder folder;
+    for (const os::Status status : {os::Status::kOk, os::Status::kNotSupported}) {
+        const std::string a = folder.Write("a", "A");
+        const std::string b = folder.Write("b", "B");
+        const FileFault fault("File_IO::Exchange", 1, status);
+        File_IO::Exchange(a, b);
+        EXPECT_EQ(ReadWhole(a), "B");
+        EXPECT_EQ(ReadWhole(b), "A");
+        EXPECT_EQ(FailureOf([&] { File_IO::Exchange(a, folder / "none"); }).substr(0, 2), "22");
+        EXPECT_EQ(FailureOf([&] { File_IO::Exchange(folder / "none", b); }).substr(0, 2), "22");
+        EXPECT_EQ(ReadWhole(a) + ReadWhole(b), "BA");
+    }
+    EXPECT_EQ(folder.FileCount(), 2U);
+}
+
 TEST(FileIo, SwapDataExchangesContents) {
     const TestFolder folder;
     const std::string a = folder.Write("x.vkjson", "first");

@@ -36,6 +36,10 @@ Status FromErrno() {
         case ENOSPC:
         case EDQUOT:
             return Status::kDiskFull;
+        case EINVAL:  // a flag that the file system does not know
+        case ENOSYS:
+        case EOPNOTSUPP:
+            return Status::kNotSupported;
         default:
             return Status::kFailed;
     }
@@ -88,7 +92,33 @@ Status ResolveLinks(const std::string& path, std::string& resolved) {
 
 void CopyPermissions(const std::string& from, const std::string& to) {
     struct stat info;
-    if (stat(from.c_str(), &info) == 0) chmod(to.c_str(), info.st_mode & 07777);
+    if (stat(from.c_str(), &info) != 0) return;
+    // Only the owner of both can give one away, or an administrator; and that takes special bits from the mode.
+    if (chown(to.c_str(), info.st_uid, info.st_gid) != 0 &&
+        chown(to.c_str(), static_cast<uid_t>(-1), info.st_gid) != 0) {
+        info.st_mode &= ~static_cast<mode_t>(S_IRWXG);  // they were for another group
+    }
+    chmod(to.c_str(), info.st_mode & 07777);
+}
+
+// The process's mask cannot be read without changing it for all threads, and a folder can have rules of its own: so a
+// file without a name is asked what it got.
+void GiveUsualPermissions(const std::string& path) {
+    const std::string folder = path.substr(0, path.rfind('/') + 1);
+    const int probe = open(folder.empty() ? "." : folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0666);
+    struct stat info;
+    const bool isKnown = probe >= 0 && fstat(probe, &info) == 0;
+    if (probe >= 0) close(probe);
+    if (isKnown) {
+        chmod(path.c_str(), info.st_mode & 0777);
+        return;
+    }
+    const std::string other = path + ".probe";
+    const int named = open(other.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    if (named < 0) return;
+    if (fstat(named, &info) == 0) chmod(path.c_str(), info.st_mode & 0777);
+    close(named);
+    unlink(other.c_str());
 }
 
 Status IsSameFile(const std::string& a, const std::string& b, bool& same) {
@@ -100,10 +130,17 @@ Status IsSameFile(const std::string& a, const std::string& b, bool& same) {
 }
 
 Status CreateEmptyFile(const std::string& path, CreateOptions options) {
-    const int flags = O_RDWR | O_CREAT | (options.exclusive ? O_EXCL : O_TRUNC);
-    const int descriptor = OpenRegular(path, flags, options.ownerOnly ? 0600 : 0666);
+    const mode_t mode = options.ownerOnly ? 0600 : 0666;
+    if (!options.exclusive) {
+        const int descriptor = OpenRegular(path, O_RDWR | O_CREAT | O_TRUNC, mode);
+        return Check(descriptor >= 0 && close(descriptor) == 0);
+    }
+    const int descriptor = open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, mode);
     if (descriptor < 0) return FromErrno();
-    return Check(close(descriptor) == 0);
+    if (close(descriptor) == 0) return Status::kOk;
+    const Status status = FromErrno();
+    unlink(path.c_str());
+    return status;
 }
 
 Status OpenFile(const std::string& path, bool, Access access, FileHandle& file) {
@@ -119,13 +156,30 @@ Status DeleteFileAt(const std::string& path) { return Check(unlink(path.c_str())
 
 Status MoveFileTo(const std::string& from, const std::string& to) {
     if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return Status::kOk;
-    if (errno != EINVAL && errno != ENOSYS) return FromErrno();
-    // A file system without this operation: a second name and the first one gone come closest.
-    return Check(link(from.c_str(), to.c_str()) == 0 && unlink(from.c_str()) == 0);
+    if (FromErrno() != Status::kNotSupported) return FromErrno();
+    // A file system without this operation: a second name and the first one gone come closest. Without second names
+    // either, only the moment between the look and the renaming is open to others.
+    if (link(from.c_str(), to.c_str()) == 0) return Check(unlink(from.c_str()) == 0);
+    if (errno != EPERM && FromErrno() != Status::kNotSupported) return FromErrno();
+    struct stat info;
+    if (lstat(to.c_str(), &info) == 0) return Status::kExists;
+    return Check(rename(from.c_str(), to.c_str()) == 0);
 }
 
 Status ReplaceFileBy(const std::string& from, const std::string& to) {
     return Check(rename(from.c_str(), to.c_str()) == 0);
+}
+
+Status ExchangeFiles(const std::string& a, const std::string& b) {
+    return Check(renameat2(AT_FDCWD, a.c_str(), AT_FDCWD, b.c_str(), RENAME_EXCHANGE) == 0);
+}
+
+Status SyncFile(const std::string& path) {
+    const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (descriptor < 0) return FromErrno();
+    const Status status = Check(fsync(descriptor) == 0);
+    close(descriptor);
+    return status;
 }
 
 Status SeekFile(FileHandle file, std::int64_t offset, SeekMode mode, std::uint64_t& position) {

@@ -35,6 +35,10 @@ Status FromLastError() {
         case ERROR_DISK_FULL:
         case ERROR_HANDLE_DISK_FULL:
             return Status::kDiskFull;
+        case ERROR_NOT_SUPPORTED:
+        case ERROR_INVALID_FUNCTION:
+        case ERROR_CALL_NOT_IMPLEMENTED:
+            return Status::kNotSupported;
         default:
             return Status::kFailed;
     }
@@ -103,6 +107,7 @@ Status ResolveLinks(const std::string& path, std::string& resolved) {
 
 // A file's permissions are those of its folder unless somebody has set others.
 void CopyPermissions(const std::string&, const std::string&) {}
+void GiveUsualPermissions(const std::string&) {}
 
 Status IsSameFile(const std::string& a, const std::string& b, bool& same) {
     BY_HANDLE_FILE_INFORMATION first;
@@ -147,6 +152,35 @@ Status MoveFileTo(const std::string& from, const std::string& to) { return Move(
 
 Status ReplaceFileBy(const std::string& from, const std::string& to) {
     return Move(from, to, MOVEFILE_REPLACE_EXISTING);
+}
+
+// The file that is replaced gets a third name first, and its permissions go over to the other one.
+Status ExchangeFiles(const std::string& a, const std::string& b) {
+    std::wstring wideA;
+    std::wstring wideB;
+    if (!WidePath(a, wideA) || !WidePath(b, wideB)) return Status::kBadPath;
+    const std::wstring old = wideB + L".old";
+    if (ReplaceFileW(wideA.c_str(), wideB.c_str(), old.c_str(), 0, nullptr, nullptr) == 0) {
+        const Status status = FromLastError();
+        // It may have come as far as the third name.
+        if (GetFileAttributesW(wideA.c_str()) == INVALID_FILE_ATTRIBUTES) MoveFileExW(old.c_str(), wideA.c_str(), 0);
+        return status;
+    }
+    if (MoveFileExW(old.c_str(), wideB.c_str(), 0) != 0) return Status::kOk;
+    const Status status = FromLastError();
+    ReplaceFileW(wideA.c_str(), old.c_str(), wideB.c_str(), 0, nullptr, nullptr);
+    return status;
+}
+
+Status SyncFile(const std::string& path) {
+    std::wstring wide;
+    if (!WidePath(path, wide)) return Status::kBadPath;
+    const HANDLE file = CreateFileW(wide.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                    OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) return FromLastError();
+    const Status status = Check(FlushFileBuffers(file) != 0);
+    CloseHandle(file);
+    return status;
 }
 
 Status SeekFile(FileHandle file, std::int64_t offset, SeekMode mode, std::uint64_t& position) {
