@@ -33,10 +33,11 @@ double MedianMicroseconds(ISensorFileHandler* handler, Query query, std::uint64_
 }
 
 void SetCallbacks() {
-    static const ZT_StaticDataCallbacks staticData = {nullptr, [](void*, double) { ++answers; }, nullptr, nullptr,
-                                                      nullptr};
-    static const ZT_NodeInfoCallbacks nodeInfo = {[](void*, std::uint32_t nodeType, const char*, std::uint64_t,
-                                                     const char*, std::uint64_t) { answers += nodeType == 2; }};
+    static const ZT_StaticDataCallbacks staticData = {
+        sizeof(ZT_StaticDataCallbacks), nullptr, [](void*, double) { ++answers; }, nullptr, nullptr, nullptr};
+    static const ZT_NodeInfoCallbacks nodeInfo = {
+        sizeof(ZT_NodeInfoCallbacks), [](void*, std::uint32_t nodeType, const char*, std::uint64_t, const char*,
+                                         std::uint64_t) { answers += nodeType == 2; }};
     bench::HostSuite().staticData = &staticData;
     bench::HostSuite().nodeInfo = &nodeInfo;
 }

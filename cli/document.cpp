@@ -29,17 +29,19 @@ void AddPathItem(void* handle, const char* matchName, std::int64_t index, std::u
     taker.isAtRoot = false;
 }
 
-constexpr ZT_DataPathCallbacks kDataPaths = {&AddPathItem};
+constexpr ZT_DataPathCallbacks kDataPaths = {sizeof(ZT_DataPathCallbacks), &AddPathItem};
 
-constexpr ZT_NodeInfoCallbacks kNodeInfo = {[](void* handle, std::uint32_t nodeType, const char* displayName,
-                                               std::uint64_t displayNameLength, const char* matchName,
-                                               std::uint64_t matchNameLength) {
-    *static_cast<NodeNames*>(handle) = {static_cast<NodeKind>(nodeType), Text(displayName, displayNameLength),
-                                        Text(matchName, matchNameLength)};
-}};
+constexpr ZT_NodeInfoCallbacks kNodeInfo = {
+    sizeof(ZT_NodeInfoCallbacks),
+    [](void* handle, std::uint32_t nodeType, const char* displayName, std::uint64_t displayNameLength,
+       const char* matchName, std::uint64_t matchNameLength) {
+        *static_cast<NodeNames*>(handle) = {static_cast<NodeKind>(nodeType), Text(displayName, displayNameLength),
+                                            Text(matchName, matchNameLength)};
+    }};
 
 // The names of leaves come with Names already.
 constexpr ZT_StaticDataCallbacks kStaticData = {
+    sizeof(ZT_StaticDataCallbacks),
     nullptr,
     [](void* handle, double value) { static_cast<Leaf*>(handle)->value = value; },
     [](void* handle, const char* text, std::uint64_t length) {
@@ -52,6 +54,7 @@ constexpr ZT_StaticDataCallbacks kStaticData = {
 };
 
 constexpr ZT_DynamicDataCallbacks kDynamicData = {
+    sizeof(ZT_DynamicDataCallbacks),
     nullptr,
     [](void* handle, const char* sampleSetId, std::uint64_t sampleSetIdLength, std::uint32_t interpolation,
        std::uint8_t hasExpectedFrequency, std::uint64_t sampleCount, const char* duration,
@@ -72,6 +75,7 @@ constexpr ZT_DynamicDataCallbacks kDynamicData = {
 DataType& TypeOf(void* handle) { return static_cast<Leaf*>(handle)->dataType; }
 
 constexpr ZT_DataTypeCallbacks kDataTypes = {
+    sizeof(ZT_DataTypeCallbacks),
     [](void* handle, const char* type, std::uint64_t length) { TypeOf(handle).type = Text(type, length); },
     [](void* handle, std::uint8_t isSigned, std::int64_t digitsInteger, std::int64_t digitsDecimal) {
         TypeOf(handle).isSigned = isSigned != 0;
@@ -121,6 +125,7 @@ private:
 };
 
 constexpr ZT_SampleCallbacks kSamples = {
+    sizeof(ZT_SampleCallbacks),
     [](void* handle, const char* time, std::uint64_t timeLength, double value) {
         static_cast<SampleHandOver*>(handle)->Add({{time, timeLength}, value});
     },
@@ -133,6 +138,7 @@ constexpr ZT_SampleCallbacks kSamples = {
 };
 
 constexpr ZT_FileInfoCallbacks kFileInfo = {
+    sizeof(ZT_FileInfoCallbacks),
     [](void* handle, std::uint32_t frameRateValue, std::uint32_t frameRateScale, const char* version,
        std::uint64_t versionLength, const char* creator, std::uint64_t creatorLength) {
         auto& info = *static_cast<FileInfo*>(handle);
@@ -155,6 +161,7 @@ constexpr ZT_FileInfoCallbacks kFileInfo = {
 using VideoSyncList = std::vector<VideoSync>;
 
 constexpr ZT_VideoSyncCallbacks kVideoSync = {
+    sizeof(ZT_VideoSyncCallbacks),
     [](void* handle, const char* fileName, std::uint64_t fileNameLength, std::uint64_t frameNumber) {
         static_cast<VideoSyncList*>(handle)->push_back({Text(fileName, fileNameLength), frameNumber});
     },

@@ -16,6 +16,7 @@ namespace {
 PluginConverter& LastConverter(void* list) { return static_cast<Converters*>(list)->plugins.back().converters.back(); }
 
 constexpr ZT_PluginCallbacks kPluginCallbacks{
+    sizeof(ZT_PluginCallbacks),
     [](void* list, const char* path) { static_cast<Converters*>(list)->pluginFolder = path; },
     [](void* list, const char* path, const char* identifier, std::uint32_t problemCode, const char* problem) {
         static_cast<Converters*>(list)->plugins.push_back({path, identifier, {problemCode, problem, -1}, {}});
@@ -36,7 +37,8 @@ Library::Library(const std::string& locale) {
     suite_.addFormat = [](void* list, const char* extension, const char* displayName) {
         static_cast<Converters*>(list)->formats.push_back({extension, displayName});
     };
-    suite_.plugins = &kPluginCallbacks;
+    extensions_.plugins = &kPluginCallbacks;
+    suite_.extensions = &extensions_;
     suite_.localizedMessage = &TakeMessage;
     suite_.reportError = &TakeReport;
     TakeResults(suite_);

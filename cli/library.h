@@ -88,6 +88,7 @@ private:
     static void TakeReport(void* library, std::uint32_t code, const char* message, std::int64_t extra1,
                            std::int64_t extra2);
 
+    ZT_HostExtensions extensions_{};
     ZT_HostSuite suite_{};
     IZentor* manager_ = nullptr;
     Report report_;

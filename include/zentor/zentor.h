@@ -57,7 +57,10 @@ struct ZT_Time {
 // Host suite: the host's callbacks.
 //
 // The library keeps the first suite that it is given, for the life of the process; the table must stay where it is.
-// Every entry may be null: the library then skips the call. Texts and arrays handed to a callback live until it
+// Every entry may be null: the library then skips the call. Tables that the suite points at, and those that they point
+// at, begin with their size in bytes where the host was compiled: the library reads no further, so that later versions
+// can add entries at their ends, and takes what is not there for null. C++ sets the size by itself; C sets it by hand
+// (a size of 0 makes the table an empty one). Texts and arrays handed to a callback live until it
 // returns; lengths of texts are in bytes, counts of arrays in elements. A text that comes with a length has no
 // terminating zero and may hold zeros. `handle` and the contexts are the host's own values, handed back untouched.
 
@@ -68,8 +71,15 @@ enum ZT_TimeMode : uint32_t {
     ZT_TIME_MODE_TIMECODE = 2,  // SMPTE time codes
 };
 
+#if defined(__cplusplus)
+#define ZT_OWN_SIZE(table) = sizeof(table)
+#else
+#define ZT_OWN_SIZE(table)
+#endif
+
 // Hands over lists of data paths (slot 0).
 struct ZT_DataPathCallbacks {
+    uint32_t size ZT_OWN_SIZE(ZT_DataPathCallbacks);
     // Once for each item of each path, in order. The first item is the root, "dataOutline" with index -1; then come the
     // items of the path asked for, as they were given: an index, or a match name and index -1; the last item is the
     // child and has both its match name, which may be empty, and its index among its siblings. `childCount` is the
@@ -79,6 +89,7 @@ struct ZT_DataPathCallbacks {
 
 // Hands over what a node is (slot 1).
 struct ZT_NodeInfoCallbacks {
+    uint32_t size ZT_OWN_SIZE(ZT_NodeInfoCallbacks);
     // `nodeType`: 0 group, 1 dynamic, 2 static.
     void (*setNodeInfo)(void* handle, uint32_t nodeType, const char* displayName, uint64_t displayNameLength,
                         const char* matchName, uint64_t matchNameLength);
@@ -87,6 +98,7 @@ struct ZT_NodeInfoCallbacks {
 // Hands over a static node (slot 2): its names, its type through ZT_DataTypeCallbacks, then one of the values. Of a
 // padded string of an older document the value is its text.
 struct ZT_StaticDataCallbacks {
+    uint32_t size ZT_OWN_SIZE(ZT_StaticDataCallbacks);
     void (*setNames)(void* handle, const char* displayName, uint64_t displayNameLength, const char* matchName,
                      uint64_t matchNameLength);
     void (*setNumber)(void* handle, double value);
@@ -97,6 +109,7 @@ struct ZT_StaticDataCallbacks {
 
 // Hands over a dynamic node (slot 3), followed by its type through ZT_DataTypeCallbacks.
 struct ZT_DynamicDataCallbacks {
+    uint32_t size ZT_OWN_SIZE(ZT_DynamicDataCallbacks);
     void (*setNames)(void* handle, const char* displayName, uint64_t displayNameLength, const char* matchName,
                      uint64_t matchNameLength);
     // `interpolation`: 1 linear, 2 hold. `maxInterSampleDuration` is empty unless `hasExpectedFrequency` is 1.
@@ -111,6 +124,7 @@ struct ZT_DynamicDataCallbacks {
 
 // Hands over samples (slot 4), one call each, in the order asked for. `time` is a time string of the document's form.
 struct ZT_SampleCallbacks {
+    uint32_t size ZT_OWN_SIZE(ZT_SampleCallbacks);
     void (*addNumber)(void* handle, const char* time, uint64_t timeLength, double value);
     void (*addNumberArray)(void* handle, const char* time, uint64_t timeLength, const double* values, uint64_t count);
     void (*addString)(void* handle, const char* time, uint64_t timeLength, const char* text, uint64_t length);
@@ -118,6 +132,7 @@ struct ZT_SampleCallbacks {
 
 // Hands over file information (slot 5): first the names, then the time mode.
 struct ZT_FileInfoCallbacks {
+    uint32_t size ZT_OWN_SIZE(ZT_FileInfoCallbacks);
     // Frames a second are `frameRateValue` / `frameRateScale`; 0 and 1 when the times of the document are not time
     // codes, or when its frame rate is no fraction of two such numbers. `version` and `creator` are empty when the
     // document has none.
@@ -131,12 +146,14 @@ struct ZT_FileInfoCallbacks {
 
 // Hands over video-sync entries (slot 6), one call each: a frame number or a time string.
 struct ZT_VideoSyncCallbacks {
+    uint32_t size ZT_OWN_SIZE(ZT_VideoSyncCallbacks);
     void (*addFrame)(void* handle, const char* fileName, uint64_t fileNameLength, uint64_t frameNumber);
     void (*addTime)(void* handle, const char* fileName, uint64_t fileNameLength, const char* time, uint64_t timeLength);
 };
 
 // Hands over the type of a static or dynamic node (slot 7): the type word, then the properties that the type has.
 struct ZT_DataTypeCallbacks {
+    uint32_t size ZT_OWN_SIZE(ZT_DataTypeCallbacks);
     void (*setType)(void* handle, const char* type, uint64_t length);  // as in the document, e.g. "numberString"
     // Digit counts are -1 when the document has none.
     void (*setPattern)(void* handle, uint8_t isSigned, int64_t digitsInteger, int64_t digitsDecimal);
@@ -149,9 +166,10 @@ struct ZT_DataTypeCallbacks {
     void (*addArrayDisplayName)(void* handle, uint64_t index, const char* text, uint64_t length);
 };
 
-// Hands over the plug-in modules that were found (slot 9), in the order in which they are asked: the folder, then each
-// module and its converters, each followed by its extensions and signatures.
+// Hands over the plug-in modules that were found (of the extensions, slot 9), in the order in which they are asked: the
+// folder, then each module and its converters, each followed by its extensions and signatures.
 struct ZT_PluginCallbacks {
+    uint32_t size ZT_OWN_SIZE(ZT_PluginCallbacks);
     // Where modules are looked for, whether there is such a folder or not.
     void (*setFolder)(void* listContext, const char* path);
     // `identifier` is the module's own. A module that cannot be used has no converters, and a problem: an error code
@@ -165,6 +183,22 @@ struct ZT_PluginCallbacks {
     void (*addSignature)(void* listContext, uint64_t offset, const char* bytes, uint64_t length);
 };
 
+// What the host wants of operations; read when an operation begins, so that it can be changed between them.
+struct ZT_HostOptions {
+    uint32_t size ZT_OWN_SIZE(ZT_HostOptions);
+    // 1: OpenFile copies the samples of a document to a temporary file of the library's own, and queries answer from
+    // the copy: whatever others do to the document's file afterwards, a query gives what was opened. Takes as long as
+    // copying does, and as much room in the folder for temporary files as the document has.
+    uint8_t privateCopy;
+};
+
+// What hosts can have beyond results (slot 9).
+struct ZT_HostExtensions {
+    uint32_t size ZT_OWN_SIZE(ZT_HostExtensions);
+    const ZT_PluginCallbacks* plugins;
+    const ZT_HostOptions* options;
+};
+
 struct ZT_HostSuite {
     const ZT_DataPathCallbacks* dataPaths;       // slot 0
     const ZT_NodeInfoCallbacks* nodeInfo;        // slot 1
@@ -176,7 +210,7 @@ struct ZT_HostSuite {
     const ZT_DataTypeCallbacks* dataTypes;       // slot 7
     // slot 8: one supported format. `extension` has no dot and is in lower case.
     void (*addFormat)(void* listContext, const char* extension, const char* displayName);
-    const ZT_PluginCallbacks* plugins;  // slot 9
+    const ZT_HostExtensions* extensions;  // slot 9
     // slot 10: the text that GetLocalizedErrorMsg_1 formed. `length` in bytes.
     void (*localizedMessage)(void* hostContext, const char* text, uint64_t length);
     // slot 11: a failure. `extra1` and `extra2` are details, -1 when there is none: the byte offset of a fault in a

@@ -117,7 +117,7 @@ void GetSupportedFormats_1(void* listContext, void* errorContext, const ZT_HostS
         const ZT_HostSuite* host = HostSuite();
         if (host == nullptr) return;
         ListFormats(*host, listContext);
-        ListPlugins(*host, listContext);
+        ListPlugins(listContext);
     });
 }
 

@@ -5,7 +5,7 @@
 
 #include "conversion/format_table.h"
 #include "conversion/plugin/plugin_host.h"
-#include "errors/host_suite.h"
+#include "errors/host_tables.h"
 
 namespace zentor {
 
@@ -40,9 +40,10 @@ void ListFormats(const ZT_HostSuite& host, void* listContext) {
         CallHost(host.addFormat, listContext, extension.c_str(), name.c_str());
 }
 
-void ListPlugins(const ZT_HostSuite& host, void* listContext) {
-    if (host.plugins == nullptr) return;
-    const ZT_PluginCallbacks& callbacks = *host.plugins;
+void ListPlugins(void* listContext) {
+    const ZT_PluginCallbacks* const wanted = ReadHostExtensions().plugins;
+    if (wanted == nullptr) return;
+    const ZT_PluginCallbacks callbacks = ReadHostTable(wanted);
     const auto plugins = Plugins();
     CallHost(callbacks.setFolder, listContext, plugins->Folder().c_str());
     for (const ZT_PLUGIN::FoundModule& module : plugins->Modules()) {

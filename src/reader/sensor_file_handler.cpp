@@ -53,9 +53,9 @@ void FillChildren(const Outline& outline, ZT_DataPath parent, ZT_GroupChildren& 
 }
 
 void HandOverChildren(const Outline& outline, const char* dataPath, void* handle) {
-    const ZT_HostSuite& suite = RequireHostSuite();
+    const HostTables tables = RequireHostTables();
     ForEachChild(outline, PathFrom(dataPath),
-                 [&](const ZT_DataPath& path, JsonSize count) { HandOver(suite, handle, path, count); });
+                 [&](const ZT_DataPath& path, JsonSize count) { HandOver(tables, handle, path, count); });
 }
 
 constexpr const char* kRootPath = "[\"dataOutline\"]";
@@ -181,49 +181,49 @@ ZT_Result SensorFileHandlerImpl::GetGroupChildrenClient(const char* dataPath, vo
 
 ZT_Result SensorFileHandlerImpl::GetGroupChildInfoClient(const char* dataPath, void* handle) noexcept {
     return RunOperation(this, [&] {
-        const ZT_HostSuite& suite = RequireHostSuite();
+        const HostTables tables = RequireHostTables();
         bytes_.CheckLength();
-        HandOver(suite, handle, GroupChildInfoOf(FindNode(dataPath)));
+        HandOver(tables, handle, GroupChildInfoOf(FindNode(dataPath)));
     });
 }
 
 ZT_Result SensorFileHandlerImpl::GetStaticDataInfoClient(const char* dataPath, void* handle) noexcept {
     return RunOperation(this, [&] {
-        const ZT_HostSuite& suite = RequireHostSuite();
+        const HostTables tables = RequireHostTables();
         bytes_.CheckLength();
-        HandOver(suite, handle, StaticDataInfoOf(FindNode(dataPath)));
+        HandOver(tables, handle, StaticDataInfoOf(FindNode(dataPath)));
     });
 }
 
 ZT_Result SensorFileHandlerImpl::GetDynamicDataInfoClient(const char* dataPath, void* handle) noexcept {
     return RunOperation(this, [&] {
-        const ZT_HostSuite& suite = RequireHostSuite();
+        const HostTables tables = RequireHostTables();
         bytes_.CheckLength();
-        HandOver(suite, handle, DynamicDataInfoAt(dataPath));
+        HandOver(tables, handle, DynamicDataInfoAt(dataPath));
     });
 }
 
 ZT_Result SensorFileHandlerImpl::GetDynamicSamplesClient(const char* dataPath, ZT_Time start, ZT_Time end,
                                                          void* handle) noexcept {
     return RunOperation(this, [&] {
-        const ZT_HostSuite& suite = RequireHostSuite();
-        HandOver(suite, handle, FindSamplesBetween(dataPath, start, end));
+        const HostTables tables = RequireHostTables();
+        HandOver(tables, handle, FindSamplesBetween(dataPath, start, end));
     });
 }
 
 ZT_Result SensorFileHandlerImpl::GetDynamicSampleClient(const char* dataPath, ZT_Time time, void* handle) noexcept {
     return RunOperation(this, [&] {
-        const ZT_HostSuite& suite = RequireHostSuite();
-        HandOver(suite, handle, FindSampleAt(dataPath, time));
+        const HostTables tables = RequireHostTables();
+        HandOver(tables, handle, FindSampleAt(dataPath, time));
     });
 }
 
 ZT_Result SensorFileHandlerImpl::GetFileInfoClient(void* handle) noexcept {
-    return RunOperation(this, [&] { HandOver(RequireHostSuite(), handle, document_->info); });
+    return RunOperation(this, [&] { HandOver(RequireHostTables(), handle, document_->info); });
 }
 
 ZT_Result SensorFileHandlerImpl::GetVideoSyncTimeListClient(void* handle) noexcept {
-    return RunOperation(this, [&] { HandOver(RequireHostSuite(), handle, document_->videoSync); });
+    return RunOperation(this, [&] { HandOver(RequireHostTables(), handle, document_->videoSync); });
 }
 
 }  // namespace zentor

@@ -23,8 +23,9 @@ void Act() {
 
 const ZT_HostSuite& Suite() {
     static const ZT_DataPathCallbacks dataPaths{
-        [](void*, const char*, std::int64_t, std::uint64_t, std::uint8_t) { Act(); }};
+        sizeof(ZT_DataPathCallbacks), [](void*, const char*, std::int64_t, std::uint64_t, std::uint8_t) { Act(); }};
     static const ZT_NodeInfoCallbacks nodeInfo{
+        sizeof(ZT_NodeInfoCallbacks),
         [](void*, std::uint32_t, const char*, std::uint64_t, const char*, std::uint64_t) { Act(); }};
     static const ZT_StaticDataCallbacks staticData = [] {
         ZT_StaticDataCallbacks table{};

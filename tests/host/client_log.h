@@ -28,13 +28,16 @@ inline std::string Join(const double* values, std::uint64_t count) {
     return text.str();
 }
 
-inline const ZT_DataPathCallbacks kLogPaths = {[](void* log, const char* name, std::int64_t index, std::uint64_t count,
+inline const ZT_DataPathCallbacks kLogPaths = {sizeof(ZT_DataPathCallbacks),
+                                               [](void* log, const char* name, std::int64_t index, std::uint64_t count,
                                                   std::uint8_t last) { AddLine(log, name, index, count, int{last}); }};
 inline const ZT_NodeInfoCallbacks kLogNode = {
+    sizeof(ZT_NodeInfoCallbacks),
     [](void* log, std::uint32_t type, const char* display, std::uint64_t d, const char* match, std::uint64_t m) {
         AddLine(log, "node", type, Text(display, d), Text(match, m));
     }};
 inline const ZT_StaticDataCallbacks kLogStatic = {
+    sizeof(ZT_StaticDataCallbacks),
     [](void* log, const char* display, std::uint64_t d, const char* match, std::uint64_t m) {
         AddLine(log, "names", Text(display, d), Text(match, m));
     },
@@ -44,6 +47,7 @@ inline const ZT_StaticDataCallbacks kLogStatic = {
     [](void* log, const double* values, std::uint64_t count) { AddLine(log, "array", Join(values, count)); },
 };
 inline const ZT_DynamicDataCallbacks kLogDynamic = {
+    sizeof(ZT_DynamicDataCallbacks),
     kLogStatic.setNames,
     [](void* log, const char* id, std::uint64_t i, std::uint32_t interpolation, std::uint8_t frequency,
        std::uint64_t count, const char* duration, std::uint64_t d) {
@@ -54,6 +58,7 @@ inline const ZT_DynamicDataCallbacks kLogDynamic = {
     },
 };
 inline const ZT_SampleCallbacks kLogSamples = {
+    sizeof(ZT_SampleCallbacks),
     [](void* log, const char* time, std::uint64_t t, double value) { AddLine(log, Text(time, t), value); },
     [](void* log, const char* time, std::uint64_t t, const double* values, std::uint64_t count) {
         AddLine(log, Text(time, t), Join(values, count));
@@ -63,6 +68,7 @@ inline const ZT_SampleCallbacks kLogSamples = {
     },
 };
 inline const ZT_FileInfoCallbacks kLogFile = {
+    sizeof(ZT_FileInfoCallbacks),
     [](void* log, std::uint32_t value, std::uint32_t scale, const char* version, std::uint64_t v, const char* creator,
        std::uint64_t c) { AddLine(log, "file", value, scale, Text(version, v), Text(creator, c)); },
     [](void* log, std::uint32_t mode, double rate, std::uint8_t drop, std::uint64_t precision, std::uint8_t gmt) {
@@ -70,6 +76,7 @@ inline const ZT_FileInfoCallbacks kLogFile = {
     },
 };
 inline const ZT_VideoSyncCallbacks kLogSync = {
+    sizeof(ZT_VideoSyncCallbacks),
     [](void* log, const char* file, std::uint64_t f, std::uint64_t frame) {
         AddLine(log, "frame", Text(file, f), frame);
     },
@@ -78,6 +85,7 @@ inline const ZT_VideoSyncCallbacks kLogSync = {
     },
 };
 inline const ZT_DataTypeCallbacks kLogType = {
+    sizeof(ZT_DataTypeCallbacks),
     [](void* log, const char* type, std::uint64_t length) { AddLine(log, "type", Text(type, length)); },
     [](void* log, std::uint8_t isSigned, std::int64_t integer, std::int64_t decimal) {
         AddLine(log, "pattern", int{isSigned}, integer, decimal);

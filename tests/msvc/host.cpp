@@ -67,13 +67,15 @@ extern "C" void hostMain() {
     static ZT_HostSuite suite = {};
     suite.addFormat = AddFormat;
     suite.reportError = ReportError;
-    static const ZT_DataPathCallbacks paths = {AddPathItem};
-    static const ZT_StaticDataCallbacks statics = {SetNames, SetNumber, nullptr, nullptr, nullptr};
-    static const ZT_DataTypeCallbacks types = {nullptr, nullptr, SetRange, nullptr, nullptr, nullptr};
+    static const ZT_DataPathCallbacks paths = {sizeof(ZT_DataPathCallbacks), AddPathItem};
+    static const ZT_StaticDataCallbacks statics = {
+        sizeof(ZT_StaticDataCallbacks), SetNames, SetNumber, nullptr, nullptr, nullptr};
+    static const ZT_DataTypeCallbacks types = {
+        sizeof(ZT_DataTypeCallbacks), nullptr, nullptr, SetRange, nullptr, nullptr, nullptr};
     suite.dataPaths = &paths;
     suite.staticData = &statics;
     suite.dataTypes = &types;
-    static const ZT_SampleCallbacks samples = {nullptr, AddNumberArray, nullptr};
+    static const ZT_SampleCallbacks samples = {sizeof(ZT_SampleCallbacks), nullptr, AddNumberArray, nullptr};
     suite.samples = &samples;
     IZentor* zentor = nullptr;
     CreateZentor_1(&zentor, nullptr, nullptr, "en_US", nullptr, &suite, nullptr);

@@ -1,7 +1,9 @@
 // Errors: message texts, raising, the table of codes, and reports to the host.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
+#include <cstring>
 #include <limits>
 #include <memory>
 #include <set>
@@ -9,6 +11,7 @@
 #include <vector>
 
 #include "errors/host_boundary.h"
+#include "errors/host_tables.h"
 #include "errors/last_exception.h"
 #include "errors/raise.h"
 #include "failure.h"
@@ -61,6 +64,35 @@ TEST(ThreadSlot, NoneLeft) {
     // The library's own were made when it was loaded.
     SetLastException({7, "kept", -1, -1});
     EXPECT_EQ(TakeLastException().code, 7U);
+}
+
+// A host that was compiled with another version of the header has tables of another length: nothing beyond their end is
+// read, and nothing that lies across it is used.
+TEST(HostTables, ShortAndLongOnes) {
+    const ZT_StaticDataCallbacks full = [] {
+        ZT_StaticDataCallbacks table{};
+        table.setNames = [](void*, const char*, std::uint64_t, const char*, std::uint64_t) {};
+        table.setNumber = [](void*, double) {};
+        table.setString = [](void*, const char*, std::uint64_t) {};
+        table.setBoolean = [](void*, std::uint8_t) {};
+        table.setNumberArray = [](void*, const double*, std::uint64_t) {};
+        return table;
+    }();
+    for (std::uint32_t size = 4; size <= sizeof full + 16; ++size) {
+        const auto memory = std::make_unique<char[]>(size);  // what is read beyond it is found
+        std::memcpy(memory.get(), &full, std::min<std::size_t>(size, sizeof full));
+        std::memcpy(memory.get(), &size, sizeof size);
+        const auto table = ReadHostTable(reinterpret_cast<const ZT_StaticDataCallbacks*>(memory.get()));
+        EXPECT_EQ(table.setNames, size >= 16 ? full.setNames : nullptr) << size;
+        EXPECT_EQ(table.setNumber, size >= 24 ? full.setNumber : nullptr) << size;
+        EXPECT_EQ(table.setString, size >= 32 ? full.setString : nullptr) << size;
+        EXPECT_EQ(table.setBoolean, size >= 40 ? full.setBoolean : nullptr) << size;
+        EXPECT_EQ(table.setNumberArray, size >= 48 ? full.setNumberArray : nullptr) << size;
+    }
+    ZT_StaticDataCallbacks empty = full;
+    empty.size = 0;
+    EXPECT_EQ(ReadHostTable(&empty).setNames, nullptr);
+    EXPECT_EQ(ReadHostTable<ZT_StaticDataCallbacks>(nullptr).setNames, nullptr);
 }
 
 TEST(Message, Forming) {
