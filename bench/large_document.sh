@@ -43,11 +43,7 @@ check() {
     [[ $(ls "$work") == "$kept" ]] || fail "$name left temporary files behind"
 }
 
-# Wine takes the folder for temporary files from its own settings.
-windows_path() { echo "Z:${1//\//\\}"; }
-printf '@set TMP=%s\r\n@"%s" "%s" %d\r\n' "$(windows_path "$work")" \
-    "$(windows_path "$windows/bench_check_samples.exe")" "$(windows_path "$work/large.vkjson")" "$samples" \
-    >"$work/check.bat"
 kept=$(ls "$work")
-check native env TMPDIR="$work" "$native/bench_check_samples" "$work/large.vkjson" "$samples"
-check Wine "$root/scripts/wine" cmd /c "$(windows_path "$work/check.bat")"
+export TMPDIR=$work
+check native "$native/bench_check_samples" "$work/large.vkjson" "$samples"
+check Wine "$root/scripts/wine" "$windows/bench_check_samples.exe" "$work/large.vkjson" "$samples"

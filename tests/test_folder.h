@@ -52,7 +52,7 @@ private:
     std::filesystem::path path_;
 };
 
-// The library's own temporary files, of any process.
+// The library's temporary files.
 inline std::size_t TemporaryFiles() {
     std::size_t count = 0;
     for (const auto& entry : std::filesystem::directory_iterator(std::filesystem::temp_directory_path())) {

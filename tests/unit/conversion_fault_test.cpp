@@ -1,8 +1,6 @@
 // Converting and opening while the file system fails: every failure has its code, and nothing is left behind.
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <atomic>
 #include <map>
 #include <set>
 
@@ -16,68 +14,32 @@ namespace zentor {
 
 namespace {
 
+using zentor_test::FileFault;
 using zentor_test::PathOf;
 using zentor_test::ReadWhole;
+using zentor_test::TemporaryFiles;
 using zentor_test::TestFolder;
 using zentor_test::Utf8Of;
 
-std::atomic<int> operationsLeft{0};
-std::atomic<os::Status> faultStatus{os::Status::kFailed};
-std::vector<std::string> operationsDone;
-std::string failedOperation;
-
-// Lets the given number of operations succeed and the next one fail.
-os::Status FailOnce(const char* operation) {
-    if (operationsLeft-- != 0) {
-        operationsDone.push_back(operation);
-        return os::Status::kOk;
-    }
-    failedOperation = operation;
-    return faultStatus;
-}
-
-class FaultScope {
-public:
-    FaultScope(int after, os::Status status) {
-        operationsLeft = after;
-        faultStatus = status;
-        failedOperation.clear();
-        operationsDone.clear();
-        SetFileFaultHook(&FailOnce);
-    }
-    ~FaultScope() { SetFileFaultHook(nullptr); }
-};
-
-std::set<std::string> TemporaryDocuments() {
-    std::set<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(std::filesystem::temp_directory_path())) {
-        const std::string name = Utf8Of(entry.path().filename());
-        if (name.starts_with("ZTT")) names.insert(name);
-    }
-    return names;
-}
-
 // The document is written between the creation of its temporary file and the first close.
 bool FailedWhileWriting() {
-    const auto done = [](const char* name) { return std::count(operationsDone.begin(), operationsDone.end(), name); };
-    return done("File_IO::Create") >= 1 && done("File_IO::Close") == 0;
+    return FileFault::CountBefore("File_IO::Create") >= 1 && FileFault::CountBefore("File_IO::Close") == 0;
 }
 
-std::uint32_t ExpectedCode() {
+std::uint32_t ExpectedCode(os::Status status) {
     // A temporary document that cannot be created is a temporary name that cannot be found.
-    const bool hasDocument = std::count(operationsDone.begin(), operationsDone.end(), "File_IO::Create") != 0;
-    if (failedOperation == "File_IO::Create" && !hasDocument) return 15;
+    if (FileFault::Struck() == "File_IO::Create" && FileFault::CountBefore("File_IO::Create") == 0) return 15;
     const std::map<std::string, std::uint32_t> codes = {
         {"File_IO::Create", 7},
         {"File_IO::Open", 6},
-        {"File_IO::Write", faultStatus == os::Status::kDiskFull ? 34 : 55},
+        {"File_IO::Write", status == os::Status::kDiskFull ? 34 : 55},
         {"File_IO::Close", 8},
         {"File_IO::Read", 11},
         {"File_IO::Length", 11},
         {"File_IO::AbsolutePath", 12},
         {"File_IO::GetTempFile", 14},
     };
-    return codes.at(failedOperation) + (FailedWhileWriting() ? 1000 : 0);
+    return codes.at(FileFault::Struck()) + (FailedWhileWriting() ? 1000 : 0);
 }
 
 }  // namespace
@@ -86,37 +48,38 @@ TEST(ConversionFaults, EveryOperationFailsInTurn) {
     const TestFolder folder;
     const std::string input = folder.Write("in.csv", "a,b\n1,x\n2,y\n");
     const std::string saved = folder.Write("saved.vkjson", "before");
-    const std::set<std::string> before = TemporaryDocuments();
+    const std::size_t before = TemporaryFiles();
     Plugins();  // are looked for once, and not in the midst of this
     for (const os::Status status : {os::Status::kFailed, os::Status::kDiskFull}) {
         std::set<std::string> failed;
-        for (int after = 0;; ++after) {
+        for (int n = 1;; ++n) {
             ZentorImpl zentor;
             IVkjsonStream* stream = nullptr;
             std::uint32_t code = 0;
             {
-                const FaultScope fault(after, status);
+                const FileFault fault("", n, status);
                 code = zentor.ConvertFile(&stream, input.c_str(), 0);
                 if (code == 0) code = stream->SaveTo(saved.c_str());
             }
             const bool isSaving = stream != nullptr;
-            if (failedOperation.empty()) {
+            if (FileFault::Struck().empty()) {
                 EXPECT_EQ(code, 0U);
                 EXPECT_EQ(ReadWhole(saved), ReadWhole(stream->DocumentPath()));
                 break;
             }
-            const bool isProbe = failedOperation == "File_IO::GetFileMode" || failedOperation == "File_IO::IsSameFile";
+            const bool isProbe =
+                FileFault::Struck() == "File_IO::GetFileMode" || FileFault::Struck() == "File_IO::IsSameFile";
             if (!isProbe) {  // a probe that fails says that there is nothing
-                EXPECT_EQ(code, ExpectedCode()) << failedOperation;
+                EXPECT_EQ(code, ExpectedCode(status)) << FileFault::Struck();
             }
-            failed.insert(failedOperation);
+            failed.insert(FileFault::Struck());
             if (isSaving) {
                 EXPECT_TRUE(ReadWhole(saved).empty() || ReadWhole(saved) == "before" ||
                             ReadWhole(saved) == ReadWhole(stream->DocumentPath()));
                 folder.Write("saved.vkjson", "before");
             }
             if (stream != nullptr) zentor.ReleaseStream(&stream);
-            EXPECT_EQ(TemporaryDocuments(), before) << failedOperation;
+            EXPECT_EQ(TemporaryFiles(), before) << FileFault::Struck();
         }
         for (const char* operation : {"File_IO::Create", "File_IO::Open", "File_IO::Write", "File_IO::Close",
                                       "File_IO::Read", "File_IO::Length", "File_IO::GetTempFile"}) {
@@ -132,29 +95,28 @@ TEST(ConversionFaults, CapturesWithSpilledSamples) {
     for (int k = 0; k < 50000; ++k) capture += "1.25123456 -3.1234567\n";
     const TestFolder folder;
     const std::string input = folder.Write("in.bvh", capture);
-    const std::set<std::string> before = TemporaryDocuments();
+    const std::size_t before = TemporaryFiles();
     std::map<std::string, std::set<std::uint32_t>> codes;
-    for (int after = 0;; ++after) {
+    for (int n = 1;; ++n) {
         ZentorImpl zentor;
         IVkjsonStream* stream = nullptr;
         std::uint32_t code = 0;
         {
-            const FaultScope fault(after, os::Status::kFailed);
+            const FileFault fault("", n, os::Status::kFailed);
             code = zentor.ConvertFile(&stream, input.c_str(), 0);
         }
         if (stream != nullptr) zentor.ReleaseStream(&stream);
-        EXPECT_EQ(TemporaryDocuments(), before) << failedOperation;
-        if (failedOperation.empty()) {
+        EXPECT_EQ(TemporaryFiles(), before) << FileFault::Struck();
+        if (FileFault::Struck().empty()) {
             EXPECT_EQ(code, 0U);
             break;
         }
         // The first of them are read back when all are there, and the document begins then.
-        const bool isCaptureRead =
-            std::find(operationsDone.begin(), operationsDone.end(), "File_IO::Seek") != operationsDone.end();
-        codes[failedOperation.substr(9) + (isCaptureRead ? " later" : "")].insert(code);
+        const bool isCaptureRead = FileFault::CountBefore("File_IO::Seek") != 0;
+        codes[FileFault::Struck().substr(9) + (isCaptureRead ? " later" : "")].insert(code);
     }
     const std::map<std::string, std::set<std::uint32_t>> expected = {
-        {"GetFileMode", {4}},  // a probe that fails says that there is nothing
+        {"GetFileMode", {0, 4}},  // a probe that fails says that there is nothing
         {"AbsolutePath", {12}},   {"GetTempFile", {14, 1014, 1015}},
         {"Create", {15}},         {"Open", {1006}},
         {"Read", {11}},           {"Write", {1055}},
@@ -252,24 +214,24 @@ TEST(OpeningFaults, EveryOperationFailsInTurn) {
         const std::string output = *c.output == '\0' ? "" : folder / c.output;
         folder.Write("old.vkjson", "before");
         const auto contents = ContentsOf(folder);
-        const std::set<std::string> temporary = TemporaryDocuments();
+        const std::size_t temporary = TemporaryFiles();
         std::set<std::string> failed;
         constexpr int kNever = 1000000;
-        for (int after = c.mustFail.empty() ? kNever : 0;; ++after) {
+        for (int n = c.mustFail.empty() ? kNever : 1;; ++n) {
             ZentorImpl zentor;
             ISensorFileHandler* handler = nullptr;
             std::uint32_t code = 0;
             {
-                const FaultScope fault(after, os::Status::kFailed);
+                const FileFault fault("", n, os::Status::kFailed);
                 code = zentor.OpenFile(&handler, input.c_str(), output.c_str());
             }
-            const bool survived = failedOperation.empty();
+            const bool survived = FileFault::Struck().empty();
             EXPECT_EQ(code == 32, c.mustFail.empty());
             if (code == 0) {
                 // A probe that fails says that there is nothing; everything else has a code.
-                EXPECT_TRUE(survived || failedOperation == "File_IO::GetFileMode" ||
-                            failedOperation == "File_IO::IsSameFile")
-                    << failedOperation;
+                EXPECT_TRUE(survived || FileFault::Struck() == "File_IO::GetFileMode" ||
+                            FileFault::Struck() == "File_IO::IsSameFile")
+                    << FileFault::Struck();
                 EXPECT_EQ(zentor.CloseFile(&handler), 0U);
                 if (!output.empty()) std::filesystem::remove(PathOf(output));
                 folder.Write("old.vkjson", "before");
@@ -277,9 +239,9 @@ TEST(OpeningFaults, EveryOperationFailsInTurn) {
                 EXPECT_EQ(handler, nullptr);
                 EXPECT_EQ(zentor.CloseFile(&handler), 1U);
             }
-            EXPECT_EQ(ContentsOf(folder), contents) << c.input << " " << c.output << " " << failedOperation;
-            EXPECT_EQ(TemporaryDocuments(), temporary) << failedOperation;
-            failed.insert(failedOperation);
+            EXPECT_EQ(ContentsOf(folder), contents) << c.input << " " << c.output << " " << FileFault::Struck();
+            EXPECT_EQ(TemporaryFiles(), temporary) << FileFault::Struck();
+            failed.insert(FileFault::Struck());
             if (survived) break;
         }
         for (const std::string& operation : c.mustFail) EXPECT_TRUE(failed.contains(operation)) << operation;

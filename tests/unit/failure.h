@@ -1,7 +1,9 @@
 // What calls raise, and file operations that fail on demand.
 #pragma once
 
+#include <algorithm>
 #include <string>
+#include <vector>
 
 #include "errors/exception.h"
 #include "util/file_io.h"
@@ -29,24 +31,36 @@ public:
         remaining_ = n;
         status_ = status;
         struck_.clear();
-        zentor::SetFileFaultHook([](const char* name) {
-            if ((!operation_.empty() && operation_ != name) || --remaining_ != 0) return zentor::os::Status::kOk;
-            struck_ = name;
-            return status_;
-        });
+        before_.clear();
+        zentor::SetFileFaultHook(&Next);
     }
     ~FileFault() { zentor::SetFileFaultHook(nullptr); }
     FileFault(const FileFault&) = delete;
     FileFault& operator=(const FileFault&) = delete;
 
-    // The name of the operation that failed; empty while none has.
-    const std::string& Struck() const { return struck_; }
+    // Of the latest fault, whether it still lives or not: the name of the operation that failed, empty while none has,
+    // and how many of a name have gone before.
+    static const std::string& Struck() { return struck_; }
+    static auto CountBefore(const std::string& operation) {
+        return std::count(before_.begin(), before_.end(), operation);
+    }
 
 private:
+    static zentor::os::Status Next(const char* name) {
+        const bool counts = operation_.empty() || operation_ == name;
+        if (!counts || --remaining_ != 0) {
+            if (struck_.empty()) before_.emplace_back(name);
+            return zentor::os::Status::kOk;
+        }
+        struck_ = name;
+        return status_;
+    }
+
     static inline std::string operation_;
     static inline int remaining_ = 0;
     static inline zentor::os::Status status_ = zentor::os::Status::kOk;
     static inline std::string struck_;
+    static inline std::vector<std::string> before_;
 };
 
 }  // namespace zentor_test

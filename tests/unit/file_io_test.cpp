@@ -1,6 +1,7 @@
 // The file layer: what every operation does, and code and text of every failure.
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <functional>
 #include <map>
 
@@ -204,6 +205,9 @@ TEST(FileIo, InjectedFailures) {
 TEST(FileIo, TemporaryFiles) {
     const std::string folder = File_IO::TempFolder();
     EXPECT_EQ(File_IO::GetFileMode(folder), PathKind::kFolder);
+    if (const char* const given = std::getenv("ZENTOR_TEST_FOLDER")) {  // of this test alone
+        EXPECT_EQ(PathOf(folder).filename(), PathOf(given).filename());
+    }
     EXPECT_EQ(std::string("/\\").find(folder.back()), std::string::npos);
     std::string paths[2] = {"old", ""};
     for (std::string& path : paths) {
