@@ -185,6 +185,9 @@ TEST(Capture, WhatIsTaken) {
          "4\n",
          TwoChannels(rows)},
         // Names.
+        {"HIERARCHY\nROOT\n\n \ta b \n{\nJOINT \n c{\n}\njoint\n{\n}\nEnd Site\nd\n{\n}\n}\nFrames: 0\nFrame Time: "
+         "0.04\n",
+         "node0 a b\n node1 OFFSET 0 0 0\n node2 c\n  node3 OFFSET 0 0 0\n node4 \n  node5 OFFSET 0 0 0\n"},
         {"HIERARCHY\nROOT \t a b:\xC3\xA9 \xE9  {\n}\nROOT\n{\n}\nROOT a b:\n\n{\n}\nFrames: 0\nFrame Time: 0.04\n",
          "node0 a b:\xC3\xA9 \xE9\n node1 OFFSET 0 0 0\nnode2 \n node3 OFFSET 0 0 0\nnode4 a b:\n node5 OFFSET 0 0 "
          "0\n"},
@@ -225,6 +228,9 @@ TEST(Capture, WhatIsRefused) {
         "HIERARCHY\n@",
         "HIERARCHY\n@MOTION\nFrames: 1\nFrame Time: 0.04\n1\n",
         "HIERARCHY\nROOT a\n@JOINT b\n",
+        "HIERARCHY\nROOT\n@}\n{\n}\n",
+        "HIERARCHY\nROOT a" + std::string(70000, ' ') + "@b\n{\n}\n",
+        std::string("HIERARCHY\nROOT @a\0b\n{\n}\n", 25),
         "HIERARCHY\nROOT a\n{\nOFFSET 1 2@\n}\n",
         "HIERARCHY\nROOT a\n{\nOFFSET 1 2 @0,5\n}\n",
         "HIERARCHY\nROOT a\n{\nOFFSET 1 @nan 3\n}\n",
@@ -387,8 +393,11 @@ TEST(Capture, PiecesOfTheFile) {
     }
     const std::string motion = "Frames: 0\nFrame Time: 0.04\n";
     for (const std::size_t blanks : {70000U, 262136U, 300000U}) {
-        EXPECT_EQ(NodesOf("HIERARCHY\nROOT" + std::string(blanks, ' ') + "long name \n{\n}\n" + motion),
-                  "node0 long name\n node1 OFFSET 0 0 0\n");
+        const std::string space(blanks, ' ');
+        for (const std::string& spaced : {space + "long name \n", "\nlong name" + space + "\n", " long name" + space}) {
+            EXPECT_EQ(NodesOf("HIERARCHY\nROOT" + spaced + "{\n}\n" + motion),
+                      "node0 long name\n node1 OFFSET 0 0 0\n");
+        }
     }
     std::string joints;
     for (int k = 0; k < 5000; ++k) joints += "JOINT j { OFFSET 1 2 3 }";

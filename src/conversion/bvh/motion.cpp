@@ -38,7 +38,7 @@ std::uint64_t ReadFrameCount(CaptureInput& input) {
 }
 
 [[noreturn]] void RefuseFrameTime(const CaptureInput& input) {
-    throw ZT_PluginException(ZT_FRAME_TIME, input.Offset(), input.Line());
+    throw ZT_PluginException(ZT_FRAME_TIME, input.Here().offset, input.Here().line);
 }
 
 // Files give the frame time as a rounded decimal: 0.0166667 is 60 frames a second, though a little less by arithmetic.
