@@ -25,6 +25,7 @@ bool FrameReader::Next() {
         if (IsNumberNext()) input_.Refuse();
         return false;
     }
+    if (frames_ + 1 < declared_ && input_.Rest().empty()) return false;  // the last number may have been cut
     if (!input_.SkipBlanks()) {
         if (frames_ < declared_ || IsNumberNext()) input_.Refuse();
         return false;

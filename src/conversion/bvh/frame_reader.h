@@ -13,7 +13,8 @@ namespace zentor {
 // Reads the frames, one after the other. Lines count: a frame may go over several of them, but ends with a line.
 class FrameReader {
 public:
-    // `declared`: from then on what is no frame ends the data.
+    // `declared`: from so many frames on what is no frame ends the data. Before, a frame that ends with the last byte
+    // of the text does not count: a recorder that stopped may have left half a number there.
     FrameReader(CaptureInput& input, std::size_t columns, std::uint64_t declared);
 
     // The next frame, one number for each column, borrowed until the next call. False after the last complete one.
