@@ -1,5 +1,6 @@
 #include "model/root.h"
 
+#include "format/frame_rate.h"
 #include "model/client_boundary.h"
 
 namespace ZT_PLUGIN {
@@ -77,9 +78,9 @@ void VkjsonRootImpl::SetTimecodeInfo(std::uint8_t dropFrame, std::uint32_t frame
     RunForClient(error, [&] {
         CheckTimeModeOpen();
         const zentor::FrameRate rate{frameRateValue, frameRateScale, dropFrame != 0};
-        const bool possible = frameRateValue != 0 && frameRateScale != 0 &&
-                              zentor::NominalRate(rate) <= zentor::kHighestNominalRate &&
-                              (dropFrame == 0 || zentor::AllowsDropFrame(frameRateValue, frameRateScale));
+        const bool possible =
+            frameRateValue != 0 && frameRateScale != 0 && zentor::NominalRate(rate) <= zentor::kHighestNominalRate &&
+            (dropFrame == 0 || zentor::AllowsDropFrame(double{1.0} * frameRateValue / frameRateScale));
         if (!possible) throw ZT_PluginException(ZT_TIME_MODE_INVALID);
         timeInfo_ = TimecodeInfo{frameRateValue, frameRateScale, dropFrame != 0};
         form_ = zentor::TimeForm(rate);

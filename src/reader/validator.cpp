@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "errors/raise.h"
+#include "format/frame_rate.h"
 #include "reader/schema_words.h"
 #include "reader/value_reader.h"
 #include "util/group_limit.h"
@@ -22,13 +23,6 @@ bool IsLetter(char c) {
 bool IsMatchName(std::string_view name) {
     if (!name.empty() && IsDigit(name.front())) return false;
     return std::all_of(name.begin(), name.end(), [](char c) { return IsLetter(c) || IsDigit(c); });
-}
-
-// Drop-frame time codes exist for two rates, which documents give as fractions or rounded to two decimals.
-bool AllowsDropFrame(double framesPerSecond) {
-    constexpr double kRounding = 0.0001;
-    return std::abs(framesPerSecond - 30000.0 / 1001) < kRounding ||
-           std::abs(framesPerSecond - 60000.0 / 1001) < kRounding;
 }
 
 void RequirePositive(ValueChecks& checks, const JsonValue& object, std::string_view key) {

@@ -92,11 +92,6 @@ std::uint32_t Multiply(TimeValue time, std::uint32_t numerator, std::uint32_t de
     return 0;
 }
 
-bool AllowsDropFrame(std::uint32_t numerator, std::uint32_t denominator) {
-    const std::uint64_t thousandths = std::uint64_t{numerator} * 1001;
-    return thousandths == std::uint64_t{denominator} * 30000 || thousandths == std::uint64_t{denominator} * 60000;
-}
-
 FrameRate FrameRateNear(double framesPerSecond, bool dropFrame) {
     constexpr double kRounding = 0.00001;  // of the rate: 119.88 is as near to its fraction as 29.97 is
     constexpr double kParts = 1e6;

@@ -31,9 +31,6 @@ std::uint32_t Multiply(TimeValue time, std::uint32_t numerator, std::uint32_t de
 // The frame rate nearest to a number above 0: 30000/1001 for 29.97, and so on for its relatives.
 FrameRate FrameRateNear(double framesPerSecond, bool dropFrame);
 
-// Drop frame is counting for 29.97 and 59.94 frames a second, in any spelling of these fractions.
-bool AllowsDropFrame(std::uint32_t numerator, std::uint32_t denominator);
-
 // Frames that a time code counts in a second: the whole number next to the rate, at least 1.
 std::uint32_t NominalRate(const FrameRate& rate);
 

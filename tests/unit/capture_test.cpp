@@ -5,10 +5,11 @@
 #include <sys/resource.h>
 #endif
 
-#include <sstream>
+#include <charconv>
 
 #include "conversion/bvh/bvh_converter.h"
 #include "conversion/bvh/capture_input.h"
+#include "conversion/bvh/frame_time.h"
 #include "failure.h"
 #include "reader/node_records.h"
 #include "reader/parser.h"
@@ -184,7 +185,19 @@ TEST(Capture, WhatIsTaken) {
         {"HIERARCHY\nROOT a\n{\nCHANNELS 2\nXposition\nZposition OFFSET\n1\n2\n3 }\nFrames:2\nFrameTime: 4e-2\n1 2\n3 "
          "4\n",
          TwoChannels(rows)},
+        {OneJoint(
+             kTwoChannels,
+             "Take 7: 9 frames\nKeyframes: none\nFrames: 2 Frames\nFPS: 25\nFrame Rate: 25 Frame Frame Time: 0.04\n1 "
+             "2\n3 4\n"),
+         TwoChannels(rows)},
+        {"HIERARCHY ROOT a{" + kTwoChannels + "}MOTION;NumFrames:2 (frame\ntime : .04\n1 2\n3 4\n", TwoChannels(rows)},
+        {OneJoint(kTwoChannels, "Frames" + std::string(70000, ' ') + ": 2 Frame" + std::string(70000, '\n') +
+                                    "Time: 0.04\n1 2\n3 4\n"),
+         TwoChannels(rows)},
         // Names.
+        {"HIERARCHY\nROOT\n\n \ta b \n{\nJOINT \n c{\n}\njoint\n{\n}\nEnd Site\nd\n{\n}\n}\nFrames: 0\nFrame Time: "
+         "0.04\n",
+         "node0 a b\n node1 OFFSET 0 0 0\n node2 c\n  node3 OFFSET 0 0 0\n node4 \n  node5 OFFSET 0 0 0\n"},
         {"HIERARCHY\nROOT \t a b:\xC3\xA9 \xE9  {\n}\nROOT\n{\n}\nROOT a b:\n\n{\n}\nFrames: 0\nFrame Time: 0.04\n",
          "node0 a b:\xC3\xA9 \xE9\n node1 OFFSET 0 0 0\nnode2 \n node3 OFFSET 0 0 0\nnode4 a b:\n node5 OFFSET 0 0 "
          "0\n"},
@@ -205,6 +218,9 @@ TEST(Capture, WhatIsTaken) {
         {WithRows("1 2\n3 4\n5 6\n"), TwoChannels(rows + " | 5 6")},
         {WithRows("1 2\n3 4\n", "99999999999999999999999"), TwoChannels(rows)},
         {WithRows("1 2\n3 4\n5"), TwoChannels(rows)},
+        {WithRows("1 2\n3 4\n5 6"), TwoChannels(rows + " | 5 6")},
+        {WithRows("1 2\n3 4\n5 6", "4"), TwoChannels(rows)},
+        {WithRows("1 2\n3 4\n5 6 ", "4"), TwoChannels(rows + " | 5 6")},
         {WithRows("1 2\n3 4\n", "0"), TwoChannels(rows)},
         {WithRows("1\n2\n3 \n\n4\n"), TwoChannels(rows)},
         {WithRows("1 2\n3 4\nnotes 1 2\n5 6\n"), TwoChannels(rows)},
@@ -225,6 +241,9 @@ TEST(Capture, WhatIsRefused) {
         "HIERARCHY\n@",
         "HIERARCHY\n@MOTION\nFrames: 1\nFrame Time: 0.04\n1\n",
         "HIERARCHY\nROOT a\n@JOINT b\n",
+        "HIERARCHY\nROOT\n@}\n{\n}\n",
+        "HIERARCHY\nROOT a" + std::string(70000, ' ') + "@b\n{\n}\n",
+        std::string("HIERARCHY\nROOT @a\0b\n{\n}\n", 25),
         "HIERARCHY\nROOT a\n{\nOFFSET 1 2@\n}\n",
         "HIERARCHY\nROOT a\n{\nOFFSET 1 2 @0,5\n}\n",
         "HIERARCHY\nROOT a\n{\nOFFSET 1 @nan 3\n}\n",
@@ -241,12 +260,15 @@ TEST(Capture, WhatIsRefused) {
         hierarchy + "JOINT b\n{\n}\n@",
         hierarchy + "}\n@}\nFrames: 1\n",
         hierarchy + "}\nMOTION\n@1 2\n",
-        hierarchy + "}\nMOTION\nFrames@ 1\n",
+        hierarchy + "}\nMOTION\n@Frames 1\nFrame Time: 0.04\n",
+        hierarchy + "}\nMOTION\nnotes @{ Frames: 1\nFrame Time: 0.04\n",
+        hierarchy + "}\nMOTION\nFrames: 1 notes\n@}\nFrame Time: 0.04\n",
+        hierarchy + "}\nMOTION\n@" + std::string(70000, 'x') + " Frames: 1\nFrame Time: 0.04\n",
         hierarchy + "}\nMOTION\nFrames: @-1\nFrame Time: 0.04\n",
         hierarchy + "}\nMOTION\nFrames: @2.5\nFrame Time: 0.04\n",
         hierarchy + "}\nMOTION\nFrames:@",
         hierarchy + "}\nMOTION\nFrames: 1\n@1 2\n",
-        hierarchy + "}\nMOTION\nFrames: 1\nFrame @Rate: 25\n",
+        hierarchy + "}\nMOTION\nFrames: 1\n@Frame Rate: 25\n",
         hierarchy + "}\nMOTION\nFrames: 1\nFrame Time: 0.04 @1 2\n",
         hierarchy + motion + "1 @x\n",
         hierarchy + motion + "1 @2,5\n",
@@ -290,19 +312,15 @@ TEST(Capture, CutAnywhere) {
             continue;
         }
         ASSERT_EQ(converted.failure, "") << cut;
-        std::istringstream words(cut.substr(std::min(first, size)));
-        std::size_t numbers = 0;
-        for (std::string word; words >> word;) {
-            if (word.find_first_of("0123456789") != std::string::npos && !std::isalpha(word.back()) &&
-                word.back() != '-') {
-                ++numbers;
-            }
+        std::size_t numbers = 0;  // of which the end can be seen
+        for (std::size_t k = first + 1; k < size; ++k) {
+            if (IsBlank(cut[k]) && !IsBlank(cut[k - 1])) ++numbers;
         }
         const std::string nodes = Listing(converted.text).Nodes();
         EXPECT_EQ(std::count(nodes.begin(), nodes.end(), '|'), static_cast<std::ptrdiff_t>(numbers / 2)) << cut;
         frames = numbers / 2;
     }
-    EXPECT_EQ(frames, 4U);
+    EXPECT_EQ(frames, 3U);
 }
 
 TEST(Capture, FrameTimes) {
@@ -324,7 +342,60 @@ TEST(Capture, FrameTimes) {
         {"0.0011", "909/1"},
         {"1", "1/1"},
         {"0.0010001", "999/1"},
+        // With few decimals: what the nearest rate gives when it is rounded so is that rate.
+        {"0.008333", "120/1"},
+        {"0.00833", "120/1"},
+        {"0.0083", "120/1"},
+        {"0.00416667", "240/1"},
+        {"0.004167", "240/1"},
+        {"0.00417", "240/1"},
+        {"0.033333", "30/1"},
+        {"0.0333", "30/1"},
+        {"0.033", "30/1"},
+        {"0.041667", "24/1"},
+        {"0.04167", "24/1"},
+        {"0.0417", "24/1"},
+        {"0.042", "24/1"},
+        {"0.016667", "60/1"},
+        {"0.0167", "60/1"},
+        {"0.0111111", "90/1"},
+        {"0.00694444", "144/1"},
+        {"0.0625", "16/1"},
+        {"0.063", "16/1"},
+        {"0.062", "16/1"},
+        {"0.5", "2/1"},
+        {"1.0", "1/1"},
+        {"1.", "1/1"},
+        {"0.03337", "30000/1001"},
+        {"0.0334", "30000/1001"},
+        {"0.016683", "60000/1001"},
+        {"0.01668", "60000/1001"},
+        // Several rates are rounded so: of the whole ones the nearest.
+        {"0.0069", "145/1"},
+        {"0.0042", "238/1"},
+        {"0.017", "59/1"},
+        {"0.03", "33/1"},
+        // Cut instead of rounded, of single precision, or between two rates.
+        {"0.00416", "240/1"},
+        {"0.0166", "60/1"},
+        {"0.03336", "30000/1001"},
+        {"0.03333333507180214", "30/1"},
+        {"0.0333667000", "30000/1001"},
+        {"0.033333333333333333333333", "30/1"},
+        {"0.0426", "23/1"},
+        {"0.041708", "23/1"},
+        {"0.7", "1/1"},
+        // Exponents move the point.
         {"4e-2", "25/1"},
+        {"4.167E-03", "240/1"},
+        {"4167e-6", "240/1"},
+        {"0.04167e+0", "24/1"},
+        {"0.0004167e2", "24/1"},
+        {"0.1e1", "1/1"},
+        {"10e-1", "1/1"},
+        {"2", "1508"},
+        {"1e1", "1508"},
+        {"1e-3", "1508"},
         {"0.001", "1508"},
         {"0.0005", "1508"},
         {"0", "1508"},
@@ -346,6 +417,27 @@ TEST(Capture, FrameTimes) {
         EXPECT_EQ(converted.failure.empty() ? Listing(converted.text).Rate() : converted.failure.substr(0, 4), rate)
             << time;
     }
+}
+
+// Whatever decimals a frame time is printed with, its rate comes back where no other one is printed so.
+TEST(Capture, RatesComeBackFromPrintedFrameTimes) {
+    const auto print = [](int rate, int decimals) {
+        char text[32];
+        return std::string(text,
+                           std::to_chars(text, std::end(text), 1.0 / rate, std::chars_format::fixed, decimals).ptr);
+    };
+    int told = 0;
+    for (int framesPerSecond = 2; framesPerSecond < 999; ++framesPerSecond) {
+        for (int decimals = 1; decimals <= 20; ++decimals) {
+            const std::string time = print(framesPerSecond, decimals);
+            if (time == print(framesPerSecond - 1, decimals) || time == print(framesPerSecond + 1, decimals)) continue;
+            FrameRate rate{};
+            ASSERT_TRUE(ParseFrameTime(time, rate)) << time;
+            EXPECT_TRUE(rate.numerator == static_cast<std::uint32_t>(framesPerSecond) && rate.denominator == 1) << time;
+            ++told;
+        }
+    }
+    EXPECT_GT(told, 10000);
 }
 
 TEST(Capture, GroupsAsDeepAsADocumentTakesThem) {
@@ -387,8 +479,11 @@ TEST(Capture, PiecesOfTheFile) {
     }
     const std::string motion = "Frames: 0\nFrame Time: 0.04\n";
     for (const std::size_t blanks : {70000U, 262136U, 300000U}) {
-        EXPECT_EQ(NodesOf("HIERARCHY\nROOT" + std::string(blanks, ' ') + "long name \n{\n}\n" + motion),
-                  "node0 long name\n node1 OFFSET 0 0 0\n");
+        const std::string space(blanks, ' ');
+        for (const std::string& spaced : {space + "long name \n", "\nlong name" + space + "\n", " long name" + space}) {
+            EXPECT_EQ(NodesOf("HIERARCHY\nROOT" + spaced + "{\n}\n" + motion),
+                      "node0 long name\n node1 OFFSET 0 0 0\n");
+        }
     }
     std::string joints;
     for (int k = 0; k < 5000; ++k) joints += "JOINT j { OFFSET 1 2 3 }";

@@ -355,15 +355,22 @@ TEST(Root, TimeModes) {
     const auto addFrame = [&] { return CodeOf([&](auto* error) { root->AddVideoSyncFrame("v", 1, error); }); };
     const auto addTime = [&] { return CodeOf([&](auto* error) { root->AddVideoSyncTime("v", "t", error); }); };
     EXPECT_EQ(inside->TimeStringLength(), 0u);
+    // With the length of time strings; 0: refused.
     const std::tuple<std::uint8_t, std::uint32_t, std::uint32_t, std::uint16_t> timecodes[] = {
-        {0, 25, 1, 11},    {1, 30000, 1001, 11}, {1, 60000, 1001, 11}, {1, 120000, 4004, 11}, {0, 2997, 100, 11},
-        {0, 99, 1, 11},    {0, 199, 2, 11},      {0, 100, 1, 12},      {0, 120, 1, 12},       {0, 1000, 1, 12},
-        {1, 2997, 100, 0}, {1, 30, 1, 0},        {1, 24000, 1001, 0},  {1, 120000, 1001, 0},  {0, 0, 1, 0},
-        {0, 25, 0, 0},     {0, 1001, 1, 0},      {0, 0xFFFFFFFF, 1, 0}};  // with the length of time strings; 0: refused
+        {0, 25, 1, 11}, {1, 30000, 1001, 11}, {1, 60000, 1001, 11}, {1, 120000, 4004, 11}, {0, 2997, 100, 11},
+        {0, 99, 1, 11}, {0, 199, 2, 11},      {0, 100, 1, 12},      {0, 120, 1, 12},       {0, 1000, 1, 12},
+        {0, 0, 1, 0},   {0, 25, 0, 0},        {0, 1001, 1, 0},      {0, 0xFFFFFFFF, 1, 0}};
     for (const auto& [dropFrame, value, scale, length] : timecodes) {
         ASSERT_EQ(setUtc(9, 0), 0u);
         EXPECT_EQ(setTimecode(dropFrame, value, scale), length == 0 ? 2021u : 0u) << value << "/" << scale;
         EXPECT_EQ(inside->TimeStringLength(), length == 0 ? 35 : length) << value << "/" << scale;
+    }
+    const std::tuple<std::uint32_t, std::uint32_t, bool> dropFrames[] = {
+        {30000, 1001, true},   {60000, 1001, true},  {2997, 100, true},     {5994, 100, true},
+        {299700, 10000, true}, {2996, 100, false},   {5995, 100, false},    {30, 1, false},
+        {60, 1, false},        {24000, 1001, false}, {120000, 1001, false}, {30000, 0, false}};
+    for (const auto& [value, scale, isAllowed] : dropFrames) {
+        EXPECT_EQ(setTimecode(1, value, scale), isAllowed ? 0u : 2021u) << value << "/" << scale;
     }
     const std::tuple<std::uint32_t, std::uint8_t, std::uint16_t> utcs[] = {
         {0, 1, 20}, {0, 0, 25}, {3, 1, 24}, {3, 0, 29}, {9, 2, 30}, {10, 1, 0}, {0x10000, 1, 0}};

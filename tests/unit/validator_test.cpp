@@ -330,9 +330,9 @@ TEST(Validator, TimeInformation) {
                         {R"({"value":30000,"scale":1001})", R"(@{"value":1e300,"scale":1e-300})",
                          WrongValue("frameRate", positive, steps + "timecodeInfo")}});
         const std::tuple<const char*, const char*, bool> rates[] = {
-            {"60000", "1001", true}, {"29.97", "1", true},     {"59.94", "1", true},  {"2997", "100", true},
-            {"25", "1", false},      {"30", "1", false},       {"60", "1", false},    {"29.96", "1", false},
-            {"59.95", "1", false},   {"24000", "1001", false}, {"119.88", "1", false}};
+            {"60000", "1001", true}, {"29.97", "1", true},  {"59.94", "1", true},     {"2997", "100", true},
+            {"5994", "100", true},   {"25", "1", false},    {"30", "1", false},       {"60", "1", false},
+            {"29.96", "1", false},   {"59.95", "1", false}, {"24000", "1001", false}, {"119.88", "1", false}};
         for (const auto& [value, scale, hasDropFrame] : rates) {
             const std::string fraction = R"({"value":)" + std::string(value) + R"(,"scale":)" + scale + "}";
             const std::string changed =

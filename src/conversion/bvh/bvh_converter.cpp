@@ -3,8 +3,9 @@
 #include <span>
 
 #include "conversion/bvh/capture_tree.h"
+#include "conversion/bvh/frame_reader.h"
 #include "conversion/bvh/hierarchy.h"
-#include "conversion/bvh/motion.h"
+#include "conversion/bvh/motion_header.h"
 #include "model/client_boundary.h"
 
 namespace zentor {

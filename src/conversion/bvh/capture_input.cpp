@@ -83,17 +83,20 @@ std::string_view CaptureInput::PeekWord() {
     return rest.substr(0, length);
 }
 
-std::string_view CaptureInput::PeekName() {
-    constexpr auto kEndsBlanks = [](char c) { return !IsBlank(c) || IsLineEnd(c); };
-    while (const std::size_t blanks = LengthUpTo(Rest(), kEndsBlanks)) Advance(blanks);
-    const std::string_view rest = Rest();
-    std::size_t length = LengthUpTo(rest, [](char c) { return IsLineEnd(c) || c == '{' || c == '\0'; });
-    if (length >= kLookAhead || (length != rest.size() && rest[length] == '\0')) Refuse();
-    while (length != 0 && IsBlank(rest[length - 1])) --length;
-    return rest.substr(0, length);
+std::string CaptureInput::TakeName() {
+    constexpr auto kEndsName = [](char c) { return IsLineEnd(c) || c == '{'; };
+    SkipBlanks();
+    std::string_view text = Rest().substr(0, kLookAhead);
+    if (text.starts_with('}')) return {};
+    text = text.substr(0, LengthUpTo(text, kEndsName));
+    while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
+    if (text.size() == kLookAhead || text.find('\0') != std::string_view::npos) Refuse();
+    std::string name(text);
+    Advance(name.size());
+    return name;
 }
 
-void CaptureInput::Refuse() const { Raise({kConversionFailure, Offset(), Line()}); }
+void CaptureInput::Refuse(const Place& place) { Raise({kConversionFailure, place.offset, place.line}); }
 
 bool IsWord(std::string_view word, std::string_view lower) {
     return std::equal(word.begin(), word.end(), lower.begin(), lower.end(), [](char a, char b) {

@@ -45,14 +45,20 @@ public:
     }
     // The next word, up to white space or a brace; a brace is a word by itself. Empty at the end of the text.
     std::string_view PeekWord();
-    // The rest of the line, up to a brace that opens a body, without the blanks around it.
-    std::string_view PeekName();
+    // Takes the rest of the line, or of the next one that is not blank, up to a brace that opens a body: what is there
+    // without the blanks around it. Empty where a brace comes first. What stands behind more blanks than can be looked
+    // at is no part of it.
+    std::string TakeName();
 
-    // For failures: the position in the file, and the line from 1 on.
-    std::int64_t Offset() const { return offset_ + (next_ - bytes_.get()); }
-    std::int64_t Line() const { return line_; }
-    // Code 1506 with these two as details.
-    [[noreturn]] void Refuse() const;
+    // A position in the file, and its line from 1 on.
+    struct Place {
+        std::int64_t offset;
+        std::int64_t line;
+    };
+    Place Here() const { return {offset_ + (next_ - bytes_.get()), line_}; }
+    // Code 1506 with a place as details.
+    [[noreturn]] void Refuse() const { Refuse(Here()); }
+    [[noreturn]] static void Refuse(const Place& place);
 
 private:
     bool SkipAllBlanks();

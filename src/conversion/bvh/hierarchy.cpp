@@ -29,17 +29,11 @@ private:
         return true;
     }
 
-    std::string TakeName() {
-        const std::string name(input_.PeekName());
-        input_.Advance(name.size());
-        return name;
-    }
-
     // Recursion ends at the limit of groups.
     std::shared_ptr<SkeletonNode> ReadJoint() {
         if (++depth_ > kGroupLimit) input_.Refuse();
         auto joint = std::make_shared<SkeletonNode>();
-        joint->name = TakeName();
+        joint->name = input_.TakeName();
         if (!TakeKeyword("{")) input_.Refuse();
         while (!TakeKeyword("}")) {
             if (TakeKeyword("offset")) {
@@ -62,7 +56,7 @@ private:
     // It marks where the last bone ends; documents do not have it.
     void ReadEndSite() {
         SkeletonNode ignored;
-        TakeName();
+        input_.TakeName();
         if (!TakeKeyword("{")) input_.Refuse();
         while (!TakeKeyword("}")) {
             if (TakeKeyword("offset")) {

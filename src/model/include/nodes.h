@@ -262,8 +262,8 @@ struct IVkjsonRoot_v1 {
     // slot 5: the display name of the root group; it is not written.
     virtual void SetDisplayName(const char* displayName, ZT_ErrorRecord* error) noexcept = 0;
     // slots 6 and 7: the time mode of all samples; the later call counts. Codes 2020 (the header is written already, or
-    // there is a sample), 2021 (value or scale 0, a rate above 1000, drop frame at a rate other than 30000/1001 and
-    // 60000/1001; precision above 9).
+    // there is a sample), 2021 (value or scale 0, a rate above 1000, drop frame at a rate other than 29.97 and 59.94,
+    // which 30000/1001 and 60000/1001 are and 2997/100 and 5994/100 are taken for; precision above 9).
     virtual void SetTimecodeInfo(uint8_t dropFrame, uint32_t frameRateValue, uint32_t frameRateScale,
                                  ZT_ErrorRecord* error) noexcept = 0;
     virtual void SetUtcInfo(uint32_t precisionLength, uint8_t isGmt, ZT_ErrorRecord* error) noexcept = 0;

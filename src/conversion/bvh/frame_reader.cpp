@@ -1,86 +1,12 @@
-#include "conversion/bvh/motion.h"
+#include "conversion/bvh/frame_reader.h"
 
 #include <algorithm>
-#include <charconv>
-#include <limits>
 
-#include "errors/exception.h"
 #include "util/short_copy.h"
-#include "zentor/error_codes.h"
 
 namespace zentor {
 
-namespace {
-
 using ZT_PLUGIN::NumberSample;
-using ZT_PLUGIN::ZT_PluginException;
-
-// Takes the words of a label, which may stand together or apart, with a colon after the last.
-void TakeLabel(CaptureInput& input, std::initializer_list<std::string_view> words) {
-    for (const std::string_view lower : words) {
-        const std::string_view word = input.PeekWord();
-        if (word.size() < lower.size() || !IsWord(word.substr(0, lower.size()), lower)) input.Refuse();
-        input.Advance(lower.size());
-    }
-    if (!input.PeekWord().starts_with(':')) input.Refuse();
-    input.Advance(1);
-}
-
-std::uint64_t ReadFrameCount(CaptureInput& input) {
-    std::string_view word = input.PeekWord();
-    std::string_view digits = word;
-    if (digits.starts_with('+')) digits.remove_prefix(1);
-    if (digits.empty() || !std::all_of(digits.begin(), digits.end(), IsDigit)) input.Refuse();
-    std::uint64_t count = 0;
-    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), count);
-    input.Advance(word.size());
-    return error == std::errc() ? count : std::numeric_limits<std::uint64_t>::max();
-}
-
-[[noreturn]] void RefuseFrameTime(const CaptureInput& input) {
-    throw ZT_PluginException(ZT_FRAME_TIME, input.Offset(), input.Line());
-}
-
-// Files give the frame time as a rounded decimal: 0.0166667 is 60 frames a second, though a little less by arithmetic.
-FrameRate RateOf(double frameTime) {
-    constexpr double kRounding = 1 + 5e-5;
-    const auto hundredths = static_cast<std::uint32_t>(100 / frameTime * kRounding);
-    switch (hundredths) {
-        case 2997:
-            return {30000, 1001, false};
-        case 5994:
-            return {60000, 1001, false};
-        default:
-            return {hundredths / 100, 1, false};
-    }
-}
-
-FrameRate ReadFrameRate(CaptureInput& input) {
-    constexpr double kShortest = 0.001;
-    if (input.SkipBlanks()) RefuseFrameTime(input);  // a number of the next line is one of a frame
-    const std::string_view word = input.PeekWord();
-    const char* const end = word.data() + word.size();
-    double frameTime = 0;
-    if (word.empty() || ParseNumber(word.data(), end, frameTime) != end || !(frameTime > kShortest)) {
-        RefuseFrameTime(input);
-    }
-    const FrameRate rate = RateOf(frameTime);
-    if (rate.numerator == 0) RefuseFrameTime(input);
-    input.Advance(word.size());
-    if (!input.SkipBlanks()) input.Refuse();
-    return rate;
-}
-
-}  // namespace
-
-MotionHeader ReadMotionHeader(CaptureInput& input) {
-    const std::string_view word = input.PeekWord();
-    if (IsWord(word, "motion")) input.Advance(word.size());
-    TakeLabel(input, {"frames"});
-    const std::uint64_t frames = ReadFrameCount(input);
-    TakeLabel(input, {"frame", "time"});
-    return {frames, ReadFrameRate(input)};
-}
 
 FrameReader::FrameReader(CaptureInput& input, std::size_t columns, std::uint64_t declared)
     : input_(input), declared_(declared), numbers_(columns) {
@@ -99,6 +25,7 @@ bool FrameReader::Next() {
         if (IsNumberNext()) input_.Refuse();
         return false;
     }
+    if (frames_ + 1 < declared_ && input_.Rest().empty()) return false;  // the last number may have been cut
     if (!input_.SkipBlanks()) {
         if (frames_ < declared_ || IsNumberNext()) input_.Refuse();
         return false;

@@ -1,31 +1,20 @@
-// The second part of a capture: how many frames there are, how long each lasts, and their numbers.
+// The frames of a capture.
 #pragma once
 
 #include <cstdint>
-#include <string_view>
 #include <vector>
 
 #include "conversion/bvh/capture_input.h"
 #include "model/dynamic_numbers.h"
 #include "util/number_text.h"
-#include "util/time_code.h"
 
 namespace zentor {
-
-struct MotionHeader {
-    std::uint64_t frames;  // as declared; too large a number counts as the largest
-    FrameRate rate;
-};
-
-// Reads up to the end of the frame time's line, or to the first frame. Codes 1506, and 1508, as a plug-in exception,
-// for a frame time that is no number, is not greater than 0.001 seconds, or is so long that there is no whole frame a
-// second.
-MotionHeader ReadMotionHeader(CaptureInput& input);
 
 // Reads the frames, one after the other. Lines count: a frame may go over several of them, but ends with a line.
 class FrameReader {
 public:
-    // `declared`: from then on what is no frame ends the data.
+    // `declared`: from so many frames on what is no frame ends the data. Before, a frame that ends with the last byte
+    // of the text does not count: a recorder that stopped may have left half a number there.
     FrameReader(CaptureInput& input, std::size_t columns, std::uint64_t declared);
 
     // The next frame, one number for each column, borrowed until the next call. False after the last complete one.
