@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <random>
+#include <string_view>
 
 #include "errors/exception.h"
 #include "errors/raise.h"
@@ -21,6 +22,12 @@ std::string UniqueName() {
     return "ZTT" + std::string(static_cast<const char*>(digits), end) + ".vkjson";
 }
 
+std::string PathIn(const std::string& folder, const std::string& name) {
+    const std::string_view separators = os::kPathSeparators;
+    const bool isSeparated = !folder.empty() && separators.find(folder.back()) != std::string_view::npos;
+    return isSeparated ? folder + name : folder + separators.back() + name;
+}
+
 }  // namespace
 
 DocumentRecord::~DocumentRecord() {
@@ -30,7 +37,7 @@ DocumentRecord::~DocumentRecord() {
 std::shared_ptr<DocumentRecord> CreateTemporaryDocument(const std::string& folder, bool ownerOnly) {
     auto record = std::make_shared<DocumentRecord>();
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
-        const std::string path = folder + "/" + UniqueName();
+        const std::string path = PathIn(folder, UniqueName());
         try {
             if (!File_IO::Create(path, {.exclusive = true, .ownerOnly = ownerOnly})) continue;
         } catch (const ns_sensor::ZT_Exception&) {
