@@ -1,5 +1,7 @@
 #include "library.h"
 
+#include <new>
+
 #include "document.h"
 
 namespace zentor_cli {
@@ -49,7 +51,13 @@ Library::Library(const std::string& locale) {
 Library::~Library() { DestroyZentor_1(&manager_, this); }
 
 void Library::TakeReport(void* library, std::uint32_t code, const char* message, std::int64_t extra1, std::int64_t) {
-    static_cast<Library*>(library)->report_ = {code, message, extra1};
+    Report& report = static_cast<Library*>(library)->report_;
+    report = {code, {}, extra1};
+    try {
+        report.message = message;
+    } catch (const std::bad_alloc&) {
+        // The code has to do; nothing may be thrown through the library.
+    }
 }
 
 void Library::TakeMessage(void* library, const char* text, std::uint64_t length) {
@@ -68,7 +76,9 @@ void Library::Fail(std::uint32_t code, const char* key) {
 
 Converters Library::ListConverters() {
     Converters converters;
+    report_ = {};
     GetSupportedFormats_1(&converters, this, &suite_);
+    if (report_.code != 0) throw LibraryFailure(report_);
     return converters;
 }
 

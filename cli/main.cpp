@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <functional>
+#include <new>
 
 #include "commands/commands.h"
 #include "standard_output.h"
@@ -131,6 +132,8 @@ int Run(std::vector<std::string> arguments) {
         const bool isGood = chosen(library);
         FlushOutput();
         return isGood ? 0 : kFailed;
+    } catch (const std::bad_alloc&) {
+        throw;  // there may be no memory for any other message either
     } catch (const WrongUsage& error) {
         zentor::os::WriteError("zentor: " + Printable(error.what()) + "\n");
         return kWrongUsage;
@@ -146,5 +149,12 @@ int Run(std::vector<std::string> arguments) {
 
 int main(int argc, char** argv) {
     zentor::os::IgnoreBrokenPipes();
-    return zentor_cli::Run(zentor::os::Arguments(argc, argv));
+    try {
+        return zentor_cli::Run(zentor::os::Arguments(argc, argv));
+    } catch (const std::bad_alloc&) {
+        std::fputs("zentor: out of memory\n", stderr);
+    } catch (const std::exception& failure) {
+        std::fprintf(stderr, "zentor: %s\n", failure.what());
+    }
+    return zentor_cli::kFailed;
 }

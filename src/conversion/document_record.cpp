@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <random>
+#include <string_view>
 
 #include "errors/exception.h"
 #include "errors/raise.h"
@@ -21,6 +22,12 @@ std::string UniqueName() {
     return "ZTT" + std::string(static_cast<const char*>(digits), end) + ".vkjson";
 }
 
+std::string PathIn(const std::string& folder, const std::string& name) {
+    const std::string_view separators = os::kPathSeparators;
+    const bool isSeparated = !folder.empty() && separators.find(folder.back()) != std::string_view::npos;
+    return isSeparated ? folder + name : folder + separators.back() + name;
+}
+
 }  // namespace
 
 DocumentRecord::~DocumentRecord() {
@@ -31,7 +38,7 @@ std::shared_ptr<DocumentRecord> CreateTemporaryDocument(const std::string& folde
     auto record = std::make_shared<DocumentRecord>();
     record->isKnownVersion2 = true;
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
-        record->documentPath = folder + "/" + UniqueName();
+        record->documentPath = PathIn(folder, UniqueName());
         try {
             record->isTemporary = File_IO::Create(record->documentPath, {.exclusive = true, .ownerOnly = true});
         } catch (const ns_sensor::ZT_Exception&) {

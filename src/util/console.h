@@ -7,7 +7,7 @@
 
 namespace zentor::os {
 
-// The program's arguments without its name, as UTF-8.
+// The program's arguments without its name, as UTF-8. Throws std::bad_alloc.
 std::vector<std::string> Arguments(int argc, char** argv);
 
 // Whether standard error is a terminal.

@@ -1,7 +1,8 @@
 // File_IO: the library's only road to the file system, apart from mappings. Every failure is a ZT_Exception whose first
 // parameter is the name of the operation, in double quotes; codes stand with the operations. Nothing is retried.
 //
-// Paths are UTF-8; every operation that takes one can fail with 12 when it is no valid text for the system.
+// Paths are UTF-8; every operation that takes one can fail with 12 when it is no valid text for the system, or
+// longer than any path there.
 #pragma once
 
 #include <cstdint>

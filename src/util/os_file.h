@@ -1,7 +1,8 @@
 // The platform's file operations, without messages or exceptions: one implementation each in win32/ and posix/.
 //
-// Paths are UTF-8. A relative path counts from the current folder; on Windows paths may have either slash and any
-// length, and are looked up in their wide, prefixed form.
+// Paths are UTF-8. A relative path counts from the current folder; on Windows paths may have either slash and up to
+// 32,762 UTF-16 units, and are looked up in their wide, prefixed form: no name is a device's, and dots and blanks at
+// the end of one belong to it.
 #pragma once
 
 #include <cstddef>
@@ -18,7 +19,7 @@ struct Folder;  // an open folder listing
 
 enum class Status {
     kOk,
-    kBadPath,   // the path is not valid text for the system
+    kBadPath,   // the path is not valid text for the system, or longer than any that it takes
     kNotFound,  // no such file or folder
     kExists,    // something is there already
     kDenied,    // access denied, or the file is in use
@@ -27,7 +28,7 @@ enum class Status {
     kFailed,        // anything else
 };
 
-// The characters that separate the parts of a path.
+// The characters that separate the parts of a path; the last one is the system's own.
 extern const char* const kPathSeparators;
 
 enum class PathKind { kNone, kFile, kFolder, kOther };

@@ -280,6 +280,10 @@ TEST(Open, OutputPaths) {
     EXPECT_EQ(open(table, folder.Path()), 4U);
     EXPECT_EQ(open(text, folder.Path()), 4U);
     EXPECT_EQ(open(table, std::string(65535, 'a')), 3U);
+    for (const std::size_t length : {32800u, 65534u}) {  // longer than the system takes, whatever 16 bits can count
+        EXPECT_NE(open(table, std::string(length, 'a')), 0U);
+        EXPECT_NE(open(text, folder / std::string(length, 'a')), 0U);
+    }
     EXPECT_EQ(ReadWhole(table), kTable);
     std::set<std::string> names;
     for (const auto& entry : std::filesystem::directory_iterator(PathOf(folder.Path()))) {

@@ -116,6 +116,7 @@ TEST_F(StreamTest, SavingFailsCleanly) {
 TEST_F(StreamTest, TemporaryDocumentGoesWithTheStream) {
     const std::string path = stream_->DocumentPath();
     EXPECT_TRUE(path.ends_with(".vkjson"));
+    EXPECT_EQ(path, Utf8Of(PathOf(path).make_preferred())) << "with the system's own separators";
     EXPECT_TRUE(std::filesystem::exists(PathOf(path)));
     EXPECT_EQ(folder_.FileCount(), 1U);  // not beside the input
     manager_->ReleaseStream(&stream_);

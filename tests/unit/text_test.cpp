@@ -12,7 +12,6 @@
 #include <tuple>
 
 #include "failure.h"
-#include "util/long_path.h"
 #include "util/number_text.h"
 #include "util/text_encoding.h"
 #include "util/utf_codec.h"
@@ -264,18 +263,6 @@ TEST(NumberText, Parsing) {
                              "2e-324"}) {
         EXPECT_EQ(ParsedLength(text, value), std::string::npos) << text;
     }
-}
-
-TEST(LongPath, Prefixes) {
-    const std::pair<const char*, const char*> cases[] = {{"C:/data/in.csv", R"(\\?\C:\data\in.csv)"},
-                                                         {R"(C:\data)", R"(\\?\C:\data)"},
-                                                         {R"(\\server\share\x)", R"(\\?\UNC\server\share\x)"},
-                                                         {"//server/share", R"(\\?\UNC\server\share)"},
-                                                         {R"(\\?\C:\x)", R"(\\?\C:\x)"},
-                                                         {R"(\\?\UNC\server\x)", R"(\\?\UNC\server\x)"},
-                                                         {"//?/C:/x", R"(\\?\C:\x)"},
-                                                         {R"(\\.\NUL)", R"(\\.\NUL)"}};
-    for (const auto& [path, form] : cases) EXPECT_EQ(LongPathForm(path), form);
 }
 
 }  // namespace zentor_test

@@ -8,6 +8,8 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <memory>
+#include <new>
 
 #include "util/utf_codec.h"
 #include "util/win32/wide_path.h"
@@ -70,13 +72,14 @@ private:
 std::vector<std::string> Arguments(int, char**) {
     std::vector<std::string> arguments;
     int count = 0;
-    wchar_t** const wide = CommandLineToArgvW(GetCommandLineW(), &count);
-    for (int k = 1; wide != nullptr && k < count; ++k) {
+    const std::unique_ptr<wchar_t*, decltype(&LocalFree)> wide(CommandLineToArgvW(GetCommandLineW(), &count),
+                                                               &LocalFree);
+    if (!wide) throw std::bad_alloc();
+    for (int k = 1; k < count; ++k) {
         std::string text;
-        ToUtf8(wide[k], text);
+        ToUtf8(wide.get()[k], text);
         arguments.push_back(std::move(text));
     }
-    LocalFree(wide);
     return arguments;
 }
 

@@ -71,7 +71,6 @@ Status Move(const std::string& from, const std::string& to, DWORD flags) {
     return Check(MoveFileExW(wideFrom.c_str(), wideTo.c_str(), flags) != 0);
 }
 
-constexpr DWORD kLongestPath = 32767;
 constexpr DWORD kFileAttributes = FILE_ATTRIBUTE_NORMAL | FILE_FLAG_RANDOM_ACCESS;
 
 }  // namespace
@@ -79,7 +78,10 @@ constexpr DWORD kFileAttributes = FILE_ATTRIBUTE_NORMAL | FILE_FLAG_RANDOM_ACCES
 Status GetPathKind(const std::string& path, PathKind& kind) {
     kind = PathKind::kNone;
     std::wstring wide;
-    if (!WidePath(path, wide)) return Status::kBadPath;
+    if (!WidePath(path, wide)) {
+        const bool isTooLong = !path.empty() && ToWide(path, wide);  // for anything to be there
+        return isTooLong ? Status::kOk : Status::kBadPath;
+    }
     const DWORD attributes = GetFileAttributesW(wide.c_str());
     if (attributes != INVALID_FILE_ATTRIBUTES) kind = KindOf(attributes);
     return Status::kOk;
@@ -100,9 +102,12 @@ Status ResolveLinks(const std::string& path, std::string& resolved) {
                                     OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (file == INVALID_HANDLE_VALUE) return Status::kOk;
     std::wstring target(kLongestPath, L'\0');
-    target.resize(GetFinalPathNameByHandleW(file, target.data(), kLongestPath, FILE_NAME_NORMALIZED));
+    const std::size_t length =
+        GetFinalPathNameByHandleW(file, target.data(), static_cast<DWORD>(target.size()), FILE_NAME_NORMALIZED);
     CloseHandle(file);
-    return target.empty() || ToUtf8(target, resolved) ? Status::kOk : Status::kBadPath;
+    if (length == 0 || length >= target.size()) return Status::kOk;
+    target.resize(length);
+    return ToUtf8(target, resolved) ? Status::kOk : Status::kBadPath;
 }
 
 // A file's permissions are those of its folder unless somebody has set others.
@@ -239,6 +244,7 @@ Status OpenFolder(const std::string& path, Folder*& folder) {
     if (!WidePath(path, wide)) return Status::kBadPath;
     if (!wide.ends_with(L'\\')) wide += L'\\';
     wide += L'*';
+    if (wide.size() >= kLongestPath) return Status::kBadPath;
     auto opened = std::make_unique<Folder>();
     opened->pending = true;
     opened->search = FindFirstFileW(wide.c_str(), &opened->current);

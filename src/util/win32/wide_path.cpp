@@ -2,8 +2,6 @@
 
 #include <windows.h>
 
-#include <algorithm>
-
 #include "util/long_path.h"
 
 namespace zentor::os {
@@ -30,24 +28,35 @@ bool ToUtf8(std::wstring_view wide, std::string& text) {
                                nullptr) == needed;
 }
 
+namespace {
+
+// A path without a name in it, which is all that the system is asked for: names might be those of devices.
+std::string CurrentFolder(const std::string& drive) {
+    std::wstring asked;
+    std::wstring folder;
+    std::string narrow;
+    if (!ToWide(drive + ".", asked)) return {};
+    const DWORD needed = GetFullPathNameW(asked.c_str(), 0, nullptr, nullptr);
+    folder.resize(needed);
+    const DWORD length = GetFullPathNameW(asked.c_str(), needed, folder.data(), nullptr);
+    if (length >= needed) return {};  // none is 0 for both
+    folder.resize(length);
+    return ToUtf8(folder, narrow) ? narrow : std::string();
+}
+
+bool ToWidePath(const std::string& path, std::wstring& wide) {
+    return !path.empty() && ToWide(path, wide) && wide.size() < kLongestPath;
+}
+
+}  // namespace
+
 bool FullPath(const std::string& path, std::wstring& full) {
-    std::wstring wide;
-    if (path.empty() || !ToWide(path, wide)) return false;
-    std::replace(wide.begin(), wide.end(), L'/', L'\\');
-    full = wide;
-    if (wide.starts_with(L"\\\\?\\")) return true;
-    const DWORD needed = GetFullPathNameW(wide.c_str(), 0, nullptr, nullptr);
-    if (needed == 0) return false;
-    full.resize(needed);
-    const DWORD length = GetFullPathNameW(wide.c_str(), needed, full.data(), nullptr);
-    full.resize(std::min(length, needed));
-    return length != 0 && length < needed;
+    return ToWidePath(AbsoluteWindowsPath(path, &CurrentFolder), full);
 }
 
 bool WidePath(const std::string& path, std::wstring& wide) {
-    std::wstring full;
-    std::string narrow;
-    return FullPath(path, full) && ToUtf8(full, narrow) && ToWide(LongPathForm(std::move(narrow)), wide);
+    const std::string full = AbsoluteWindowsPath(path, &CurrentFolder);
+    return !full.empty() && ToWidePath(LongPathForm(full), wide);
 }
 
 }  // namespace zentor::os
