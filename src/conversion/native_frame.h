@@ -1,7 +1,8 @@
 // The native converter frame: how built-in converters make nodes.
 //
 // A failure of a model operation comes out as ZT_Exception with that code and the text of an internal converter
-// failure, and the new node is released. A null converter fails with code 1.
+// failure, and the new node is released. A null converter fails with code 1, one whose document is not being written
+// with 2011.
 #pragma once
 
 #include <span>
@@ -14,12 +15,17 @@
 
 namespace zentor {
 
+// The text of a failure of the model: one of the writer has its own.
+inline const ErrorEntry& EntryOf(std::uint32_t code) {
+    return code == kWriterFailureSyncTime.code ? kWriterFailureSyncTime : kConverterFailure;
+}
+
 // Runs `call`, which gets the error record of one model operation.
 template <class Call>
 void CallModel(Call&& call) {
     ZT_ErrorRecord error{0, 0, -1, -1};
     call(&error);
-    if (error.code != 0) Raise({error.code, kConverterFailure, error.extra1, error.extra2});
+    if (error.code != 0) Raise({error.code, EntryOf(error.code), error.extra1, error.extra2});
 }
 
 // How a converter describes a number: what it does not know stays unknown and is taken from the value.
