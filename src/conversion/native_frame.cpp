@@ -16,22 +16,29 @@ std::uint64_t StreamIdOf(std::string_view streamKey) {
     return id;
 }
 
-// Makes a node of one kind for the converter's document, with `value` as last argument of its constructor, if any.
+// Makes a node of one kind for the document of the stream with this key.
+template <class Node, class... Arguments>
+Owner<Node> CreateNode(std::string_view streamKey, const Arguments&... arguments) {
+    try {
+        return MakeOwner(new Node(StreamIdOf(streamKey), arguments...));
+    } catch (const ZT_PluginException& failure) {
+        if (failure.code() == ZT_STREAM_NOT_OPEN) Raise(kWriterFailureStream);
+        RaiseConverterFailure(failure.code(), failure.extra1(), failure.extra2());
+    }
+}
+
+// The same for the converter's document.
 template <class Node, class... Arguments>
 Owner<Node> CreateNode(const ZT_ConverterHandlerBase* converter, const Arguments&... arguments) {
     if (converter == nullptr) Raise(kInvalidPointer, Quoted("Native converter"));
-    try {
-        return MakeOwner(new Node(StreamIdOf(converter->Info().streamKey), arguments...));
-    } catch (const ZT_PluginException& failure) {
-        RaiseConverterFailure(failure.code(), failure.extra1(), failure.extra2());
-    }
+    return CreateNode<Node>(std::string_view(converter->Info().streamKey), arguments...);
 }
 
 }  // namespace
 
 Owner<VkjsonRootImpl> NativeCreateRoot(const ZT_ConverterHandlerBase* converter, std::string_view streamKey) {
     if (converter == nullptr) Raise(kInvalidPointer, Quoted("Native converter"));
-    return MakeOwner(new VkjsonRootImpl(StreamIdOf(streamKey)));
+    return CreateNode<VkjsonRootImpl>(streamKey);
 }
 
 Owner<VkjsonGroupImpl> NativeCreateGroup(const ZT_ConverterHandlerBase* converter, std::string_view matchName,

@@ -1,7 +1,8 @@
 // The native converter frame: how built-in converters make nodes.
 //
 // A failure of a model operation comes out as ZT_Exception with that code and the text of an internal converter
-// failure, and the new node is released. A null converter fails with code 1.
+// failure, and the new node is released. A null converter fails with code 1, one whose document is not being written
+// with 2011.
 #pragma once
 
 #include <span>

@@ -146,6 +146,8 @@ struct ErrorEntry {
     X(kConversionFailure, 1506, "ConversionFailure=File Cannot be converted.") \
     X(kPluginConverter, 1506, "ZTPlugin/Converter=Conversion to VKJSON using converter ^1 with id ^2 failed.") \
     X(kConverterFailure, 2009, "ConverterFailure=Internal converter failure") \
+    X(kWriterFailureStream, 2011, "WriterFailure=Writer failure.") \
+    X(kWriterFailureSyncTime, 2012, "WriterFailure=Writer failure.") \
     X(kWriterFailureDimensions, 2017, "WriterFailure=Writer failure.") \
     X(kWriterFailureRanges, 2018, "WriterFailure=Writer failure.")
 

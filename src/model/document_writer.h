@@ -12,7 +12,7 @@ class IVkjsonRoot_I;
 class IDocumentWriter {
 public:
     virtual ~IDocumentWriter() = default;
-    // Writes the beginning of the document unless that has happened.
+    // Writes the beginning of the document unless that has happened. Code 2012 when it cannot be as the root asks.
     virtual void WriteHeader(const IVkjsonRoot_I& root) = 0;
     virtual bool HasHeader() const = 0;
     // Whether the document is neither finished nor given up.

@@ -16,21 +16,19 @@ bool HasBalancedBrackets(std::string_view text) {
     return depth == 0;
 }
 
-VkjsonDynamicDataImpl::VkjsonDynamicDataImpl(std::uint64_t streamId)
-    : VkjsonNodeImpl(streamId, {}, {}), stream_(FindStream(streamId)) {
-    if (stream_) stream_->CountDynamicNodes(true);
+VkjsonDynamicDataImpl::VkjsonDynamicDataImpl(std::uint64_t streamId) : VkjsonNodeImpl(streamId) {
+    Stream().CountDynamicNodes(true);
 }
 
-VkjsonDynamicDataImpl::~VkjsonDynamicDataImpl() {
-    if (stream_) stream_->CountDynamicNodes(false);
-}
+VkjsonDynamicDataImpl::~VkjsonDynamicDataImpl() { Stream().CountDynamicNodes(false); }
 
 void VkjsonDynamicDataImpl::InitializeWith(std::string_view matchName, std::string_view displayName,
                                            std::string_view sampleSetId, std::uint64_t sampleCount,
                                            std::uint32_t interpolation, bool hasExpectedFrequency,
                                            std::string_view maxInterSampleDuration) {
     if (isInitialized_) throw ZT_PluginException(ZT_INVALID_DYNAMIC_NODE);
-    if (matchName.empty() || sampleSetId.empty()) throw ZT_PluginException(ZT_EMPTY_NAME);
+    CheckMatchName(matchName);
+    if (sampleSetId.empty()) throw ZT_PluginException(ZT_INVALID_NAME);
     if (interpolation != 1 && interpolation != 2) throw ZT_PluginException(ZT_INTERPOLATION);
     if (!HasBalancedBrackets(sampleSetId)) throw ZT_PluginException(ZT_UNBALANCED_TEXT);
     SetMatchNameText(matchName);
@@ -78,12 +76,11 @@ DynamicNodeView VkjsonDynamicDataImpl::CommonView(DynamicKind kind) const {
 }
 
 const zentor::TimeForm& VkjsonDynamicDataImpl::RequireTimeForm() const {
-    if (!stream_) throw ZT_PluginException(ZT_STREAM_NOT_OPEN);
-    const IDocumentWriter& writer = stream_->Writer();
+    const IDocumentWriter& writer = Stream().Writer();
     if (!isInitialized_ || isUnusable_ || isWritten_ || !writer.IsOpen()) {
         throw ZT_PluginException(ZT_INVALID_DYNAMIC_NODE);
     }
-    const zentor::TimeForm* const form = stream_->root == nullptr ? nullptr : stream_->root->Form();
+    const zentor::TimeForm* const form = Stream().root == nullptr ? nullptr : Stream().root->Form();
     if (form == nullptr) throw ZT_PluginException(ZT_TIME_MODE_INVALID);
     return *form;
 }
@@ -111,12 +108,13 @@ void VkjsonDynamicDataImpl::CheckAdding(const SampleTime& time) const {
 char* VkjsonDynamicDataImpl::AddText(const SampleTime& time, std::size_t size) {
     char* room = nullptr;
     try {
-        TranslateFailures([&] { room = samples_.Add(time.text, size, stream_->sampleBufferLimit); });
+        TranslateFailures([&] { room = samples_.Add(time.text, size, Stream().sampleBufferLimit); });
     } catch (...) {
         isUnusable_ = true;
         throw;
     }
-    stream_->hasSamples = true;
+    if (samples_.Count() == 1) ++Stream().unwrittenSets;
+    Stream().hasSamples = true;
     std::memcpy(lastTimeText_, time.text.data(), time.text.size());
     lastTime_ = time.instant;
     if (!lastTime_.decimals.empty()) {
@@ -130,22 +128,23 @@ char* VkjsonDynamicDataImpl::AddText(const SampleTime& time, std::size_t size) {
 bool VkjsonDynamicDataImpl::IsInDocument() const {
     const VkjsonGroupImpl* at = parent_;
     while (at != nullptr && at->Parent() != nullptr) at = at->Parent();
-    return at != nullptr && static_cast<const IVkjsonGroup_I*>(at) == stream_->root;
+    return at != nullptr && static_cast<const IVkjsonGroup_I*>(at) == Stream().root;
 }
 
 bool VkjsonDynamicDataImpl::WriteAllSamples() {
-    if (!stream_) throw ZT_PluginException(ZT_STREAM_NOT_OPEN);
-    IDocumentWriter& writer = stream_->Writer();
+    IDocumentWriter& writer = Stream().Writer();
     if (isWritten_) return false;
     if (!isInitialized_ || isUnusable_ || !writer.IsOpen() || !IsInDocument()) {
         throw ZT_PluginException(ZT_INVALID_DYNAMIC_NODE);
     }
     const DynamicNodeView view = View();
     // No document holds an array without elements.
-    if (view.kind == DynamicKind::kNumberArray && view.ranges.empty()) throw ZT_PluginException(ZT_DIMENSION_COUNT);
+    const bool isEmptyArray = view.kind == DynamicKind::kNumberArray && view.ranges.empty();
+    if (isEmptyArray) throw ZT_PluginException(ZT_INVALID_DYNAMIC_NODE);
     isUnusable_ = true;  // whatever happens to the samples on their way
-    writer.WriteSampleSet(*stream_->root, view, samples_);
+    writer.WriteSampleSet(*Stream().root, view, samples_);
     isUnusable_ = false;
+    if (HasSamples()) --Stream().unwrittenSets;
     writtenCount_ = samples_.Count();
     isWritten_ = true;
     return true;

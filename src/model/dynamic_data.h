@@ -1,7 +1,6 @@
 // What all dynamic nodes have in common.
 #pragma once
 
-#include <memory>
 #include <string>
 #include <string_view>
 
@@ -10,7 +9,6 @@
 #include "model/node_impl.h"
 #include "model/node_values.h"
 #include "model/sample_buffer.h"
-#include "model/stream_state.h"
 #include "util/time_form.h"
 
 namespace ZT_PLUGIN {
@@ -66,7 +64,7 @@ protected:
         add(ReadTime(TextOrEmpty(timeString)));
     }
 
-    // Code 2001, 2011 or 2021 when samples cannot be added, 2012 when not at this time.
+    // Code 2001, 2014 or 2021 when samples cannot be added, 2015 when not at this time.
     void CheckAdding(const SampleTime& time) const;
     // Room for the text of the value of a sample that CheckAdding has passed; the sample then counts as added.
     char* AddText(const SampleTime& time, std::size_t size);
@@ -77,7 +75,6 @@ private:
     SampleTime ReadTime(std::string_view text) const;
     bool IsInDocument() const;
 
-    std::shared_ptr<StreamState> stream_;  // null when the stream was not open
     const VkjsonGroupImpl* parent_ = nullptr;
     std::string sampleSetId_;
     std::uint64_t expectedCount_ = 0;

@@ -147,7 +147,7 @@ void VkjsonDynamicDataNumArrImpl::SetIsSigned(std::uint8_t isSigned, ZT_ErrorRec
 }
 
 void VkjsonDynamicDataNumArrImpl::Add(const SampleTime& time, const double* values, std::uint64_t count) {
-    if (values == nullptr) throw ZT_PluginException(ZT_INVALID_POINTER);
+    if (values == nullptr) throw ZT_PluginException(ZT_NULL_ARGUMENT);
     if (count != ranges_.size()) throw ZT_PluginException(ZT_DIMENSION_COUNT);
     texts_.clear();
     elements_.clear();

@@ -2,8 +2,19 @@
 
 #include "model/client_boundary.h"
 #include "model/root.h"
+#include "util/group_limit.h"
 
 namespace ZT_PLUGIN {
+
+namespace {
+
+// No document holds an array without elements.
+void CheckElements(const StaticNodeView& node) {
+    const bool isEmpty = node.kind == StaticKind::kNumberArray && node.array->values.empty();
+    if (isEmpty) throw ZT_PluginException(ZT_INVALID_STATIC_NODE);
+}
+
+}  // namespace
 
 // Walks the attached children of a group, which must outlive it.
 class AttachedChildren final : public ChildSource {
@@ -24,6 +35,7 @@ public:
                 break;
             case VkjsonGroupImpl::ChildKind::kStatic:
                 child.node = group_.staticChildren_[index]->View();
+                CheckElements(child.node);
                 break;
         }
         return true;
@@ -40,35 +52,10 @@ VkjsonGroupImpl::VkjsonGroupImpl(std::uint64_t streamId, std::string_view matchN
     Publish(static_cast<IVkjsonGroup_v1*>(this));
 }
 
-namespace {
-
-template <class Item>
-bool HasRoomFor(std::vector<Item>& items, std::size_t more) noexcept {
-    try {
-        items.reserve(items.size() + more);
-        return true;
-    } catch (...) {
-        return false;
-    }
-}
-
-}  // namespace
-
+// Groups end within each other: no deeper than the limit.
 VkjsonGroupImpl::~VkjsonGroupImpl() {
     for (const auto& child : dynamicChildren_) child->SetParent(nullptr);
-    // One after the other: a client may have nested groups deeper than the stack allows destructors to call each other.
-    std::vector<Owner<VkjsonGroupImpl>> going = std::move(groupChildren_);
-    while (!going.empty()) {
-        const Owner<VkjsonGroupImpl> child = std::move(going.back());
-        going.pop_back();
-        child->parent_ = nullptr;
-        if (!child->IsHeldOnce() || !HasRoomFor(going, child->groupChildren_.size())) continue;
-        for (auto& grandchild : child->groupChildren_) {
-            grandchild->parent_ = nullptr;
-            going.push_back(std::move(grandchild));
-        }
-        child->groupChildren_.clear();
-    }
+    for (const auto& child : groupChildren_) child->parent_ = nullptr;
 }
 
 std::unique_ptr<ChildSource> VkjsonGroupImpl::TakeChildren() {
@@ -76,46 +63,55 @@ std::unique_ptr<ChildSource> VkjsonGroupImpl::TakeChildren() {
     return std::make_unique<AttachedChildren>(*this);
 }
 
+// Whether a node may be attached that is one of this library's. Code 2014 when the conversion is over.
+bool VkjsonGroupImpl::CanTake(const VkjsonNodeImpl& child) const {
+    // What comes after the end of the document would be missing from it.
+    return Stream().Writer().IsOpen() && !child.IsAttached() && child.StreamId() == StreamId();
+}
+
 // Whether this group is `group` or lies below it.
 bool VkjsonGroupImpl::IsWithin(const VkjsonGroupImpl& group) const {
-    if (group.groupChildren_.empty()) return this == &group;
     const VkjsonGroupImpl* at = this;
     while (at != nullptr && at != &group) at = at->parent_;
     return at != nullptr;
 }
 
-// A group may stand deeper than the stack allows functions to call each other.
+// Whether the groups of `group` would be within the limit here, in whatever order the tree is put together: the
+// uppermost group counts as the root, so one that is attached itself some day is asked again then.
+bool VkjsonGroupImpl::HasRoomFor(const VkjsonGroupImpl& group) const {
+    std::size_t levels = group.levels_;
+    for (const VkjsonGroupImpl* at = this; at != nullptr; at = at->parent_) ++levels;
+    return levels <= zentor::kGroupLimit + 1;
+}
+
+void VkjsonGroupImpl::CountLevelsOf(const VkjsonGroupImpl& child) {
+    std::size_t levels = child.levels_ + 1;
+    for (VkjsonGroupImpl* at = this; at != nullptr && at->levels_ < levels; at = at->parent_) at->levels_ = levels++;
+}
+
 void VkjsonGroupImpl::WriteSamplesBelow() {
-    std::vector<VkjsonGroupImpl*> groups{this};
-    while (!groups.empty()) {
-        VkjsonGroupImpl* const group = groups.back();
-        groups.pop_back();
-        for (const auto& child : group->dynamicChildren_) child->WriteAllSamples();
-        for (auto child = group->groupChildren_.rbegin(); child != group->groupChildren_.rend(); ++child) {
-            groups.push_back(child->get());
-        }
-    }
+    for (const auto& child : dynamicChildren_) child->WriteAllSamples();
+    for (const auto& child : groupChildren_) child->WriteSamplesBelow();
 }
 
 // Takes the names of a child for the document, or fails with `code` when one is taken; names are given back when the
 // child cannot be attached after all.
 class VkjsonGroupImpl::NamesInUse {
 public:
-    NamesInUse(std::uint64_t streamId, const std::string& matchName, const std::string* sampleSetId, std::uint32_t code)
-        : stream_(FindStream(streamId)) {
-        if (!stream_) return;
-        if (!stream_->matchNames.insert(matchName).second) throw ZT_PluginException(code);
+    NamesInUse(StreamState& stream, const std::string& matchName, const std::string* sampleSetId, std::uint32_t code)
+        : stream_(stream) {
+        if (!stream_.matchNames.insert(matchName).second) throw ZT_PluginException(code);
         matchName_ = &matchName;
         if (sampleSetId == nullptr) return;
-        if (!stream_->sampleSetIds.insert(*sampleSetId).second) {
-            stream_->matchNames.erase(matchName);
+        if (!stream_.sampleSetIds.insert(*sampleSetId).second) {
+            stream_.matchNames.erase(matchName);
             throw ZT_PluginException(code);
         }
         sampleSetId_ = sampleSetId;
     }
     ~NamesInUse() {
-        if (matchName_ != nullptr) stream_->matchNames.erase(*matchName_);
-        if (sampleSetId_ != nullptr) stream_->sampleSetIds.erase(*sampleSetId_);
+        if (matchName_ != nullptr) stream_.matchNames.erase(*matchName_);
+        if (sampleSetId_ != nullptr) stream_.sampleSetIds.erase(*sampleSetId_);
     }
     NamesInUse(const NamesInUse&) = delete;
     NamesInUse& operator=(const NamesInUse&) = delete;
@@ -123,7 +119,7 @@ public:
     void Keep() { matchName_ = sampleSetId_ = nullptr; }
 
 private:
-    std::shared_ptr<StreamState> stream_;
+    StreamState& stream_;
     const std::string* matchName_ = nullptr;
     const std::string* sampleSetId_ = nullptr;
 };
@@ -145,10 +141,8 @@ void VkjsonGroupImpl::AttachDynamic(const void* address, ZT_ErrorRecord* error) 
         if (address == nullptr) throw ZT_PluginException(ZT_INVALID_DYNAMIC_NODE);
         auto* child = FindLive<VkjsonDynamicDataImpl>(address);
         if (child == nullptr) throw ZT_PluginException(ZT_FOREIGN_OBJECT);
-        if (child->IsAttached() || child->StreamId() != StreamId() || !child->IsInitialized()) {
-            throw ZT_PluginException(ZT_INVALID_DYNAMIC_NODE);
-        }
-        NamesInUse names(StreamId(), child->MatchNameText(), &child->SampleSetIdText(), ZT_INVALID_DYNAMIC_NODE);
+        if (!CanTake(*child) || !child->IsInitialized()) throw ZT_PluginException(ZT_INVALID_DYNAMIC_NODE);
+        NamesInUse names(Stream(), child->MatchNameText(), &child->SampleSetIdText(), ZT_INVALID_DYNAMIC_NODE);
         Append(dynamicChildren_, MakeOwner(child), ChildKind::kDynamic);
         names.Keep();
         child->MarkAttached();
@@ -161,8 +155,8 @@ void VkjsonGroupImpl::AttachStatic(const void* address, ZT_ErrorRecord* error) n
         if (address == nullptr) throw ZT_PluginException(ZT_INVALID_STATIC_NODE);
         auto* child = FindLive<VkjsonStaticDataImpl>(address);
         if (child == nullptr) throw ZT_PluginException(ZT_FOREIGN_OBJECT);
-        if (child->IsAttached() || child->StreamId() != StreamId()) throw ZT_PluginException(ZT_INVALID_STATIC_NODE);
-        NamesInUse names(StreamId(), child->MatchNameText(), nullptr, ZT_INVALID_STATIC_NODE);
+        if (!CanTake(*child)) throw ZT_PluginException(ZT_INVALID_STATIC_NODE);
+        NamesInUse names(Stream(), child->MatchNameText(), nullptr, ZT_INVALID_STATIC_NODE);
         Append(staticChildren_, MakeOwner(child), ChildKind::kStatic);
         names.Keep();
         child->MarkAttached();
@@ -175,14 +169,15 @@ void VkjsonGroupImpl::AttachGroup(const void* address, ZT_ErrorRecord* error) no
         auto* child = FindLive<VkjsonGroupImpl>(address);
         if (child == nullptr) throw ZT_PluginException(ZT_FOREIGN_OBJECT);
         const bool isRoot = dynamic_cast<VkjsonRootImpl*>(child) != nullptr;
-        if (isRoot || child->IsAttached() || child->StreamId() != StreamId() || IsWithin(*child)) {
+        if (isRoot || !CanTake(*child) || IsWithin(*child) || !HasRoomFor(*child)) {
             throw ZT_PluginException(ZT_INVALID_GROUP);
         }
-        NamesInUse names(StreamId(), child->MatchNameText(), nullptr, ZT_INVALID_GROUP);
+        NamesInUse names(Stream(), child->MatchNameText(), nullptr, ZT_INVALID_GROUP);
         Append(groupChildren_, MakeOwner(child), ChildKind::kGroup);
         names.Keep();
         child->MarkAttached();
         child->parent_ = this;
+        CountLevelsOf(*child);
     });
 }
 

@@ -40,7 +40,8 @@ public:
 
     // The group that it is attached to; null when there is none any more.
     const VkjsonGroupImpl* Parent() const { return parent_; }
-    // Writes the samples of all dynamic nodes below that have not written theirs.
+    // Writes the samples of all dynamic nodes below that have not written theirs. Recursion ends at the limit of
+    // groups.
     void WriteSamplesBelow();
 
     // Gives the group a source in place of attached children.
@@ -59,14 +60,18 @@ private:
     void AttachDynamic(const void* address, ZT_ErrorRecord* error) noexcept;
     void AttachStatic(const void* address, ZT_ErrorRecord* error) noexcept;
     void AttachGroup(const void* address, ZT_ErrorRecord* error) noexcept;
+    bool CanTake(const VkjsonNodeImpl& child) const;
     bool IsWithin(const VkjsonGroupImpl& group) const;
+    bool HasRoomFor(const VkjsonGroupImpl& group) const;
+    void CountLevelsOf(const VkjsonGroupImpl& child);
 
     std::vector<Owner<VkjsonDynamicDataImpl>> dynamicChildren_;
     std::vector<Owner<VkjsonStaticDataImpl>> staticChildren_;
     std::vector<Owner<VkjsonGroupImpl>> groupChildren_;
     std::vector<std::pair<ChildKind, std::size_t>> order_;
     std::unique_ptr<ChildSource> source_;
-    const VkjsonGroupImpl* parent_ = nullptr;
+    VkjsonGroupImpl* parent_ = nullptr;
+    std::size_t levels_ = 1;  // of groups below each other, this one included
 };
 
 }  // namespace ZT_PLUGIN

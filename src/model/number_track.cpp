@@ -5,12 +5,7 @@
 namespace ZT_PLUGIN {
 
 void WidestPattern::Ask(std::uint64_t digitsInteger, std::uint64_t digitsDecimal, bool isSigned) {
-    constexpr std::uint64_t kMostDigits = 1000;  // every sample takes as many
-    const NumberPattern pattern = CheckedPattern(digitsInteger, digitsDecimal, isSigned);
-    if (pattern.IsKnown() && (digitsInteger > kMostDigits || digitsDecimal > kMostDigits)) {
-        throw ZT_PluginException(ZT_RANGE_VALUE);
-    }
-    asked_ = pattern;
+    asked_ = CheckedPattern(digitsInteger, digitsDecimal, isSigned);
 }
 
 NumberPattern WidestPattern::Get() const {

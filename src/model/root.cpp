@@ -12,43 +12,42 @@ constexpr std::uint32_t kLargestPrecision = 9;
 }  // namespace
 
 VkjsonRootImpl::VkjsonRootImpl(std::uint64_t streamId, std::string_view creator)
-    : VkjsonGroupImpl(streamId, "root", "root"), stream_(FindStream(streamId)), creator_(creator) {
+    : VkjsonGroupImpl(streamId, "root", "root"), creator_(creator) {
+    // What hangs from one root would be missing from the document of the other.
+    if (Stream().hasRoot) throw ZT_PluginException(ZT_INVALID_GROUP);
     Publish(static_cast<IVkjsonRoot_v1*>(this));
-    // A document that has been begun belongs to the root it was begun with, even when that is gone.
-    const bool isBegun = stream_ && (stream_->hasSamples || (stream_->writer && stream_->writer->HasHeader()));
-    if (stream_ && stream_->root == nullptr && !isBegun) stream_->root = this;
+    Stream().hasRoot = true;
+    Stream().root = this;
 }
 
 VkjsonRootImpl::~VkjsonRootImpl() {
-    if (stream_ && stream_->root == this) stream_->root = nullptr;
-}
-
-StreamState& VkjsonRootImpl::Stream() const {
-    if (!stream_) throw ZT_PluginException(ZT_STREAM_NOT_OPEN);
-    stream_->Writer();
-    return *stream_;
+    Stream().root = nullptr;
 }
 
 std::uint32_t VkjsonRootImpl::WriteDocument(ZT_ErrorRecord* error) noexcept {
     bool written = false;
     RunForClient(error, [&] {
-        StreamState& stream = Stream();
-        if (documentWritten_ || !stream.writer->IsOpen()) return;
-        if (stream.root != this) throw ZT_PluginException(ZT_INVALID_GROUP);  // the document has another root
+        IDocumentWriter& writer = Stream().Writer();
+        if (!writer.IsOpen()) return;
         try {
             WriteSamplesBelow();
+            // Those of a node that is not in the outline are left, which nobody could read.
+            if (Stream().unwrittenSets != 0) throw ZT_PluginException(ZT_INVALID_DYNAMIC_NODE);
         } catch (...) {
-            stream.writer->GiveUp();
+            writer.GiveUp();
             throw;
         }
-        written = stream.writer->Finish(*this);
-        documentWritten_ = written;
+        written = writer.Finish(*this);
     });
     return written ? 1 : 0;
 }
 
 void VkjsonRootImpl::WriteHeader(ZT_ErrorRecord* error) noexcept {
-    RunForClient(error, [&] { Stream().writer->WriteHeader(*this); });
+    RunForClient(error, [&] {
+        IDocumentWriter& writer = Stream().Writer();
+        if (!writer.IsOpen() && !writer.IsFinished()) throw ZT_PluginException(ZT_INVALID_GROUP);
+        writer.WriteHeader(*this);
+    });
 }
 
 void VkjsonRootImpl::SetCreator(const char* creator, ZT_ErrorRecord* error) noexcept {
@@ -66,7 +65,7 @@ void VkjsonRootImpl::SetDisplayName(const char* displayName, ZT_ErrorRecord* err
 // strings.
 void VkjsonRootImpl::CheckTimeModeOpen() const {
     const StreamState& stream = Stream();
-    if (stream.writer->HasHeader() || stream.hasSamples) throw ZT_PluginException(ZT_TIME_MODE_FIXED);
+    if (stream.Writer().HasHeader() || stream.hasSamples) throw ZT_PluginException(ZT_TIME_MODE_FIXED);
 }
 
 std::uint16_t VkjsonRootImpl::TimeStringLength() const {

@@ -45,6 +45,7 @@ public:
 
 class VkjsonRootImpl final : public virtual IVkjsonRoot_I, public IVkjsonRoot_v1, public VkjsonGroupImpl {
 public:
+    // Code 2003 when the document has a root, or had one.
     explicit VkjsonRootImpl(std::uint64_t streamId, std::string_view creator = {});
 
     std::uint32_t WriteDocument(ZT_ErrorRecord* error) noexcept override;
@@ -67,16 +68,12 @@ public:
 
 private:
     ~VkjsonRootImpl() override;
-    // The state of its stream; code 2011 when the conversion is over.
-    StreamState& Stream() const;
     void CheckTimeModeOpen() const;
 
-    std::shared_ptr<StreamState> stream_;  // null when the stream was not open
     std::string creator_;
     TimeInfo timeInfo_;
     std::optional<zentor::TimeForm> form_;
     std::vector<VideoSyncEntry> videoSync_;
-    bool documentWritten_ = false;
 };
 
 }  // namespace ZT_PLUGIN

@@ -37,8 +37,6 @@ public:
     // when nobody has it.
     bool TryAddOwner() noexcept;
     void RemoveOwner() noexcept;
-    // Whether one reference or handle is all that keeps the object.
-    bool IsHeldOnce() const noexcept { return lifetime_.load() == 1; }
 
 protected:
     SharedObjectImpl() = default;

@@ -1,9 +1,20 @@
 #include "model/static_data.h"
 
 #include "model/client_boundary.h"
+#include "util/count_limit.h"
 #include "util/number_text.h"
 
 namespace ZT_PLUGIN {
+
+namespace {
+
+constexpr std::uint64_t kMostDigits = 1000;  // every number of a set of samples takes as many
+
+void CheckLength(std::uint64_t length) {
+    if (length != kUnsetCount && length > zentor::kLargestCount) throw ZT_PluginException(ZT_RANGE_VALUE);
+}
+
+}  // namespace
 
 StaticNodeView VkjsonStaticDataImpl::NamedView(StaticKind kind) const {
     StaticNodeView view;
@@ -17,6 +28,8 @@ NumberPattern CheckedPattern(std::uint64_t digitsInteger, std::uint64_t digitsDe
     if ((digitsInteger == kUnsetCount) != (digitsDecimal == kUnsetCount)) {
         throw ZT_PluginException(ZT_INCOMPLETE_PATTERN);
     }
+    const bool isTooWide = digitsInteger > kMostDigits || digitsDecimal > kMostDigits;
+    if (digitsInteger != kUnsetCount && isTooWide) throw ZT_PluginException(ZT_RANGE_VALUE);
     return {digitsInteger, digitsDecimal, isSigned};
 }
 
@@ -67,7 +80,11 @@ VkjsonStaticDataStringImpl::VkjsonStaticDataStringImpl(std::uint64_t streamId, s
 
 void VkjsonStaticDataStringImpl::SetStringProperties(std::uint64_t maxLength, std::uint64_t maxDigitsInLength,
                                                      std::uint8_t isEventMarker, ZT_ErrorRecord* error) noexcept {
-    RunForClient(error, [&] { properties_ = {maxLength, maxDigitsInLength, isEventMarker != 0}; });
+    RunForClient(error, [&] {
+        CheckLength(maxLength);
+        CheckLength(maxDigitsInLength);
+        properties_ = {maxLength, maxDigitsInLength, isEventMarker != 0};
+    });
 }
 
 StaticNodeView VkjsonStaticDataStringImpl::View() const {
@@ -93,7 +110,8 @@ VkjsonStaticDataNumArrImpl::VkjsonStaticDataNumArrImpl(std::uint64_t streamId, s
 
 void VkjsonStaticDataNumArrImpl::SetValues(const double* values, std::uint64_t count, ZT_ErrorRecord* error) noexcept {
     RunForClient(error, [&] {
-        if (values == nullptr && count != 0) throw ZT_PluginException(ZT_INVALID_POINTER);
+        if (count == 0) throw ZT_PluginException(ZT_INVALID_STATIC_NODE);
+        if (values == nullptr) throw ZT_PluginException(ZT_NULL_ARGUMENT);
         for (std::uint64_t k = 0; k < count; ++k) CheckNumber(values[k]);
         array_.values.assign(values, values + count);
         if (array_.legalRanges.size() != count) array_.legalRanges.clear();
@@ -111,7 +129,7 @@ void VkjsonStaticDataNumArrImpl::SetDisplayNames(const char* const* names, std::
                                                  ZT_ErrorRecord* error) noexcept {
     RunForClient(error, [&] {
         if (count != 0 && count != array_.values.size()) throw ZT_PluginException(ZT_DISPLAY_NAME_COUNT);
-        if (names == nullptr && count != 0) throw ZT_PluginException(ZT_INVALID_POINTER);
+        if (names == nullptr && count != 0) throw ZT_PluginException(ZT_NULL_ARGUMENT);
         std::vector<std::string> copies;
         for (std::uint64_t k = 0; k < count; ++k) copies.emplace_back(TextOrEmpty(names[k]));
         array_.displayNames = std::move(copies);
@@ -127,7 +145,8 @@ void VkjsonStaticDataNumArrImpl::SetRanges(const double* minima, const double* m
                                            ZT_ErrorRecord* error) noexcept {
     RunForClient(error, [&] {
         if (count != array_.values.size()) throw ZT_PluginException(ZT_RANGE_COUNT);
-        if ((minima == nullptr || maxima == nullptr) && count != 0) throw ZT_PluginException(ZT_INVALID_POINTER);
+        if ((minima == nullptr || maxima == nullptr) && count != 0)
+            throw ZT_PluginException(ZT_NULL_ARGUMENT);
         std::vector<MinMax> ranges;
         for (std::uint64_t k = 0; k < count; ++k) {
             ranges.push_back(CheckedRange(minima[k], maxima[k], array_.values[k]));

@@ -16,7 +16,9 @@ namespace ZT_PLUGIN {
 struct StreamState {
     std::unique_ptr<IDocumentWriter> writer;  // null once the conversion is over
     const IVkjsonRoot_I* root = nullptr;      // while it lives
+    bool hasRoot = false;                     // has had one: a document has no other
     bool hasSamples = false;
+    std::size_t unwrittenSets = 0;                       // of samples, whether their node is still there or not
     std::size_t dynamicNodes = 0;                        // that are alive
     std::size_t sampleBufferLimit = kSampleBufferLimit;  // of each of them
     std::unordered_set<std::string> matchNames;          // of attached nodes
@@ -24,7 +26,7 @@ struct StreamState {
 
     // Takes a dynamic node in, or a dead one out.
     void CountDynamicNodes(bool isNew) noexcept;
-    // The writer; code 2011 when the conversion is over.
+    // The writer; code 2014 when the conversion is over.
     IDocumentWriter& Writer() const {
         if (!writer) throw ZT_PluginException(ZT_STREAM_NOT_OPEN);
         return *writer;

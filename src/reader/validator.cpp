@@ -1,6 +1,5 @@
 #include "reader/validator.h"
 
-#include <algorithm>
 #include <cmath>
 
 #include "errors/raise.h"
@@ -8,22 +7,11 @@
 #include "reader/schema_words.h"
 #include "reader/value_reader.h"
 #include "util/group_limit.h"
-#include "util/number_text.h"
+#include "util/match_name.h"
 
 namespace zentor {
 
 namespace {
-
-// ASCII only, whatever the locale.
-bool IsLetter(char c) {
-    const char lower = static_cast<char>(c | 0x20);
-    return lower >= 'a' && lower <= 'z';
-}
-
-bool IsMatchName(std::string_view name) {
-    if (!name.empty() && IsDigit(name.front())) return false;
-    return std::all_of(name.begin(), name.end(), [](char c) { return IsLetter(c) || IsDigit(c); });
-}
 
 void RequirePositive(ValueChecks& checks, const JsonValue& object, std::string_view key) {
     if (!(checks.Require(object, key, JsonType::kNumber).GetDouble() > 0)) {

@@ -4,13 +4,12 @@
 #include <cmath>
 
 #include "errors/raise.h"
+#include "util/count_limit.h"
 #include "util/json_cursor.h"
 
 namespace zentor {
 
 namespace {
-
-constexpr double kLargestCount = 9007199254740992;  // 2^53: up to here every whole number is a double
 
 const char* NameOf(JsonType type) {
     switch (type) {
@@ -79,7 +78,9 @@ private:
 
 }  // namespace
 
-bool IsCount(double number) { return number >= 0 && number <= kLargestCount && std::trunc(number) == number; }
+bool IsCount(double number) {
+    return number >= 0 && number <= static_cast<double>(kLargestCount) && std::trunc(number) == number;
+}
 
 const JsonValue& ValueChecks::Require(const JsonValue& object, std::string_view key) const {
     const JsonValue* const value = FindMember(object, key);

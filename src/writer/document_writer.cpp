@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "model/client_boundary.h"
+#include "util/group_limit.h"
 #include "writer/node_text.h"
 #include "writer/sample_text.h"
 
@@ -52,7 +53,7 @@ private:
 void CheckVideoSyncEntry(const IVkjsonRoot_I& root, const VideoSyncEntry& entry) {
     const auto* const time = boost::get<std::string>(&entry.at);
     if (time == nullptr || root.Form() == nullptr || root.Form()->IsTimeOfMode(*time)) return;
-    throw ZT_PLUGIN::ZT_PluginException(ZT_SAMPLE_TIME);
+    throw ZT_PLUGIN::ZT_PluginException(ZT_WRITER_SYNC_TIME);
 }
 
 void AppendVideoSyncEntry(TextBuffer& text, const VideoSyncEntry& entry) {
@@ -68,7 +69,7 @@ void AppendVideoSyncEntry(TextBuffer& text, const VideoSyncEntry& entry) {
     text.Append('}');
 }
 
-// Writes a tree of nodes without recursion, so that no depth of nesting can exhaust the stack.
+// Writes a tree of nodes, in which groups of child sources stand, too. Code 2003 past the limit of groups.
 class OutlineWalk {
 public:
     explicit OutlineWalk(TextBuffer& text) : text_(text) {}
@@ -97,7 +98,13 @@ private:
     void Open(IVkjsonGroup_I& group, Owner<IVkjsonGroup_I> owner) {
         auto source = group.TakeChildren();
         ChildSource* const children = source.get();
-        levels_.push_back({std::move(owner), std::move(source), children, true});
+        GoDown({std::move(owner), std::move(source), children, true});
+    }
+
+    void GoDown(Level level) {
+        const bool isFull = levels_.size() == kGroupLimit + 1;  // the root is one
+        if (isFull) throw ZT_PLUGIN::ZT_PluginException(ZT_INVALID_GROUP);
+        levels_.push_back(std::move(level));
     }
 
     void WriteChild(Child& child) {
@@ -111,7 +118,7 @@ private:
             Open(group, std::move(child.group));
         } else if (child.opensGroup) {
             AppendGroupStart(text_, child.node.matchName, child.node.displayName);
-            levels_.push_back({nullptr, nullptr, levels_.back().children, true});
+            GoDown({nullptr, nullptr, levels_.back().children, true});
         } else {
             AppendStaticNode(text_, child.node);
         }

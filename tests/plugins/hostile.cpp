@@ -137,8 +137,6 @@ void AddForeignThings(const Session& session, IVkjsonRoot_v1* root, ZT_ErrorReco
         root->GetGroup()->AddStaticDataShared(nullptr, error);
     } else if (session.Is("other_stream")) {
         make.createGroup(session.stream + 1000, &group, "x", "X", kInterfaceVersion, error);
-        root->GetGroup()->AddGroup(group, error);
-        group->GetSharedObject()->Release();
     } else if (session.Is("other_kind")) {
         make.createGroup(session.stream, &group, "x", "X", kInterfaceVersion, error);
         root->GetGroup()->AddDynamicDataShared(group->GetSharedObject(), error);
@@ -164,6 +162,47 @@ void AddForeignThings(const Session& session, IVkjsonRoot_v1* root, ZT_ErrorReco
     }
 }
 
+// What would be missing from the document, or make one that cannot be read; the codes that come back are handed on.
+void AddWhatGetsLost(const Session& session, IVkjsonRoot_v1* root, ZT_ErrorRecord* error) {
+    const ZT_NodeFactories& make = *services->factories;
+    IVkjsonGroup_v1* group = nullptr;
+    IVkjsonStaticDataNumArr_v1* array = nullptr;
+    if (session.Is("second_root")) {
+        IVkjsonRoot_v1* second = nullptr;
+        make.createRoot(session.stream, &second, "org.test.second", kInterfaceVersion, error);
+    } else if (session.Is("bad_name")) {
+        make.createGroup(session.stream, &group, "not a name", "X", kInterfaceVersion, error);
+    } else if (session.Is("too_deep")) {
+        IVkjsonGroup_v1* parent = root->GetGroup();
+        char name[] = "x00";
+        for (int depth = 0; depth <= 100 && error->code == 0; ++depth) {
+            name[1] = static_cast<char>('0' + depth / 10 % 10);
+            name[2] = static_cast<char>('0' + depth % 10);
+            if (depth == 100) name[0] = 'y';
+            make.createGroup(session.stream, &group, name, "X", kInterfaceVersion, error);
+            parent->AddGroup(group, error);
+            group->GetSharedObject()->Release();
+            parent = group;
+        }
+    } else if (session.Is("empty_array")) {
+        make.createStaticNumArr(session.stream, &array, "x", "X", kInterfaceVersion, error);
+        root->GetGroup()->AddStaticDataShared(array->GetSharedObject(), error);
+        array->GetSharedObject()->Release();
+        if (error->code == 0) root->WriteDocument(error);
+    } else if (session.Is("loose_samples")) {
+        IVkjsonDynamicDataNum_v1* const track = MakeTrack(session, "x", error);
+        track->AddSampleAtTicks(5, 1, 1, error);
+        track->GetSharedObject()->Release();
+        if (error->code == 0) root->WriteDocument(error);
+    } else if (session.Is("late_node")) {
+        root->WriteDocument(error);
+        if (error->code != 0) return;
+        make.createGroup(session.stream, &group, "x", "X", kInterfaceVersion, error);
+        root->GetGroup()->AddGroup(group, error);
+        group->GetSharedObject()->Release();
+    }
+}
+
 void Convert(void* own, uint8_t* converted, ZT_ErrorRecord* error) {
     *converted = 0;
     if (own < sessions || own >= sessions + kSessions) return Fail(error, 3);
@@ -179,6 +218,7 @@ void Convert(void* own, uint8_t* converted, ZT_ErrorRecord* error) {
     IVkjsonRoot_v1* root = nullptr;
     ZT_ErrorRecord outcome{0, 0, -1, -1};
     if (Build(session, root, &outcome)) AddForeignThings(session, root, &outcome);
+    if (outcome.code == 0) AddWhatGetsLost(session, root, &outcome);
     if (outcome.code != 0) {
         *error = outcome;
     } else if (session.Is("half_written")) {

@@ -47,7 +47,7 @@ while read -r behaviour code; do
 done <<'END'
 foreign_pointer 2016
 null_pointer 2002
-other_stream 2003
+other_stream 2014
 other_kind 2016
 same_name 2003
 not_attached 2001
@@ -55,6 +55,12 @@ no_result 2027
 new_version 2029
 old_version 2030
 no_creator 1505
+second_root 2003
+bad_name 2022
+too_deep 2003
+empty_array 2002
+loose_samples 2001
+late_node 2003
 END
 
 # As a host that has the library installed: in_threads PROGRAM ARGUMENT...

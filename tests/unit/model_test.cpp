@@ -14,13 +14,57 @@ using namespace ZT_PLUGIN;
 
 namespace {
 
+struct WriterState {
+    bool hasHeader = false;
+    bool hasFailed = false;
+    int finished = 0;
+};
+
+class FakeWriter final : public IDocumentWriter {
+public:
+    explicit FakeWriter(WriterState& state) : state_(state) {}
+    void WriteHeader(const IVkjsonRoot_I&) override { state_.hasHeader = true; }
+    bool HasHeader() const override { return state_.hasHeader; }
+    bool IsOpen() const override { return state_.finished == 0 && !state_.hasFailed; }
+    bool IsFinished() const override { return state_.finished != 0; }
+    void GiveUp() noexcept override { state_.hasFailed = true; }
+    void WriteSampleSet(const IVkjsonRoot_I&, const DynamicNodeView&, SampleBuffer&) override {}
+    bool Finish(IVkjsonRoot_I&) override { return ++state_.finished == 1; }
+
+private:
+    WriterState& state_;
+};
+
+// The stream of a conversion under way, with a writer that only counts.
+class Stream {
+public:
+    Stream() : id_(OpenStream(std::make_unique<FakeWriter>(state))) {}
+    ~Stream() { Close(); }
+    Stream(const Stream&) = delete;
+    Stream& operator=(const Stream&) = delete;
+
+    std::uint64_t Id() const { return id_; }
+    void Close() const { CloseStream(id_); }
+
+    WriterState state;
+
+private:
+    std::uint64_t id_;
+};
+
+// A match name that no other node has.
+std::string NewName() {
+    static int count = 0;
+    return "n" + std::to_string(++count);
+}
+
 // A client's pointer to a new node, with the one reference that it was handed over with.
 template <class Interface>
 class Handle {
 public:
     template <class Factory, class... Arguments>
-    explicit Handle(Factory create, std::uint64_t streamId, const Arguments&... arguments) {
-        EXPECT_EQ(CodeOf([&](auto* error) { create(streamId, &node_, arguments..., 1, error); }), 0u);
+    explicit Handle(Factory create, const Stream& stream, const Arguments&... arguments) {
+        EXPECT_EQ(CodeOf([&](auto* error) { create(stream.Id(), &node_, arguments..., 1, error); }), 0u);
     }
     ~Handle() { Release(); }
     Handle(const Handle&) = delete;
@@ -41,7 +85,7 @@ private:
 };
 
 struct Group : Handle<IVkjsonGroup_v1> {
-    explicit Group(std::uint64_t streamId = 1) : Handle(CreateGroup, streamId, "group", "Group") {}
+    explicit Group(const Stream& stream) : Handle(CreateGroup, stream, NewName().c_str(), "Group") {}
     std::size_t ChildCount() const {
         const auto children = FindLive<VkjsonGroupImpl>(get())->TakeChildren();
         std::size_t count = 0;
@@ -50,15 +94,15 @@ struct Group : Handle<IVkjsonGroup_v1> {
     }
 };
 struct Root : Handle<IVkjsonRoot_v1> {
-    explicit Root(std::uint64_t streamId = 1) : Handle(CreateRoot, streamId, "creator") {}
+    explicit Root(const Stream& stream) : Handle(CreateRoot, stream, "creator") {}
 };
 struct Number : Handle<IVkjsonStaticDataNum_v1> {
-    explicit Number(double value = 5, std::uint64_t streamId = 1)
-        : Handle(CreateStaticNum, streamId, "number", "Number", value) {}
+    explicit Number(const Stream& stream, double value = 5)
+        : Handle(CreateStaticNum, stream, NewName().c_str(), "Number", value) {}
     StaticNodeView View() const { return FindLive<VkjsonStaticDataNumImpl>(get())->View(); }
 };
 struct Array : Handle<IVkjsonStaticDataNumArr_v1> {
-    Array() : Handle(CreateStaticNumArr, 1, "array", "Array") {}
+    explicit Array(const Stream& stream) : Handle(CreateStaticNumArr, stream, NewName().c_str(), "Array") {}
     const NumberArray& Values() const { return *FindLive<VkjsonStaticDataNumArrImpl>(get())->View().array; }
 };
 
@@ -72,26 +116,6 @@ std::uint32_t AddGroup(const Group& group, const void* child) {
     return CodeOf([&](auto* error) { group->AddGroup(node, error); });
 }
 
-struct WriterState {
-    bool hasHeader = false;
-    int finished = 0;
-};
-
-class FakeWriter final : public IDocumentWriter {
-public:
-    explicit FakeWriter(WriterState& state) : state_(state) {}
-    void WriteHeader(const IVkjsonRoot_I&) override { state_.hasHeader = true; }
-    bool HasHeader() const override { return state_.hasHeader; }
-    bool IsOpen() const override { return state_.finished == 0; }
-    bool IsFinished() const override { return state_.finished != 0; }
-    void GiveUp() noexcept override {}
-    void WriteSampleSet(const IVkjsonRoot_I&, const DynamicNodeView&, SampleBuffer&) override {}
-    bool Finish(IVkjsonRoot_I&) override { return ++state_.finished == 1; }
-
-private:
-    WriterState& state_;
-};
-
 // Calls the k-th function (from 0) of an object's table as a C client would.
 template <class Result, class... Arguments>
 Result CallSlot(void* object, std::size_t k, Arguments... arguments) {
@@ -101,30 +125,38 @@ Result CallSlot(void* object, std::size_t k, Arguments... arguments) {
 
 template <class Interface, class Factory, class... Arguments>
 void ExpectFactoryRules(Factory create, const Arguments&... arguments) {
+    const Stream stream;
     auto* const untouched = reinterpret_cast<Interface*>(&create);
     for (const auto& [version, code] : {std::pair{0u, 2030u}, {2u, 2029u}, {0xFFFFFFFFu, 2029u}}) {
         Interface* node = untouched;
-        EXPECT_EQ(CodeOf([&](auto* error) { create(1, &node, arguments..., version, error); }), code);
+        EXPECT_EQ(CodeOf([&](auto* error) { create(stream.Id(), &node, arguments..., version, error); }), code);
         EXPECT_EQ(node, untouched);
-        create(1, &node, arguments..., version, nullptr);
+        create(stream.Id(), &node, arguments..., version, nullptr);
         EXPECT_EQ(node, untouched);
     }
     for (const std::uint32_t version : {0u, 1u, 2u}) {
         Interface** const nowhere = nullptr;
-        EXPECT_EQ(CodeOf([&](auto* error) { create(1, nowhere, arguments..., version, error); }), 2027u);
+        EXPECT_EQ(CodeOf([&](auto* error) { create(stream.Id(), nowhere, arguments..., version, error); }), 2027u);
     }
-    const Handle<Interface> made(create, 1, arguments...);
+    const Handle<Interface> made(create, stream, arguments...);
     EXPECT_TRUE(made.IsLive());
     EXPECT_EQ(FindLiveObject(made.Shared()), FindLiveObject(made.get()));
+    stream.Close();
+    for (const std::uint64_t over : {stream.Id(), stream.Id() + 1000}) {
+        Interface* node = untouched;
+        EXPECT_EQ(CodeOf([&](auto* error) { create(over, &node, arguments..., 1, error); }), 2014u);
+        EXPECT_EQ(node, untouched);
+    }
 }
 
 }  // namespace
 
 TEST(SharedObject, GoesWithItsLastReference) {
     // A(cquire), R(elease); the object goes with the last one and not before.
+    const Stream stream;
     for (const std::string sequence : {"R", "AR", "AARR", "AARARR", "AAARRR"}) {
         IVkjsonGroup_v1* group = nullptr;
-        CreateGroup(1, &group, "g", "g", 1, nullptr);
+        CreateGroup(stream.Id(), &group, "g", "g", 1, nullptr);
         ISharedObject* const shared = group->GetSharedObject();
         for (const char operation : sequence) {
             ASSERT_NE(FindLiveObject(shared), nullptr) << sequence;
@@ -136,9 +168,10 @@ TEST(SharedObject, GoesWithItsLastReference) {
 }
 
 TEST(SharedObject, GroupsHoldWhatIsAttached) {
-    auto parent = std::make_unique<Group>();
-    Group child;
-    Number number;
+    const Stream stream;
+    auto parent = std::make_unique<Group>(stream);
+    Group child(stream);
+    Number number(stream);
     ASSERT_EQ(AddGroup(*parent, child.get()), 0u);
     ASSERT_EQ(AddStatic(child, number.get()), 0u);
     ISharedObject* const shared = number.Shared();
@@ -150,7 +183,7 @@ TEST(SharedObject, GroupsHoldWhatIsAttached) {
     // A group that the client still holds outlives its parent, is no child of it any more, and stays attached.
     parent.reset();
     EXPECT_TRUE(child.IsLive());
-    Group other;
+    Group other(stream);
     EXPECT_EQ(AddGroup(child, other.get()), 0u);
     EXPECT_EQ(AddGroup(other, child.get()), 2003u);
     child.Release();
@@ -159,8 +192,9 @@ TEST(SharedObject, GroupsHoldWhatIsAttached) {
 }
 
 TEST(SharedObject, ReferencesThatWereGivenBackAreNotTakenOver) {
-    auto parent = std::make_unique<Group>();
-    Group child;
+    const Stream stream;
+    auto parent = std::make_unique<Group>(stream);
+    Group child(stream);
     ASSERT_EQ(AddGroup(*parent, child.get()), 0u);
     ISharedObject* const shared = child.Shared();
     child.Release();  // never taken over by an Acquire
@@ -173,24 +207,11 @@ TEST(SharedObject, ReferencesThatWereGivenBackAreNotTakenOver) {
     EXPECT_FALSE(child.IsLive());
 }
 
-// Deeper than destructors can call each other.
-TEST(SharedObject, DeepTreesGoWithoutRecursion) {
-    auto top = std::make_unique<Group>();
-    const void* const bottom = top->get();
-    for (int depth = 0; depth < 100000; ++depth) {
-        auto above = std::make_unique<Group>();
-        ASSERT_EQ(AddGroup(*above, top->get()), 0u);
-        top = std::move(above);
-    }
-    EXPECT_NE(FindLiveObject(bottom), nullptr);
-    top.reset();
-    EXPECT_EQ(FindLiveObject(bottom), nullptr);
-}
-
 TEST(Group, TakesManyChildren) {
-    const Group group;
+    const Stream stream;
+    const Group group(stream);
     for (int k = 0; k < 80000; ++k) {
-        const Number number;
+        const Number number(stream);
         ASSERT_EQ(AddStatic(group, number.get()), 0u);
     }
     EXPECT_EQ(group.ChildCount(), 80000u);
@@ -200,31 +221,38 @@ TEST(Factories, RefuseBadArguments) {
     ExpectFactoryRules<IVkjsonRoot_v1>(CreateRoot, "creator");
     ExpectFactoryRules<IVkjsonGroup_v1>(CreateGroup, "name", nullptr);
     ExpectFactoryRules<IVkjsonStaticDataNum_v1>(CreateStaticNum, "name", "Name", 1.5);
-    ExpectFactoryRules<IVkjsonStaticDataString_v1>(CreateStaticString, nullptr, "Name", nullptr);
+    ExpectFactoryRules<IVkjsonStaticDataString_v1>(CreateStaticString, "name", "Name", nullptr);
     ExpectFactoryRules<IVkjsonStaticDataBool_v1>(CreateStaticBool, "name", "Name", std::uint8_t{1});
     ExpectFactoryRules<IVkjsonStaticDataNumArr_v1>(CreateStaticNumArr, "name", "Name");
+    ExpectFactoryRules<IVkjsonDynamicDataNum_v1>(CreateDynamicNum);
+    ExpectFactoryRules<IVkjsonDynamicDataNumArr_v1>(CreateDynamicNumArr);
+    ExpectFactoryRules<IVkjsonDynamicDataString_v1>(CreateDynamicString);
+    const Stream stream;
     for (const char* creator : {static_cast<const char*>(nullptr), ""}) {
         IVkjsonRoot_v1* root = nullptr;
-        EXPECT_EQ(CodeOf([&](auto* error) { CreateRoot(1, &root, creator, 1, error); }), 1505u);
+        EXPECT_EQ(CodeOf([&](auto* error) { CreateRoot(stream.Id(), &root, creator, 1, error); }), 1505u);
         EXPECT_EQ(root, nullptr);
     }
     for (const double value : {kNan, kInfinity, -kInfinity, kLargest}) {
         IVkjsonStaticDataNum_v1* number = nullptr;
-        EXPECT_EQ(CodeOf([&](auto* error) { CreateStaticNum(1, &number, "n", "n", value, 1, error); }), 2008u);
+        EXPECT_EQ(CodeOf([&](auto* error) { CreateStaticNum(stream.Id(), &number, "n", "n", value, 1, error); }),
+                  2008u);
         EXPECT_EQ(number, nullptr);
     }
 }
 
 TEST(Group, RefusesWhatDoesNotBelong) {
-    const Group a;
-    const Group b;
-    const Group c;
-    const Group elsewhere(2);
-    const Root root;
-    const Number number;
-    const Number foreign(5, 2);
-    const Number taken;
-    const void* const released = Number().get();
+    const Stream stream;
+    const Stream otherStream;
+    const Group a(stream);
+    const Group b(stream);
+    const Group c(stream);
+    const Group elsewhere(otherStream);
+    const Root root(stream);
+    const Number number(stream);
+    const Number foreign(otherStream);
+    const Number taken(stream);
+    const void* const released = Number(stream).get();
     const double other = 0;
     ASSERT_EQ(AddStatic(c, taken.get()), 0u);
     ASSERT_EQ(AddGroup(a, b.get()), 0u);
@@ -263,8 +291,138 @@ TEST(Group, RefusesWhatDoesNotBelong) {
     a->AddStaticData(nullptr, nullptr);  // without an error record
 }
 
+TEST(Nodes, MatchNamesAreLettersAndDigits) {
+    const Stream stream;
+    const struct {
+        const char* name;
+        std::uint32_t code;
+    } cases[] = {{"a", 0},     {"Zz", 0},    {"x9", 0},     {nullptr, 2022}, {"", 2022},    {"9", 2022},
+                 {"9a", 2022}, {"_", 2022},  {"a b", 2022}, {"a.b", 2022},   {"a\"", 2022}, {"\xC3\xA4", 2022},
+                 {"a@", 2022}, {"a[", 2022}, {"a`", 2022},  {"a{", 2022},    {"a/", 2022},  {"a:", 2022}};
+    for (const auto& [name, code] : cases) {
+        IVkjsonGroup_v1* group = nullptr;
+        IVkjsonStaticDataNum_v1* number = nullptr;
+        IVkjsonStaticDataString_v1* text = nullptr;
+        IVkjsonStaticDataBool_v1* truth = nullptr;
+        IVkjsonStaticDataNumArr_v1* array = nullptr;
+        IVkjsonDynamicDataNum_v1* dynamic = nullptr;
+        const std::uint64_t id = stream.Id();
+        EXPECT_EQ(CodeOf([&](auto* error) { CreateGroup(id, &group, name, "", 1, error); }), code) << name;
+        EXPECT_EQ(CodeOf([&](auto* error) { CreateStaticNum(id, &number, name, "", 1, 1, error); }), code) << name;
+        EXPECT_EQ(CodeOf([&](auto* error) { CreateStaticString(id, &text, name, "", "", 1, error); }), code) << name;
+        EXPECT_EQ(CodeOf([&](auto* error) { CreateStaticBool(id, &truth, name, "", 1, 1, error); }), code) << name;
+        EXPECT_EQ(CodeOf([&](auto* error) { CreateStaticNumArr(id, &array, name, "", 1, error); }), code) << name;
+        EXPECT_EQ(group != nullptr, code == 0) << name;
+        CreateDynamicNum(id, &dynamic, 1, nullptr);
+        const auto initialize = [&](auto* error) { dynamic->Initialize(name, "", "s", 0, 1, 0, nullptr, error); };
+        EXPECT_EQ(CodeOf(initialize), code) << name;
+    }
+    ReclaimNodes(stream.Id());
+}
+
+TEST(Group, StandsNoDeeperThanTheLimit) {
+    const Stream stream;
+    using Chain = std::vector<std::unique_ptr<Group>>;  // each within the one before it
+    const auto chain = [&stream](std::size_t levels) {
+        Chain groups;
+        while (groups.size() != levels) {  // from the innermost outwards
+            groups.insert(groups.begin(), std::make_unique<Group>(stream));
+            if (groups.size() == 1) continue;
+            EXPECT_EQ(AddGroup(*groups[0], groups[1]->get()), 0u);
+        }
+        return groups;
+    };
+    const Root root(stream);
+    const auto addToRoot = [&root](const Chain& groups) {
+        return CodeOf([&](auto* error) { root->GetGroup()->AddGroup(groups[0]->get(), error); });
+    };
+    const Chain deepest = chain(100);
+    EXPECT_EQ(addToRoot(deepest), 0u);
+    EXPECT_EQ(AddGroup(*deepest[99], chain(1)[0]->get()), 2003u);
+    EXPECT_EQ(AddGroup(*deepest[98], chain(1)[0]->get()), 0u);
+    const Chain tooDeep = chain(101);
+    EXPECT_EQ(addToRoot(tooDeep), 2003u);
+    EXPECT_EQ(AddGroup(*chain(1)[0], tooDeep[0]->get()), 2003u) << "deeper than any document's";
+
+    // From the outermost inwards.
+    const Chain growing = chain(1);
+    EXPECT_EQ(addToRoot(growing), 0u);
+    Chain below;
+    for (int k = 0; k < 99; ++k) {
+        Chain next = chain(1);
+        EXPECT_EQ(AddGroup(below.empty() ? *growing[0] : *below.back(), next[0]->get()), 0u) << k;
+        below.push_back(std::move(next[0]));
+    }
+    EXPECT_EQ(AddGroup(*below.back(), chain(1)[0]->get()), 2003u);
+
+    // Trees put together before they are attached: what counts is the longest way down, wherever it was added.
+    const Chain upper = chain(60);
+    EXPECT_EQ(addToRoot(upper), 0u);
+    const Chain middle = chain(20);
+    const Chain lower = chain(20);
+    EXPECT_EQ(AddGroup(*middle[19], lower[0]->get()), 0u);
+    EXPECT_EQ(AddGroup(*middle[3], chain(2)[0]->get()), 0u) << "a short way beside it";
+    const Chain other = chain(1);
+    EXPECT_EQ(AddGroup(*upper[59], other[0]->get()), 0u);
+    EXPECT_EQ(AddGroup(*other[0], middle[0]->get()), 2003u);
+    EXPECT_EQ(AddGroup(*upper[59], middle[0]->get()), 0u) << "as free as before";
+    EXPECT_EQ(AddGroup(*lower[19], chain(1)[0]->get()), 2003u);
+}
+
+TEST(Root, IsTheOnlyOneOfItsDocument) {
+    const auto secondRoot = [](const Stream& stream) {
+        IVkjsonRoot_v1* root = nullptr;
+        const std::uint32_t code = CodeOf([&](auto* error) { CreateRoot(stream.Id(), &root, "other", 1, error); });
+        EXPECT_EQ(root, nullptr);
+        return code;
+    };
+    const Stream stream;
+    Root root(stream);
+    EXPECT_EQ(secondRoot(stream), 2003u);
+    EXPECT_EQ(CodeOf([&](auto* error) { EXPECT_EQ(root->WriteDocument(error), 1u); }), 0u);
+    EXPECT_EQ(secondRoot(stream), 2003u) << "after it was written";
+    root.Release();
+    EXPECT_FALSE(root.IsLive());
+    EXPECT_EQ(secondRoot(stream), 2003u) << "what hung from the first is lost";
+    const Stream another;
+    const Root of(another);
+}
+
+TEST(Nodes, NothingIsAttachedAfterTheEnd) {
+    for (const bool isFinished : {true, false}) {
+        Stream stream;
+        const Root root(stream);
+        const Group group(stream);
+        const Group late(stream);
+        const Group child(stream);
+        const Number number(stream);
+        const Handle<IVkjsonDynamicDataString_v1> text(CreateDynamicString, stream);
+        text->Initialize("text", "", "text", 0, 1, 0, nullptr, nullptr);
+        root->GetGroup()->AddGroup(group.get(), nullptr);
+        if (isFinished) {
+            EXPECT_EQ(root->WriteDocument(nullptr), 1u);
+        } else {
+            stream.state.hasFailed = true;
+        }
+        for (const std::uint32_t code : {2000u, 2014u}) {
+            const auto expected = [code](std::uint32_t kind) { return code == 2000 ? code + kind : code; };
+            for (IVkjsonGroup_v1* const parent : {root->GetGroup(), group.get(), late.get()}) {
+                EXPECT_EQ(CodeOf([&](auto* error) { parent->AddDynamicDataShared(text.Shared(), error); }),
+                          expected(1));
+                EXPECT_EQ(CodeOf([&](auto* error) { parent->AddStaticDataShared(number.Shared(), error); }),
+                          expected(2));
+                EXPECT_EQ(CodeOf([&](auto* error) { parent->AddGroupShared(child.Shared(), error); }), expected(3));
+            }
+            const std::uint32_t headerCode = isFinished && code == 2000 ? 0 : expected(3);
+            EXPECT_EQ(CodeOf([&](auto* error) { root->WriteHeader(error); }), headerCode) << isFinished;
+            stream.Close();
+        }
+    }
+}
+
 TEST(StaticNumber, PatternAndRange) {
-    const Number number;
+    const Stream stream;
+    const Number number(stream);
     const auto setPattern = [&](std::uint64_t digitsInteger, std::uint64_t digitsDecimal) {
         return CodeOf([&](auto* error) { number->SetPattern(digitsInteger, digitsDecimal, 2, error); });
     };
@@ -274,6 +432,8 @@ TEST(StaticNumber, PatternAndRange) {
     EXPECT_EQ(setPattern(3, 2), 0u);
     EXPECT_EQ(setPattern(1, kUnsetCount), 2006u);
     EXPECT_EQ(setPattern(kUnsetCount, 0), 2006u);
+    EXPECT_EQ(setPattern(1001, 0), 2008u);
+    EXPECT_EQ(setPattern(0, 1001), 2008u);
     EXPECT_EQ(number.View().pattern.digitsInteger, 3u);
     EXPECT_EQ(number.View().pattern.digitsDecimal, 2u);
     EXPECT_TRUE(number.View().pattern.isSigned);
@@ -298,7 +458,8 @@ TEST(StaticNumber, PatternAndRange) {
 }
 
 TEST(StaticNumberArray, PropertiesFitTheElements) {
-    const Array array;
+    const Stream stream;
+    const Array array(stream);
     const auto setValues = [&](std::vector<double> values) {
         return CodeOf([&](auto* error) { array->SetValues(values.data(), values.size(), error); });
     };
@@ -311,19 +472,20 @@ TEST(StaticNumberArray, PropertiesFitTheElements) {
     const double one = 1;
     EXPECT_EQ(setValues({1, -2, 3}), 0u);
     EXPECT_EQ(setValues({1, kInfinity}), 2008u);
-    EXPECT_EQ(CodeOf([&](auto* error) { array->SetValues(nullptr, 1, error); }), 1u);
+    EXPECT_EQ(setValues({}), 2002u);
+    EXPECT_EQ(CodeOf([&](auto* error) { array->SetValues(nullptr, 1, error); }), 1001u);
     EXPECT_EQ(array.Values().values, (std::vector<double>{1, -2, 3}));
 
     EXPECT_EQ(setNames({"x", nullptr, "z"}), 0u);
     EXPECT_EQ(setNames({"x", "y"}), 2019u);
-    EXPECT_EQ(CodeOf([&](auto* error) { array->SetDisplayNames(nullptr, 3, error); }), 1u);
+    EXPECT_EQ(CodeOf([&](auto* error) { array->SetDisplayNames(nullptr, 3, error); }), 1001u);
     EXPECT_EQ(array.Values().displayNames, (std::vector<std::string>{"x", "", "z"}));
 
     EXPECT_EQ(setRanges({0, kLargest, 3}, {1, -kLargest, 3}), 0u);
-    EXPECT_EQ(setRanges({0, -9}, {9, 9}), 2018u);
+    EXPECT_EQ(setRanges({0, -9}, {9, 9}), 2005u);
     EXPECT_EQ(setRanges({0, -9, 9}, {9, 9, 0}), 2007u);
     EXPECT_EQ(setRanges({0, 0, 0}, {9, 9, 9}), 2008u);
-    EXPECT_EQ(CodeOf([&](auto* error) { array->SetRanges(&one, nullptr, 3, error); }), 1u);
+    EXPECT_EQ(CodeOf([&](auto* error) { array->SetRanges(&one, nullptr, 3, error); }), 1001u);
     ASSERT_EQ(array.Values().legalRanges.size(), 3u);
     EXPECT_EQ(array.Values().legalRanges[0].maximum, 1);
     EXPECT_FALSE(array.Values().legalRanges[1].IsKnown());
@@ -342,9 +504,8 @@ TEST(StaticNumberArray, PropertiesFitTheElements) {
 }
 
 TEST(Root, TimeModes) {
-    WriterState state;
-    const std::uint64_t streamId = OpenStream(std::make_unique<FakeWriter>(state));
-    const Root root(streamId);
+    Stream stream;
+    const Root root(stream);
     const auto* const inside = FindLive<VkjsonRootImpl>(root.get());
     const auto setTimecode = [&](std::uint8_t dropFrame, std::uint32_t value, std::uint32_t scale) {
         return CodeOf([&](auto* error) { root->SetTimecodeInfo(dropFrame, value, scale, error); });
@@ -383,26 +544,25 @@ TEST(Root, TimeModes) {
     EXPECT_EQ(inside->VideoSync().size(), 2u);
 
     // Once the header is written, or the conversion is over, nothing of it changes.
-    state.hasHeader = true;
-    for (const std::uint32_t code : {2020u, 2011u}) {
+    stream.state.hasHeader = true;
+    for (const std::uint32_t code : {2020u, 2014u}) {
         EXPECT_EQ(setTimecode(0, 100, 1), code);
         EXPECT_EQ(setUtc(0, 1), code);
         EXPECT_EQ(addFrame(), code);
         EXPECT_EQ(addTime(), code);
-        CloseStream(streamId);
+        stream.Close();
     }
     EXPECT_EQ(inside->TimeStringLength(), 11u);
     EXPECT_EQ(inside->VideoSync().size(), 2u);
-    EXPECT_EQ(CodeOf([&](auto* error) { EXPECT_EQ(root->WriteDocument(error), 0u); }), 2011u);
-    EXPECT_EQ(CodeOf([&](auto* error) { root->WriteHeader(error); }), 2011u);
+    EXPECT_EQ(CodeOf([&](auto* error) { EXPECT_EQ(root->WriteDocument(error), 0u); }), 2014u);
+    EXPECT_EQ(CodeOf([&](auto* error) { root->WriteHeader(error); }), 2014u);
     EXPECT_EQ(CodeOf([&](auto* error) { root->SetCreator(nullptr, error); }), 1505u);
     EXPECT_EQ(inside->Creator(), "creator");
 }
 
 TEST(Tables, SlotsAreCalledByPosition) {
-    WriterState state;
-    const std::uint64_t streamId = OpenStream(std::make_unique<FakeWriter>(state));
-    Root root(streamId);
+    Stream stream;
+    Root root(stream);
     const auto* const inside = FindLive<VkjsonRootImpl>(root.get());
     ZT_ErrorRecord error{0, 77, -1, -1};
     CallSlot<void>(root.get(), 1, "new creator", &error);
@@ -417,9 +577,9 @@ TEST(Tables, SlotsAreCalledByPosition) {
     EXPECT_EQ(inside->VideoSync().size(), 1u);
     EXPECT_EQ(error.code, 0u);
 
-    const Number byInterface(1, streamId);
-    const Number byHandle(2, streamId);
-    Group group(streamId);
+    const Number byInterface(stream, 1);
+    const Number byHandle(stream, 2);
+    Group group(stream);
     CallSlot<void>(top, 1, byHandle.Shared(), &error);
     CallSlot<void>(top, 5, byInterface.get(), &error);
     CallSlot<void>(top, 6, group.get(), &error);
@@ -432,22 +592,21 @@ TEST(Tables, SlotsAreCalledByPosition) {
     CallSlot<void>(byInterface.get(), 3, std::uint64_t{6}, std::uint64_t{0}, std::uint8_t{1}, &error);
     EXPECT_EQ(byInterface.View().pattern.digitsInteger, 6u);
 
-    const Array array;
+    const Array array(stream);
     const double values[] = {1, 2};
     CallSlot<void>(array.get(), 3, values, std::uint64_t{2}, &error);
     EXPECT_EQ(CallSlot<std::uint64_t>(array.get(), 6), 2u);
 
     CallSlot<void>(root.get(), 9, &error);
-    EXPECT_TRUE(state.hasHeader);
+    EXPECT_TRUE(stream.state.hasHeader);
     EXPECT_EQ(CallSlot<std::uint32_t>(root.get(), 0, &error), 1u);
     EXPECT_EQ(CallSlot<std::uint32_t>(root.get(), 0, &error), 0u);
-    EXPECT_EQ(state.finished, 1);
+    EXPECT_EQ(stream.state.finished, 1);
     CallSlot<void>(group.Shared(), 0);
     CallSlot<void>(group.Shared(), 0);
     CallSlot<void>(group.Shared(), 1);
     root.Release();
     EXPECT_FALSE(root.IsLive());
-    CloseStream(streamId);
 }
 
 }  // namespace zentor_test

@@ -6,6 +6,7 @@
 #include <map>
 
 #include "failure.h"
+#include "reader/parser.h"
 #include "written_document.h"
 
 namespace zentor_test {
@@ -24,21 +25,33 @@ std::string StaticText(const std::string& type, const std::string& value, const 
            "},'value':" + value + "}";
 }
 
-// As many groups within each other as are asked for.
+// As many groups within each other as are asked for: each with a source of its own, or all of them from one.
 class NestedGroups final : public ChildSource {
 public:
-    NestedGroups(const ZT_ConverterHandlerBase* converter, int depth) : converter_(converter), depth_(depth) {}
+    NestedGroups(const ZT_ConverterHandlerBase* converter, int depth, bool hasOwnSources)
+        : converter_(converter), depth_(depth), hasOwnSources_(hasOwnSources) {}
     bool Next(Child& child) override {
         if (depth_ == 0) return false;
-        const auto group = NativeCreateGroup(converter_, "g", "g");
-        group->SetChildSource(std::make_unique<NestedGroups>(converter_, std::exchange(depth_, 0) - 1));
-        child.group = group;
+        name_ = "g" + std::to_string(depth_);
+        child = {};
+        if (hasOwnSources_) {
+            const auto group = NativeCreateGroup(converter_, name_, "g");
+            group->SetChildSource(std::make_unique<NestedGroups>(converter_, std::exchange(depth_, 0) - 1, true));
+            child.group = group;
+        } else {
+            --depth_;
+            child.opensGroup = true;
+            child.node.matchName = name_;
+            child.node.displayName = "g";
+        }
         return true;
     }
 
 private:
     const ZT_ConverterHandlerBase* converter_;
     int depth_;
+    bool hasOwnSources_;
+    std::string name_;
 };
 
 }  // namespace
@@ -107,7 +120,6 @@ TEST(Writer, StaticNodes) {
                       text)));
     };
     const std::string unknown = range("-20", "'min':-20,'max':-20");
-    expectArray(0, {}, pattern("false", 0, 0), "", "[]", "[]");
     expectArray(2, {}, pattern("true", 1, 2), range("1.5", "'min':1.5,'max':1.5") + "," + unknown, "[]", "[1.5,-20]");
     expectArray(2, {{4, 5, false}, {{1, 2}, {}}, {"x", ""}, true}, pattern("false", 5, 4),
                 range("1.5", "'min':1,'max':2") + "," + unknown, "['x',''],'isPoint':true", "[1.5,-20]");
@@ -138,17 +150,76 @@ TEST(Writer, StringsOfAnyLength) {
     EXPECT_TRUE(document.Text() == OutlineText(expected));
 }
 
-TEST(Writer, DeepNesting) {
-    constexpr int kDepth = 5000;
-    Document document;
-    document.root->SetChildSource(std::make_unique<NestedGroups>(*document, kDepth));
-    EXPECT_EQ(document.Write(), 1u);
-    std::string expected;
-    for (int k = 0; k < kDepth; ++k) {
-        expected += "{'objectType':'dataGroup','matchName':'g','displayName':'g','children':[";
+TEST(Writer, GroupsOfChildSourcesStandNoDeeperThanTheLimit) {
+    for (const bool hasOwnSources : {true, false}) {
+        for (const int depth : {100, 101, 5000}) {
+            Document document;
+            document.root->SetChildSource(std::make_unique<NestedGroups>(*document, depth, hasOwnSources));
+            if (depth > 100) {
+                EXPECT_EQ(document.Write(2003), 0u);
+                EXPECT_EQ(document.FileCount(), 0u);
+                continue;
+            }
+            EXPECT_EQ(document.Write(), 1u);
+            std::string expected;
+            for (int k = depth; k > 0; --k) {
+                expected +=
+                    "{'objectType':'dataGroup','matchName':'g" + std::to_string(k) + "','displayName':'g','children':[";
+            }
+            for (int k = depth; k > 0; --k) expected += "]}";
+            EXPECT_EQ(document.Text(), OutlineText(expected));
+            EXPECT_EQ(FailureOf([&] { ParseDocument(document.Text(), ParserChoice::kVersion2); }), "");
+        }
     }
-    for (int k = 0; k < kDepth; ++k) expected += "]}";
-    EXPECT_TRUE(document.Text() == OutlineText(expected));
+}
+
+TEST(Writer, ArraysHaveElements) {
+    Document document;
+    const auto array = MakeOwner(new VkjsonStaticDataNumArrImpl(document.StreamId(), "a", "A"));
+    document.Add(array);
+    EXPECT_EQ(document.Write(2002), 0u);
+    EXPECT_EQ(document.FileCount(), 0u);
+    EXPECT_EQ(document.Write(), 0u) << "given up";
+
+    Document late;  // an array may be given its elements after it is attached
+    const auto filled = MakeOwner(new VkjsonStaticDataNumArrImpl(late.StreamId(), "a", "A"));
+    late.Add(filled);
+    const double value = 1;
+    CallModel([&](auto* error) { filled->SetValues(&value, 1, error); });
+    EXPECT_EQ(late.Write(), 1u);
+    EXPECT_EQ(FailureOf([&] { ParseDocument(late.Text(), ParserChoice::kVersion2); }), "");
+}
+
+// Counts are written into the outline as they are given, up to what readers take.
+TEST(Writer, LengthsAreCounts) {
+    constexpr std::uint64_t kLargest = std::uint64_t{1} << 53;
+    Document document;
+    const auto text = NativeCreateStaticString(*document, "s", "S", "x", {});
+    document.Add(text);
+    const auto set = [&](std::uint64_t length, std::uint64_t digits) {
+        ZT_ErrorRecord error{0, 77, -1, -1};
+        text->SetStringProperties(length, digits, 0, &error);
+        return error.code;
+    };
+    EXPECT_EQ(set(kLargest, kLargest), 0u);
+    EXPECT_EQ(set(kLargest + 1, 1), 2008u);
+    EXPECT_EQ(set(1, kUnsetCount - 1), 2008u);
+    EXPECT_EQ(document.Write(), 1u);
+    EXPECT_NE(document.Text().find("\"maxLen\":9007199254740992,"), std::string::npos);
+    EXPECT_EQ(FailureOf([&] { ParseDocument(document.Text(), ParserChoice::kVersion2); }), "");
+}
+
+TEST(Writer, SyncTimesAreOfTheTimeMode) {
+    Document document;
+    CallModel([&](auto* error) { document.root->AddVideoSyncTime("v", "00:00:01:00", error); });
+    CallModel([&](auto* error) { document.root->SetUtcInfo(0, 1, error); });
+    EXPECT_EQ(FailureOf([&] { CallModel([&](auto* error) { document.root->WriteHeader(error); }); }),
+              "2012: Writer failure.");
+    EXPECT_EQ(FailureOf([&] { CallModel([&](auto* error) { document.root->WriteHeader(error); }); }),
+              "2003: Internal converter failure")
+        << "given up";
+    EXPECT_EQ(document.Write(), 0u);
+    EXPECT_EQ(document.FileCount(), 0u);
 }
 
 TEST(Writer, HeaderWithoutSamplesIsTakenBack) {
@@ -221,7 +292,7 @@ TEST(Writer, EveryFileOperationFails) {
     EXPECT_EQ(abandoned.FileCount(), 1u);
     abandoned.Close();
     EXPECT_EQ(abandoned.FileCount(), 0u);
-    EXPECT_EQ(abandoned.Write(2011), 0u);
+    EXPECT_EQ(abandoned.Write(2014), 0u);
 }
 
 TEST(NativeFrame, Failures) {
@@ -231,6 +302,15 @@ TEST(NativeFrame, Failures) {
     constexpr double kInfinity = std::numeric_limits<double>::infinity();
     const std::string null = "1: Invalid pointer to \"Native converter\".";
     EXPECT_EQ(FailureOf([] { NativeCreateRoot(nullptr, "1"); }), null);
+    EXPECT_EQ(FailureOf([&] { NativeCreateRoot(converter, "no stream"); }), "2011: Writer failure.");
+    EXPECT_EQ(FailureOf([&] { NativeCreateGroup(std::make_unique<NoConverter>(ConversionInfo{}).get(), "g", "g"); }),
+              "2011: Writer failure.");
+    EXPECT_EQ(FailureOf([&] { NativeCreateRoot(converter, converter->Info().streamKey); }),
+              "2003: Internal converter failure")
+        << "it has one";
+    EXPECT_EQ(FailureOf([&] { NativeCreateGroup(converter, "", "g"); }), "2022: Internal converter failure");
+    EXPECT_EQ(FailureOf([&] { NativeCreateStaticNumArr(converter, "a", "a", {}, {}); }),
+              "2002: Internal converter failure");
     EXPECT_EQ(FailureOf([] { NativeCreateGroup(nullptr, "g", "g"); }), null);
     EXPECT_EQ(FailureOf([] { NativeCreateStaticNum(nullptr, "n", "n", 1, {}); }), null);
     EXPECT_EQ(FailureOf([&] { NativeCreateStaticNumArr(nullptr, "n", "n", values, {}); }), null);
@@ -248,7 +328,7 @@ TEST(NativeFrame, Failures) {
     EXPECT_EQ(number(1, {{}, {2, 0}}), "2007" + text);
     EXPECT_EQ(number(1, {{}, {2, 3}}), "2008" + text);
     EXPECT_EQ(array({{kUnsetCount, 1, false}, {}, {}}), "2006" + text);
-    EXPECT_EQ(array({{}, {{0, 9}}, {}}), "2018" + text);
+    EXPECT_EQ(array({{}, {{0, 9}}, {}}), "2005" + text);
     EXPECT_EQ(array({{}, {{0, 9}, {0, 1}}, {}}), "2008" + text);
     EXPECT_EQ(array({{}, {}, {"x", "y", "z"}}), "2019" + text);
     EXPECT_EQ(array({{}, {{0, 9}, {2, 2}}, {"x", "y"}}), "");

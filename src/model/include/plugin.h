@@ -30,7 +30,7 @@
 namespace ZT_PLUGIN {
 
 // The version of the tables here, and of the interfaces of nodes.h.
-inline constexpr uint32_t kInterfaceVersion = 1;
+constexpr uint32_t kInterfaceVersion = 1;
 
 // The document of one conversion; nodes belong to the document that they were made for.
 typedef uint64_t StreamContext;
@@ -40,10 +40,11 @@ typedef uint64_t StreamContext;
 // (of the node's GetSharedObject). A node that is attached is kept by its group. Nodes go with their conversion at the
 // latest. `version` is kInterfaceVersion of the
 // header that the plug-in was built with. On failure *node stays as it was. Codes: 2027 (`node` is null), 2029 (a
-// version above 1), 2030 (version 0), 2008 (a number that is not finite).
+// version above 1), 2030 (version 0), 2014 (`context` is that of no conversion under way), 2022 (the match name is not
+// of the form that nodes.h states), 2008 (a number that is not finite).
 struct ZT_NodeFactories {
     uint64_t size;  // of this table, in bytes
-    // Also code 1505: no creator, or an empty one. A document has one root.
+    // Also codes 1505 (no creator, or an empty one), 2003 (the document has a root, or had one).
     void (*createRoot)(StreamContext context, IVkjsonRoot_v1** node, const char* creator, uint32_t version,
                        ZT_ErrorRecord* error);
     void (*createGroup)(StreamContext context, IVkjsonGroup_v1** node, const char* matchName, const char* displayName,
