@@ -5,6 +5,8 @@
 
 #include "conversion/format_table.h"
 #include "conversion/plugin/plugin_host.h"
+#include "errors/last_exception.h"
+#include "util/utf_codec.h"
 
 namespace zentor {
 
@@ -25,6 +27,38 @@ void ListConverter(const ZT_PluginCallbacks& callbacks, const ConverterManifest&
             callbacks.addSignature(listContext, signature.offset, signature.bytes.data(), signature.bytes.size());
         }
     }
+}
+
+void ListFolder(const ZT_PluginCallbacks& callbacks, const ZT_PLUGIN::SearchedFolder& folder, void* listContext) {
+    if (callbacks.setFolder != nullptr) callbacks.setFolder(listContext, folder.path.c_str());
+    if (callbacks.addFolderProblem == nullptr) return;
+    for (const auto& [path, failure] : folder.problems) {
+        callbacks.addFolderProblem(listContext, path.c_str(), failure.code(), failure.what());
+    }
+}
+
+void ListModule(const ZT_PluginCallbacks& callbacks, const ZT_PLUGIN::FoundModule& module, void* listContext) {
+    if (callbacks.addModule != nullptr) {
+        callbacks.addModule(listContext, module.path.c_str(), module.identifier.c_str(), module.problemCode,
+                            module.problem.c_str());
+    }
+    for (const ZT_PLUGIN::PluginConverter& converter : module.converters) {
+        ListConverter(callbacks, converter.manifest, listContext);
+    }
+    if (callbacks.setLoadResult == nullptr || module.converters.empty()) return;
+    const auto lastException = GetLastException();
+    std::uint32_t code = 0;
+    std::string message;
+    std::string diagnosis;
+    try {
+        module.converters.front().module->Load(diagnosis);
+    } catch (const ns_sensor::ZT_Exception& failure) {
+        code = failure.code();
+        message = failure.what();
+        RestoreLastException(lastException);  // the listing itself has not failed
+    }
+    diagnosis = Utf16ToUtf8(Utf8ToUtf16(diagnosis));  // the system's words need not be valid text
+    callbacks.setLoadResult(listContext, code, message.c_str(), diagnosis.c_str());
 }
 
 }  // namespace
@@ -48,14 +82,11 @@ void ListPlugins(const ZT_HostSuite& host, void* listContext) {
     if (host.plugins == nullptr) return;
     const ZT_PluginCallbacks& callbacks = *host.plugins;
     const auto plugins = Plugins();
-    if (callbacks.setFolder != nullptr) callbacks.setFolder(listContext, plugins->Folder().c_str());
-    for (const ZT_PLUGIN::FoundModule& module : plugins->Modules()) {
-        if (callbacks.addModule != nullptr) {
-            callbacks.addModule(listContext, module.path.c_str(), module.identifier.c_str(), module.problemCode,
-                                module.problem.c_str());
-        }
-        for (const ZT_PLUGIN::PluginConverter& converter : module.converters) {
-            ListConverter(callbacks, converter.manifest, listContext);
+    auto module = plugins->Modules().begin();
+    for (std::size_t folder = 0; folder < plugins->Folders().size(); ++folder) {
+        ListFolder(callbacks, plugins->Folders()[folder], listContext);
+        for (; module != plugins->Modules().end() && module->folder == folder; ++module) {
+            ListModule(callbacks, *module, listContext);
         }
     }
 }
