@@ -15,23 +15,41 @@ std::string Report::Text() const {
 
 namespace {
 
-PluginConverter& LastConverter(void* list) { return static_cast<Converters*>(list)->plugins.back().converters.back(); }
+PluginFolder& LastFolder(void* list) { return static_cast<Converters*>(list)->pluginFolders.back(); }
+PluginModule& LastModule(void* list) { return LastFolder(list).modules.back(); }
+PluginConverter& LastConverter(void* list) { return LastModule(list).converters.back(); }
 
-constexpr ZT_PluginCallbacks kPluginCallbacks{
+constexpr ZT_PluginCallbacks kListing{
     sizeof(ZT_PluginCallbacks),
-    [](void* list, const char* path) { static_cast<Converters*>(list)->pluginFolder = path; },
+    [](void* list, const char* path) {
+        static_cast<Converters*>(list)->pluginFolders.push_back({path, {}, {}});
+    },
     [](void* list, const char* path, const char* identifier, std::uint32_t problemCode, const char* problem) {
-        static_cast<Converters*>(list)->plugins.push_back({path, identifier, {problemCode, problem, -1}, {}});
+        LastFolder(list).modules.push_back({path, identifier, {problemCode, problem, -1}, {}, {}});
     },
     [](void* list, const char* identifier, const char* name, double version, std::uint8_t isForced) {
-        static_cast<Converters*>(list)->plugins.back().converters.push_back(
-            {identifier, name, version, isForced != 0, {}, {}});
+        LastModule(list).converters.push_back({identifier, name, version, isForced != 0, {}, {}});
     },
     [](void* list, const char* extension) { LastConverter(list).extensions.emplace_back(extension); },
     [](void* list, std::uint64_t offset, const char* bytes, std::uint64_t length) {
         LastConverter(list).signatures.push_back({offset, std::string(bytes, length)});
     },
+    [](void* list, const char* path, std::uint32_t problemCode, const char* problem) {
+        LastFolder(list).problems.push_back({path, {problemCode, problem, -1}});
+    },
+    nullptr,
 };
+
+// The same, with the modules loaded.
+constexpr ZT_PluginCallbacks kLoading = [] {
+    ZT_PluginCallbacks callbacks = kListing;
+    callbacks.setLoadResult = [](void* list, std::uint32_t code, const char* message, const char* diagnosis) {
+        PluginModule::LoadResult& result = LastModule(list).loaded.emplace();
+        result.report = {code, message, -1};
+        result.diagnosis = diagnosis;
+    };
+    return callbacks;
+}();
 
 }  // namespace
 
@@ -39,7 +57,6 @@ Library::Library(const std::string& locale) {
     suite_.addFormat = [](void* list, const char* extension, const char* displayName) {
         static_cast<Converters*>(list)->formats.push_back({extension, displayName});
     };
-    extensions_.plugins = &kPluginCallbacks;
     suite_.extensions = &extensions_;
     suite_.localizedMessage = &TakeMessage;
     suite_.reportError = &TakeReport;
@@ -74,9 +91,10 @@ void Library::Fail(std::uint32_t code, const char* key) {
     throw LibraryFailure(Report{code, message_, -1});
 }
 
-Converters Library::ListConverters() {
+Converters Library::ListConverters(bool load) {
     Converters converters;
     report_ = {};
+    extensions_.plugins = load ? &kLoading : &kListing;
     GetSupportedFormats_1(&converters, this, &suite_);
     if (report_.code != 0) throw LibraryFailure(report_);
     return converters;

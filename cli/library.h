@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -53,17 +54,36 @@ struct PluginConverter {
 };
 
 struct PluginModule {
+    // What came of loading it.
+    struct LoadResult {
+        Report report;          // code 0: it can be used
+        std::string diagnosis;  // for its author
+    };
+
     std::string path;
     std::string identifier;
     Report problem;  // code 0: none
     std::vector<PluginConverter> converters;
+    std::optional<LoadResult> loaded;  // none: that has not been tried
+};
+
+// A folder where modules are looked for.
+struct PluginFolder {
+    // A folder in it, or itself, that could not be looked into.
+    struct Problem {
+        std::string path;
+        Report report;
+    };
+
+    std::string path;
+    std::vector<Problem> problems;
+    std::vector<PluginModule> modules;
 };
 
 // What there is to convert with.
 struct Converters {
     std::vector<Format> formats;
-    std::string pluginFolder;
-    std::vector<PluginModule> plugins;
+    std::vector<PluginFolder> pluginFolders;  // the last one is that beside the library
 };
 
 // The manager, for as long as a command runs.
@@ -81,7 +101,8 @@ public:
     // Throws a failure of the library's own that the command has found first.
     [[noreturn]] void Fail(std::uint32_t code, const char* key);
 
-    Converters ListConverters();
+    // `load`: whether each module that can be used is loaded, too.
+    Converters ListConverters(bool load = false);
 
 private:
     static void TakeMessage(void* library, const char* text, std::uint64_t length);

@@ -25,6 +25,7 @@ struct Arguments {
     CommonOptions common;
     ConvertOptions convert;
     SamplesOptions samples;
+    bool loadPlugins = false;
     std::string document;
     std::string dataPath;
     std::vector<std::string> documents;
@@ -92,12 +93,9 @@ void AddCommands(CLI::App& app, Arguments& arguments, Command& chosen) {
         };
     });
     CLI::App* plugins = app.add_subcommand("plugins", "List the plug-ins that were found, and what is wrong with them");
-    plugins->callback([&] {
-        chosen = [&](Library& library) {
-            RunPlugins(library, common);
-            return true;
-        };
-    });
+    plugins->add_flag("--load", arguments.loadPlugins, "Load each of them, and say why one fails");
+    plugins->callback(
+        [&] { chosen = [&](Library& library) { return RunPlugins(library, common, arguments.loadPlugins); }; });
     AddConvert(app, common, arguments.convert, chosen);
     AddReader(app, "info", "Show what a document is and how much it holds", arguments, chosen,
               [&](Library& library) { RunInfo(library, common, arguments.document); });

@@ -27,6 +27,36 @@ std::size_t FindUnescaped(std::string_view text) {
     return std::string_view::npos;
 }
 
+// What the built-in converters write as the document's creator begins so. They do not escape what they find: in their
+// documents a backslash is one of the recording.
+bool IsOfBuiltInConverter(std::string_view document) {
+    constexpr std::size_t kHead = 256;  // the creator stands at the beginning
+    return document.substr(0, kHead).find("\"creator\":\"com.orvane.sensor.") != std::string_view::npos;
+}
+
+// The length of the escape that a text begins with; 0 for none.
+std::size_t EscapeLength(std::string_view text) {
+    constexpr std::string_view kHexadecimal = "0123456789abcdefABCDEF";
+    constexpr std::size_t kUnicodeEscape = 6;
+    if (text.size() < 2 || text[0] != '\\') return 0;
+    if (std::string_view("\"\\/bfnrt").find(text[1]) != std::string_view::npos) return 2;
+    if (text[1] != 'u' || text.size() < kUnicodeEscape) return 0;
+    const std::string_view digits = text.substr(2, kUnicodeEscape - 2);
+    return digits.find_first_not_of(kHexadecimal) == std::string_view::npos ? kUnicodeEscape : 0;
+}
+
+// The first character that a document cannot hold as it is.
+std::size_t FindFault(std::string_view document) {
+    const bool mayEscape = !IsOfBuiltInConverter(document);
+    for (std::size_t begin = 0;;) {
+        const std::size_t found = FindUnescaped(document.substr(begin));
+        if (found == std::string_view::npos) return found;
+        const std::size_t escape = mayEscape ? EscapeLength(document.substr(begin + found)) : 0;
+        if (escape == 0) return begin + found;
+        begin += found + escape;
+    }
+}
+
 }  // namespace
 
 void CheckTexts(Stream& stream, const std::string& inputPath) {
@@ -37,7 +67,7 @@ void CheckTexts(Stream& stream, const std::string& inputPath) {
     if (file.Map(stream->DocumentPath()) != zentor::MapResult::kMapped) {
         throw LibraryFailure("the document cannot be read back");
     }
-    const std::size_t at = FindUnescaped(file.bytes());
+    const std::size_t at = FindFault(file.bytes());
     if (at == std::string_view::npos) return;
     const char* const what = file.bytes()[at] == '\\' ? "backslash" : "control character";
     throw LibraryFailure(std::string("the document is not valid: a text has a ") + what + " (at byte " +

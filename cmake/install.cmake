@@ -24,8 +24,13 @@ set_target_properties(zentor_plugin PROPERTIES EXPORT_NAME plugin)
 install(TARGETS zentor_plugin EXPORT zentorTargets)
 install(EXPORT zentorTargets NAMESPACE zentor:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/zentor)
 
+# Plug-ins stand beside the library.
+set(ZENTOR_PLUGIN_SUBDIR ${CMAKE_INSTALL_LIBDIR}/zentor-plugins)
+if(WIN32)
+  set(ZENTOR_PLUGIN_SUBDIR ${CMAKE_INSTALL_BINDIR}/zentor-plugins)
+endif()
 configure_package_config_file(cmake/zentorConfig.cmake.in ${CMAKE_BINARY_DIR}/zentorConfig.cmake
-  INSTALL_DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/zentor)
+  INSTALL_DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/zentor PATH_VARS ZENTOR_PLUGIN_SUBDIR)
 write_basic_package_version_file(${CMAKE_BINARY_DIR}/zentorConfigVersion.cmake COMPATIBILITY SameMinorVersion)
 install(FILES ${CMAKE_BINARY_DIR}/zentorConfig.cmake ${CMAKE_BINARY_DIR}/zentorConfigVersion.cmake
   cmake/zentorPlugin.cmake

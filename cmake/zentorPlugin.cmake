@@ -3,10 +3,18 @@
 #   zentor_add_plugin(NAME SOURCES file... MANIFEST file.json [IDENTIFIER identifier] [NO_INSTALL])
 #
 # makes the module NAME from C++ sources that have ZENTOR_PLUGIN(...) once. The manifest is embedded, and the module's
-# identifier: by default that of the manifest's first converter. Unless told otherwise, `cmake --install` puts the module
-# into the folder in which the library looks for plug-ins, when the prefix is that of the library.
+# identifier: by default that of the manifest's first converter. A function that no library provides is an error when
+# the module is linked. Unless told otherwise, `cmake --install` puts the module below its prefix where the library that
+# was found has its plug-ins below its own, zentor_PLUGIN_SUBDIR; a top-level project that was configured without a
+# prefix gets that of the library, so that the module goes into its folder, zentor_PLUGIN_DIR.
 include_guard()
-include(GNUInstallDirs)
+if(NOT DEFINED zentor_PLUGIN_SUBDIR)  # as a part of the library's own project
+  include(GNUInstallDirs)
+  set(zentor_PLUGIN_SUBDIR ${CMAKE_INSTALL_LIBDIR}/zentor-plugins)
+  if(WIN32)
+    set(zentor_PLUGIN_SUBDIR ${CMAKE_INSTALL_BINDIR}/zentor-plugins)
+  endif()
+endif()
 
 function(zentor_add_plugin name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "NO_INSTALL" "MANIFEST;IDENTIFIER" "SOURCES")
@@ -29,7 +37,6 @@ function(zentor_add_plugin name)
     file(CONFIGURE OUTPUT "${embedded}.rc" @ONLY CONTENT
       "ZTPLUGINUIDS txt \"@manifest@\"\nMODULE_IDENTIFIER txt \"@identifier@\"\n")
     target_sources(${name} PRIVATE "${embedded}.rc")
-    set(plugin_folder "${CMAKE_INSTALL_BINDIR}/zentor-plugins")
   else()
     _zentor_bytes(manifest_bytes "${manifest}")
     _zentor_bytes(identifier_bytes "${identifier}")
@@ -39,16 +46,33 @@ ZT_TEXT("ZTPLUGINUIDS") kManifest[] = {@manifest_bytes@};
 ZT_TEXT("MODULE_IDENTIFIER") kIdentifier[] = {@identifier_bytes@};
 ]])
     target_sources(${name} PRIVATE "${embedded}_texts.cpp")
-    set(plugin_folder "${CMAKE_INSTALL_LIBDIR}/zentor-plugins")
   endif()
   set_target_properties(${name} PROPERTIES PREFIX "" CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
   target_link_libraries(${name} PRIVATE zentor::plugin)
+  _zentor_is_sanitized(is_sanitized)
   if(MINGW)  # the module finds its runtime nowhere but in itself
-    target_link_options(${name} PRIVATE -static)
+    target_link_options(${name} PRIVATE -static -Wl,--no-undefined)
+  elseif(UNIX AND NOT APPLE AND NOT is_sanitized)
+    target_link_options(${name} PRIVATE -Wl,-z,defs)
   endif()
   target_compile_features(${name} PRIVATE cxx_std_17)
   if(NOT arg_NO_INSTALL)
-    install(TARGETS ${name} LIBRARY DESTINATION "${plugin_folder}")
+    if(CMAKE_INSTALL_PREFIX_INITIALIZED_TO_DEFAULT AND PROJECT_IS_TOP_LEVEL AND DEFINED zentor_PREFIX)
+      set_property(CACHE CMAKE_INSTALL_PREFIX PROPERTY VALUE "${zentor_PREFIX}")
+    endif()
+    install(TARGETS ${name} LIBRARY DESTINATION "${zentor_PLUGIN_SUBDIR}")
+  endif()
+endfunction()
+
+# The runtime of sanitizers comes with the program: modules leave its functions open.
+function(_zentor_is_sanitized result)
+  get_directory_property(options COMPILE_OPTIONS)
+  string(TOUPPER "CMAKE_CXX_FLAGS_${CMAKE_BUILD_TYPE}" flags_of_type)
+  string(FIND "${CMAKE_CXX_FLAGS} ${${flags_of_type}} ${CMAKE_MODULE_LINKER_FLAGS} ${options}" "-fsanitize=" at)
+  if(at EQUAL -1)
+    set(${result} FALSE PARENT_SCOPE)
+  else()
+    set(${result} TRUE PARENT_SCOPE)
   endif()
 endfunction()
 

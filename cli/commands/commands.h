@@ -32,7 +32,8 @@ struct SamplesOptions {
 };
 
 void RunFormats(Library& library, const CommonOptions& common);
-void RunPlugins(Library& library, const CommonOptions& common);
+// Whether all modules can be used, as far as that was looked for: `load`, by loading them.
+bool RunPlugins(Library& library, const CommonOptions& common, bool load);
 void RunConvert(Library& library, const CommonOptions& common, const ConvertOptions& options);
 void RunInfo(Library& library, const CommonOptions& common, const std::string& path);
 // `dataPath`: whose children to show; empty: the whole outline.

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "commands/commands.h"
 #include "json_output.h"
 #include "standard_output.h"
@@ -21,12 +23,25 @@ void ShowConverter(const PluginConverter& converter) {
     WriteOutput(text);
 }
 
+void ShowModule(const PluginModule& module) {
+    std::string text = Printable(module.path) + " (" + Printable(module.identifier) + ")";
+    if (module.problem.code != 0) text += ": " + Printable(module.problem.Text());
+    if (module.loaded) {
+        const auto& [report, diagnosis] = *module.loaded;
+        text += report.code == 0 ? ": loaded" : ": " + Printable(report.Text());
+        if (!diagnosis.empty()) text += "\n  " + Printable(diagnosis);
+    }
+    WriteOutput(text + '\n');
+    for (const PluginConverter& converter : module.converters) ShowConverter(converter);
+}
+
 void ShowText(const Converters& converters) {
-    WriteOutput(Printable(converters.pluginFolder) + (converters.plugins.empty() ? ": none\n" : ":\n"));
-    for (const PluginModule& module : converters.plugins) {
-        const std::string problem = module.problem.code == 0 ? "" : ": " + Printable(module.problem.Text());
-        WriteOutput(Printable(module.path) + " (" + Printable(module.identifier) + ")" + problem + '\n');
-        for (const PluginConverter& converter : module.converters) ShowConverter(converter);
+    for (const PluginFolder& folder : converters.pluginFolders) {
+        WriteOutput(Printable(folder.path) + (folder.modules.empty() && folder.problems.empty() ? ": none\n" : ":\n"));
+        for (const auto& [path, report] : folder.problems) {
+            WriteOutput(Printable(path) + ": " + Printable(report.Text()) + '\n');
+        }
+        for (const PluginModule& module : folder.modules) ShowModule(module);
     }
 }
 
@@ -52,43 +67,85 @@ void AppendConverter(JsonOutput& json, const PluginConverter& converter) {
     json.EndObject();
 }
 
+void AppendReport(JsonOutput& json, const Report& report) {
+    json.Member("code", report.code);
+    json.Member("message", report.message);
+}
+
+void AppendFolder(JsonOutput& json, const PluginFolder& folder) {
+    json.BeginObject();
+    json.Member("path", folder.path);
+    json.Key("problems");
+    json.BeginArray();
+    for (const auto& [path, report] : folder.problems) {
+        json.BeginObject();
+        json.Member("path", path);
+        AppendReport(json, report);
+        json.EndObject();
+    }
+    json.EndArray();
+    json.EndObject();
+}
+
+void AppendModule(JsonOutput& json, const PluginModule& module) {
+    json.BeginObject();
+    json.Member("path", module.path);
+    json.Member("identifier", module.identifier);
+    if (module.problem.code != 0) {
+        json.Key("problem");
+        json.BeginObject();
+        AppendReport(json, module.problem);
+        json.EndObject();
+    }
+    json.Key("converters");
+    json.BeginArray();
+    for (const PluginConverter& converter : module.converters) AppendConverter(json, converter);
+    json.EndArray();
+    if (module.loaded) {
+        json.Key("load");
+        json.BeginObject();
+        AppendReport(json, module.loaded->report);
+        json.Member("diagnosis", module.loaded->diagnosis);
+        json.EndObject();
+    }
+    json.EndObject();
+}
+
 void ShowJson(const Converters& converters) {
+    const std::vector<PluginFolder>& folders = converters.pluginFolders;
     JsonOutput json;
     json.BeginObject();
-    json.Member("folder", converters.pluginFolder);
+    json.Member("folder", folders.empty() ? std::string() : folders.back().path);
+    json.Key("folders");
+    json.BeginArray();
+    for (const PluginFolder& folder : folders) AppendFolder(json, folder);
+    json.EndArray();
     json.Key("modules");
     json.BeginArray();
-    for (const PluginModule& module : converters.plugins) {
-        json.BeginObject();
-        json.Member("path", module.path);
-        json.Member("identifier", module.identifier);
-        if (module.problem.code != 0) {
-            json.Key("problem");
-            json.BeginObject();
-            json.Member("code", module.problem.code);
-            json.Member("message", module.problem.message);
-            json.EndObject();
-        }
-        json.Key("converters");
-        json.BeginArray();
-        for (const PluginConverter& converter : module.converters) AppendConverter(json, converter);
-        json.EndArray();
-        json.EndObject();
+    for (const PluginFolder& folder : folders) {
+        for (const PluginModule& module : folder.modules) AppendModule(json, module);
     }
     json.EndArray();
     json.EndObject();
     json.Finish();
 }
 
+// Also false for a module that was not loaded because of what was found before.
+bool CanBeUsed(const PluginModule& module) { return module.loaded && module.loaded->report.code == 0; }
+
 }  // namespace
 
-void RunPlugins(Library& library, const CommonOptions& common) {
-    const Converters converters = library.ListConverters();
+bool RunPlugins(Library& library, const CommonOptions& common, bool load) {
+    const Converters converters = library.ListConverters(load);
     if (common.json) {
         ShowJson(converters);
     } else {
         ShowText(converters);
     }
+    const auto areUsable = [](const PluginFolder& folder) {
+        return std::all_of(folder.modules.begin(), folder.modules.end(), CanBeUsed);
+    };
+    return !load || std::all_of(converters.pluginFolders.begin(), converters.pluginFolders.end(), areUsable);
 }
 
 }  // namespace zentor_cli

@@ -166,14 +166,17 @@ struct ZT_DataTypeCallbacks {
     void (*addArrayDisplayName)(void* handle, uint64_t index, const char* text, uint64_t length);
 };
 
-// Hands over the plug-in modules that were found (of the extensions, slot 9), in the order in which they are asked: the
-// folder, then each module and its converters, each followed by its extensions and signatures.
+// Hands over the plug-in modules that were found (of the extensions, slot 9), in the order in which they are asked: each folder and its
+// problems, then the modules that were found there, each with its converters, and these with their extensions and
+// signatures.
 struct ZT_PluginCallbacks {
     uint32_t size ZT_OWN_SIZE(ZT_PluginCallbacks);
-    // Where modules are looked for, whether there is such a folder or not.
+    // Where modules are looked for, whether there is such a folder or not: the folders of the environment variable
+    // ZENTOR_PLUGIN_PATH, and at last the one beside the library.
     void (*setFolder)(void* listContext, const char* path);
     // `identifier` is the module's own. A module that cannot be used has no converters, and a problem: an error code
-    // with its message; else these are 0 and empty.
+    // with its message; else these are 0 and empty. A module that has both is used: a property of its manifest, which
+    // the message names, is allowed but hardly meant.
     void (*addModule)(void* listContext, const char* path, const char* identifier, uint32_t problemCode,
                       const char* problem);
     // `isForced`: 1 for a converter that comes before the built-in ones, else 0.
@@ -181,6 +184,14 @@ struct ZT_PluginCallbacks {
     void (*addExtension)(void* listContext, const char* extension);  // without a dot, in lower case
     // What inputs have at a byte offset, one of these.
     void (*addSignature)(void* listContext, uint64_t offset, const char* bytes, uint64_t length);
+    // The folder that was handed over last, or one in it, cannot be looked into (codes 12, 16; it is tried again with
+    // the next conversion or listing), or is passed over, because its path is not absolute (12).
+    void (*addFolderProblem)(void* listContext, const char* path, uint32_t problemCode, const char* problem);
+    // Null: no module is loaded for the listing. Otherwise each module that has converters is, after they were handed
+    // over, and stays so like one that was used. `code` 0: it can be used; else 1021 or 1500 with the message, and
+    // `diagnosis` is for the module's author: what the system's loader says, in the user's language, or what the
+    // module's InitializePlugin has done.
+    void (*setLoadResult)(void* listContext, uint32_t code, const char* message, const char* diagnosis);
 };
 
 // What the host wants of operations; read when an operation begins, so that it can be changed between them.
@@ -396,7 +407,8 @@ ZT_EXPORTED void CreateZentor_1(IZentor** zentor, const void* hostTable1, const 
 ZT_EXPORTED void DestroyZentor_1(IZentor** zentor, void* errorContext);
 
 // Calls the suite's `addFormat` once for each supported format, by ascending extension, and then the suite's entries
-// for the plug-in modules that were found. Plug-ins are read, but not loaded for that. `suite` is kept if none is yet.
+// for the plug-in modules that were found. Plug-ins are read, and loaded only for `setLoadResult`. `suite` is kept if
+// none is yet.
 // Names are in the manager's locale; in English while there is no manager.
 ZT_EXPORTED void GetSupportedFormats_1(void* listContext, void* errorContext, const ZT_HostSuite* suite);
 

@@ -10,6 +10,7 @@
 #include "errors/call_scope.h"
 #include "errors/converter_failure.h"
 #include "errors/exception.h"
+#include "errors/first_failure.h"
 #include "errors/last_exception.h"
 #include "errors/raise.h"
 #include "model/live_objects.h"
@@ -42,22 +43,25 @@ private:
 using MakeConverter = std::function<std::unique_ptr<ZT_ConverterHandlerBase>(ConversionInfo info)>;
 
 // The converter of an input: a plug-in that insists on it, a built-in one, or any other plug-in. What it gives keeps
-// the plug-ins while it is used. Code 25 when there is none.
+// the plug-ins while it is used. When there is none: the failure of the first plug-in that could not say whether it is
+// one; what kept plug-ins from being found; else code 25.
 MakeConverter FindConverter(const std::string& inputPath) {
     const std::string extension = LowerCaseAscii(ExtensionOf(inputPath));
     const auto plugins = Plugins();
     const NativeFormat* const format = FindConvertibleFormat(extension);
-    const ZT_PLUGIN::PluginConverter* converter = nullptr;
     const auto lastException = GetLastException();
-    try {
-        converter = plugins->FindForced(inputPath, extension);
-    } catch (const ns_sensor::ZT_Exception&) {
-        if (format == nullptr) throw;  // a plug-in that fails does not take a built-in converter's input away
-        RestoreLastException(lastException);
+    FirstFailure failure;  // a plug-in that fails does not take the input away from others
+    const ZT_PLUGIN::PluginConverter* converter = plugins->FindForced(inputPath, extension, failure);
+    if (converter == nullptr && format == nullptr) {
+        converter = plugins->FindOther(inputPath, extension, failure);
+        if (converter == nullptr) {
+            failure.RaiseIfAny();
+            plugins->RaiseUnseen();
+            Raise(kFileFormatNotSupported);
+        }
     }
-    if (converter == nullptr && format != nullptr) return format->makeConverter;
-    if (converter == nullptr) converter = plugins->FindOther(inputPath, extension);
-    if (converter == nullptr) Raise(kFileFormatNotSupported);
+    RestoreLastException(lastException);
+    if (converter == nullptr) return format->makeConverter;
     return [plugins, converter](ConversionInfo info) {
         return std::make_unique<ZT_PLUGIN::ZT_ConverterHandlerInstance>(std::move(info), *converter);
     };

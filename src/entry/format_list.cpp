@@ -6,6 +6,8 @@
 #include "conversion/format_table.h"
 #include "conversion/plugin/plugin_host.h"
 #include "errors/host_tables.h"
+#include "errors/last_exception.h"
+#include "util/utf_codec.h"
 
 namespace zentor {
 
@@ -20,6 +22,35 @@ void ListConverter(const ZT_PluginCallbacks& callbacks, const ConverterManifest&
     for (const FormatSignature& signature : converter.signatures) {
         CallHost(callbacks.addSignature, listContext, signature.offset, signature.bytes.data(), signature.bytes.size());
     }
+}
+
+void ListFolder(const ZT_PluginCallbacks& callbacks, const ZT_PLUGIN::SearchedFolder& folder, void* listContext) {
+    CallHost(callbacks.setFolder, listContext, folder.path.c_str());
+    for (const auto& [path, failure] : folder.problems) {
+        CallHost(callbacks.addFolderProblem, listContext, path.c_str(), failure.code(), failure.what());
+    }
+}
+
+void ListModule(const ZT_PluginCallbacks& callbacks, const ZT_PLUGIN::FoundModule& module, void* listContext) {
+    CallHost(callbacks.addModule, listContext, module.path.c_str(), module.identifier.c_str(), module.problemCode,
+             module.problem.c_str());
+    for (const ZT_PLUGIN::PluginConverter& converter : module.converters) {
+        ListConverter(callbacks, converter.manifest, listContext);
+    }
+    if (callbacks.setLoadResult == nullptr || module.converters.empty()) return;
+    const auto lastException = GetLastException();
+    std::uint32_t code = 0;
+    std::string message;
+    std::string diagnosis;
+    try {
+        module.converters.front().module->Load(diagnosis);
+    } catch (const ns_sensor::ZT_Exception& failure) {
+        code = failure.code();
+        message = failure.what();
+        RestoreLastException(lastException);  // the listing itself has not failed
+    }
+    diagnosis = Utf16ToUtf8(Utf8ToUtf16(diagnosis));  // the system's words need not be valid text
+    CallHost(callbacks.setLoadResult, listContext, code, message.c_str(), diagnosis.c_str());
 }
 
 }  // namespace
@@ -45,12 +76,11 @@ void ListPlugins(void* listContext) {
     if (wanted == nullptr) return;
     const ZT_PluginCallbacks callbacks = ReadHostTable(wanted);
     const auto plugins = Plugins();
-    CallHost(callbacks.setFolder, listContext, plugins->Folder().c_str());
-    for (const ZT_PLUGIN::FoundModule& module : plugins->Modules()) {
-        CallHost(callbacks.addModule, listContext, module.path.c_str(), module.identifier.c_str(), module.problemCode,
-                 module.problem.c_str());
-        for (const ZT_PLUGIN::PluginConverter& converter : module.converters) {
-            ListConverter(callbacks, converter.manifest, listContext);
+    auto module = plugins->Modules().begin();
+    for (std::size_t folder = 0; folder < plugins->Folders().size(); ++folder) {
+        ListFolder(callbacks, plugins->Folders()[folder], listContext);
+        for (; module != plugins->Modules().end() && module->folder == folder; ++module) {
+            ListModule(callbacks, *module, listContext);
         }
     }
 }

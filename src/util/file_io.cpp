@@ -146,6 +146,14 @@ void File_IO::CloseFolder(os::Folder* folder) {
     if (status != os::Status::kOk) Raise(kCloseFolderFailure, Quoted(kName), "FindClose");
 }
 
+os::FileIdentity File_IO::FolderIdentity(const std::string& path) {
+    constexpr const char* kName = "File_IO::FolderIdentity";
+    os::FileIdentity identity;
+    const os::Status status = Try(kName, [&] { return os::GetFileIdentity(path, identity); });
+    if (status != os::Status::kOk) Raise(kOpenFolderFailure, Quoted(kName), "GetFileInformationByHandle");
+    return identity;
+}
+
 std::string File_IO::TempFolder() {
     constexpr const char* kName = "File_IO::GetTempFile";
     std::string folder;

@@ -43,6 +43,8 @@ public:
     // The next entry of an open folder; false after the last one. Code 16.
     static bool ReadFolder(os::Folder* folder, std::string& name, PathKind& kind);
     static void CloseFolder(os::Folder* folder);  // code 17; null is ignored
+    // What tells a folder from others, whatever leads to it. Code 16.
+    static os::FileIdentity FolderIdentity(const std::string& path);
 
     // The folder for temporary files, without a slash at the end. Code 14.
     static std::string TempFolder();

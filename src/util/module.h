@@ -1,5 +1,5 @@
-// Dynamic modules: their embedded texts, their functions, and where this one is. One implementation each in win32/ and
-// posix/; without messages or exceptions.
+// Dynamic modules: loading them, their functions, and where this one is. One implementation each in win32/ and posix/;
+// without messages or exceptions.
 #pragma once
 
 #include <string>
@@ -11,16 +11,11 @@ namespace zentor::os {
 // What the names of modules end in, in lower case: ".dll", ".so".
 extern const char* const kModuleSuffix;
 
-// Reads the text that a module carries under `name`: the resource of type "txt", or the section ".zt.txt." + name. No
-// code of the module runs. kNotFound: no such text, or the file is no module of this machine; kFailed: the file cannot
-// be read, or the text is longer than 16 MiB.
-Status ReadModuleText(const std::string& path, const std::string& name, std::string& text);
-
 struct Module;  // one that is loaded
 
-// Loads a module, which runs its initialisation; null when it cannot be loaded. The modules that it needs may stand
-// beside it.
-Module* LoadModule(const std::string& path);
+// Loads a module, which runs its initialisation; null when it cannot be loaded: `problem` is then what the system's
+// loader says about it, in the user's language, perhaps nothing. The modules that it needs may stand beside it.
+Module* LoadModule(const std::string& path, std::string& problem);
 // Null when the module exports no such function.
 void* FindFunction(Module* module, const char* name);
 void UnloadModule(Module* module);

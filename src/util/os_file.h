@@ -5,6 +5,7 @@
 // the end of one belong to it.
 #pragma once
 
+#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -49,6 +50,14 @@ Status ResolveLinks(const std::string& path, std::string& resolved);
 void CopyPermissions(const std::string& from, const std::string& to);
 // Lets a file be used by everybody who may use what this process usually makes in that folder.
 void GiveUsualPermissions(const std::string& path);
+// What tells an existing file or folder from all others, whatever the path that leads to it.
+struct FileIdentity {
+    std::uint64_t volume = 0;
+    std::uint64_t number = 0;
+
+    auto operator<=>(const FileIdentity&) const = default;
+};
+Status GetFileIdentity(const std::string& path, FileIdentity& identity);
 // Whether both paths name the same existing file, links resolved; false when either does not exist.
 Status IsSameFile(const std::string& a, const std::string& b, bool& same);
 

@@ -10,6 +10,9 @@ awk '/^`[^` ]+`:$/ {name = substr($0, 2, length($0) - 3)}
      /^```/ {inside = !inside; if (/^```console$/) name = "console"; if (!inside) name = ""; next}
      inside && name != "" {print > name}' "$project/docs/plugins.md"
 make_plugin . build
+# Without a prefix it goes where the library that was found has its plug-ins.
+DESTDIR=$work/stage cmake --install build >../log 2>&1 || fail "$(<../log)"
+[ -e "$work/stage$plugins/pulse$suffix" ] || fail "installed elsewhere: $(<../log)"
 expect 0 'pulse[^ ]* \(org.example.pulse\)' plugins
 
 # Each command of the consoles, with what it printed.

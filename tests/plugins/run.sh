@@ -102,7 +102,7 @@ expect 0 '"HOSTILE"' tree table.csv
 
 # Modules that do not get as far as that; none keeps another from its work.
 use no_initialize
-convert good 1 "zentor: error 1021: Can't load module."
+convert good 1 "zentor: error 1021: Plugin \".*no_initialize$suffix\" not loaded."
 while read -r module identifier; do
   use "$module"
   convert good 1 "zentor: error 1500: Initialization of plugin with id $identifier failed.( \(at byte 5\))?"

@@ -112,9 +112,39 @@ TEST(Manifest, WhatIsRefused) {
         {Signatures("[{'offset':0,'byte_seq':'x','length':2}]"), violation("length")},
         {WithMembers({{"extensions", "'csv'"}}), wrongType("extensions", "JSON Array")},
         {WithMembers({{"extensions", "['csv',1]"}}), wrongType("extensions", "JSON String")},
+        // What cannot be handed out as a C text.
+        {WithMembers({{"identifier", "'org\\u0000'"}}), violation("identifier")},
+        {Names("[{'localeID':'en_US','value':'\\u0000'}]"), violation("value")},
+        {WithMembers({{"extensions", "['csv\\u0000']"}}), violation("extensions")},
     };
     for (const auto& [json, failure] : cases) {
         EXPECT_EQ(FailureOf([&json = json] { ReadManifest(json, "de_DE"); }), failure) << json;
+    }
+}
+
+TEST(Manifest, WhatIsHardlyMeant) {
+    const char* signature = "[{'offset':0,'byte_seq':'x\\u0000y','length':3}]";
+    const std::pair<std::string, std::string> cases[] = {
+        {WithMembers({}), "extensions"},
+        {WithMembers({{"extensions", "[]"}, {"check_format", "[]"}}), "extensions"},
+        {WithMembers({{"extensions", "['nmea']"}}), ""},
+        {WithMembers({{"extensions", "['']"}}), ""},  // files without one
+        {WithMembers({{"check_format", signature}}), ""},
+        {WithMembers({{"extensions", "['nmea','.gps']"}}), "extensions"},
+        {WithMembers({{"extensions", "['tar.gz']"}, {"check_format", signature}}), "extensions"},
+        {WithMembers({{"extension", "['nmea']"}}), "extension"},
+        {WithMembers({{"Extensions", "['nmea']"}}), "Extensions"},
+        {WithMembers({{"extentions", "['nmea']"}, {"check_format", signature}}), "extentions"},
+        {WithMembers({{"extensions", "['nmea']"}, {"check-format", signature}}), "check-format"},
+        {WithMembers({{"extensions", "['nmea']"}, {"checkFormats", signature}}), "checkFormats"},
+        {WithMembers({{"extensions", "['nmea']"}, {"force_convertor", "true"}}), "force_convertor"},
+        {WithMembers({{"extensions", "['nmea']"}, {"forceConverter", "true"}}), "forceConverter"},
+        {WithMembers({{"extensions", "['nmea']"}, {"vesrion", "2"}}), "vesrion"},
+        {WithMembers({{"extensions", "['nmea']"}, {"vendor", "'x'"}, {"date", "1"}, {"force", "1"}, {"", "1"}}), ""},
+        {WithMembers({{"extensions", "['nmea']"}, {std::string(100000, 'n'), "1"}}), ""},
+    };
+    for (const auto& [json, property] : cases) {
+        EXPECT_EQ(ReadManifest(json, "en_US").at(0).doubtfulProperty, property) << json.substr(0, 200);
     }
 }
 

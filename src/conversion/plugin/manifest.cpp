@@ -1,14 +1,20 @@
 #include "conversion/plugin/manifest.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "conversion/input_checks.h"
 #include "errors/locale.h"
 #include "errors/rapidjson.h"
+#include "util/look_alike.h"
 
 namespace zentor {
 
 namespace {
 
-using Value = rapidjson::Value;
+using Pool = rapidjson::MemoryPoolAllocator<JsonMemory>;
+using Value = rapidjson::GenericValue<rapidjson::UTF8<>, Pool>;
+using Document = rapidjson::GenericDocument<rapidjson::UTF8<>, Pool, JsonMemory>;
 
 constexpr const char* kArray = "JSON Array";
 
@@ -28,6 +34,13 @@ const Value& Require(const Value& object, const char* key, bool (Value::*isType)
     const Value* const value = Find(object, key);
     if (value == nullptr || !(value->*isType)()) Raise(kSchemaViolation, key);
     return *value;
+}
+
+// A text that is handed out as a C text.
+std::string WithoutZero(const Value& string, const char* key) {
+    const std::string_view text = TextOf(string);
+    if (text.find('\0') != std::string_view::npos) Raise(kSchemaViolation, key);
+    return std::string(text);
 }
 
 // The elements of an optional array of objects.
@@ -56,7 +69,7 @@ std::string ChooseName(const Value& converter, std::string_view locale) {
         }
     });
     if (chosen == nullptr) Raise(kSchemaViolation, "value");
-    return std::string(TextOf(*chosen));
+    return WithoutZero(*chosen, "value");
 }
 
 FormatSignature ReadSignature(const Value& signature) {
@@ -75,14 +88,31 @@ std::vector<std::string> ReadExtensions(const Value& converter) {
     if (!array->IsArray()) RaiseWrongType("extensions", kArray);
     for (const Value& extension : array->GetArray()) {
         if (!extension.IsString()) RaiseWrongType("extensions", "JSON String");
-        extensions.push_back(LowerCaseAscii(std::string(TextOf(extension))));
+        extensions.push_back(LowerCaseAscii(WithoutZero(extension, "extensions")));
     }
     return extensions;
 }
 
+// Whether files can have an extension: what stands after the last point of a name.
+bool IsPossible(const std::string& extension) { return extension.find_first_of("./\\") == std::string::npos; }
+
+std::string DoubtfulProperty(const Value& converter, const ConverterManifest& manifest) {
+    constexpr std::string_view kKnown[] = {"identifier",      "name",         "version",
+                                           "force_converter", "check_format", "extensions"};
+    for (const auto& member : converter.GetObject()) {
+        const std::string_view key = TextOf(member.name);
+        const auto isMeant = [key](std::string_view known) { return LooksLike(key, known); };
+        const bool isKnown = std::find(std::begin(kKnown), std::end(kKnown), key) != std::end(kKnown);
+        if (!isKnown && std::any_of(std::begin(kKnown), std::end(kKnown), isMeant)) return std::string(key);
+    }
+    const bool hasNoInput = manifest.extensions.empty() && manifest.signatures.empty();
+    const bool arePossible = std::all_of(manifest.extensions.begin(), manifest.extensions.end(), IsPossible);
+    return hasNoInput || !arePossible ? "extensions" : "";
+}
+
 ConverterManifest ReadConverter(const Value& converter, std::string_view locale) {
     ConverterManifest manifest;
-    manifest.identifier = TextOf(Require(converter, "identifier", &Value::IsString));
+    manifest.identifier = WithoutZero(Require(converter, "identifier", &Value::IsString), "identifier");
     manifest.name = ChooseName(converter, locale);
     manifest.version = Require(converter, "version", &Value::IsNumber).GetDouble();
     const Value* const force = Find(converter, "force_converter");
@@ -90,6 +120,7 @@ ConverterManifest ReadConverter(const Value& converter, std::string_view locale)
     ForEachObject(converter, "check_format",
                   [&](const Value& signature) { manifest.signatures.push_back(ReadSignature(signature)); });
     manifest.extensions = ReadExtensions(converter);
+    manifest.doubtfulProperty = DoubtfulProperty(converter, manifest);
     return manifest;
 }
 
@@ -97,7 +128,7 @@ ConverterManifest ReadConverter(const Value& converter, std::string_view locale)
 
 std::vector<ConverterManifest> ReadManifest(std::string_view json, std::string_view locale) {
     constexpr unsigned kFlags = rapidjson::kParseIterativeFlag;
-    rapidjson::Document document;
+    Document document;
     document.Parse<kFlags>(json.data(), json.size());
     if (document.HasParseError()) {
         Raise({kManifestParseFailed, static_cast<std::int64_t>(document.GetErrorOffset())});

@@ -21,10 +21,14 @@ struct ConverterManifest {
     bool isForced = false;                    // comes before the built-in converters
     std::vector<FormatSignature> signatures;  // of one of them an input has the bytes
     std::vector<std::string> extensions;      // without a dot; A to Z in lower case
+    // A property that is allowed as it is but hardly meant; empty: none. Either an unknown one that looks like one that
+    // is known, or "extensions": there are neither extensions nor signatures, so that the converter gets no input, or
+    // an extension that no file name has.
+    std::string doubtfulProperty;
 };
 
 // The converters of a manifest, in its order. Codes 1503 (no JSON, with the byte offset; no "converter"), 1504 (other
-// than the schema has it; with the property).
+// than the schema has it, or a text with a zero in it; with the property).
 std::vector<ConverterManifest> ReadManifest(std::string_view json, std::string_view locale);
 
 }  // namespace zentor

@@ -3,9 +3,9 @@
 #include <mutex>
 #include <utility>
 
+#include "conversion/plugin/search_path.h"
 #include "errors/last_exception.h"
 #include "errors/locale.h"
-#include "util/module.h"
 
 namespace zentor {
 
@@ -19,19 +19,16 @@ std::shared_ptr<ZT_PLUGIN::ZT_ConverterHandler>& Registry() {
     return *registry;
 }
 
-// Empty when the library cannot tell where it is.
-std::string PluginFolder() {
-    std::string path;
-    if (os::OwnModulePath(path) != os::Status::kOk) return {};
-    return path.substr(0, path.find_last_of(os::kPathSeparators) + 1) + "zentor-plugins";
-}
-
 }  // namespace
 
 std::shared_ptr<ZT_PLUGIN::ZT_ConverterHandler> Plugins() {
     const std::lock_guard lock(pluginsMutex);
     auto& registry = Registry();
-    if (!registry) registry = std::make_shared<ZT_PLUGIN::ZT_ConverterHandler>(PluginFolder(), Locale());
+    if (!registry) {
+        registry = std::make_shared<ZT_PLUGIN::ZT_ConverterHandler>(ZT_PLUGIN::SearchPath(), Locale());
+    } else if (!registry->HasSeenAll()) {
+        registry = registry->LookAgain();
+    }
     return registry;
 }
 

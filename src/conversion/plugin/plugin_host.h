@@ -7,8 +7,8 @@
 
 namespace zentor {
 
-// The modules in the folder `zentor-plugins` beside the library, read when first asked for and kept until
-// UnloadPlugins. Thread-safe.
+// The modules of the search path, read when first asked for and kept until UnloadPlugins; what could not be read is
+// tried again each time. Thread-safe.
 std::shared_ptr<ZT_PLUGIN::ZT_ConverterHandler> Plugins();
 
 // Unloads the modules and forgets them; raises the first failure of one afterwards.

@@ -23,8 +23,10 @@ public:
     const std::string& Identifier() const { return identifier_; }
 
     // Loads and initialises the module unless that has been done. Codes 1021 (it cannot be loaded, or has no
-    // InitializePlugin), 1500 (it reports a failure, with its details, or leaves a table that cannot be used).
-    void Load();
+    // InitializePlugin), 1500 (it reports a failure, with its details, or leaves a table that cannot be used). With a
+    // failure `diagnosis` becomes what the module's author has to know: what the system's loader says, or what
+    // InitializePlugin has done.
+    void Load(std::string& diagnosis);
     // The functions of the loaded module. Code 1021 when it is not loaded.
     const ZT_PluginEntryPoints& EntryPoints() const;
     // Ends and unloads the module if it is loaded, whatever it says to that: a failure of its Terminate is raised

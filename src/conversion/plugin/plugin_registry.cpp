@@ -1,13 +1,17 @@
 #include "conversion/plugin/plugin_registry.h"
 
 #include <algorithm>
-#include <exception>
+#include <iterator>
+#include <new>
 #include <optional>
+#include <tuple>
 
 #include "conversion/input_checks.h"
-#include "errors/exception.h"
+#include "conversion/plugin/search_path.h"
+#include "conversion/plugin/services.h"
 #include "errors/last_exception.h"
 #include "errors/raise.h"
+#include "util/environment.h"
 #include "util/file_io.h"
 
 namespace ZT_PLUGIN {
@@ -15,69 +19,6 @@ namespace ZT_PLUGIN {
 using namespace zentor;
 
 namespace {
-
-constexpr int kDeepestFolder = 8;  // links can lead in circles
-
-class FolderCloser {
-public:
-    explicit FolderCloser(os::Folder* folder) : folder_(folder) {}
-    ~FolderCloser() { os::CloseFolder(folder_); }
-    FolderCloser(const FolderCloser&) = delete;
-    FolderCloser& operator=(const FolderCloser&) = delete;
-
-private:
-    os::Folder* folder_;
-};
-
-// Adds the files in a folder whose names are those of modules. Names that begin with a dot are nobody's plug-ins.
-void CollectModules(const std::string& folder, int depth, std::vector<std::string>& paths) {
-    os::Folder* const open = File_IO::OpenFolder(folder);
-    const FolderCloser closer(open);
-    const char separator = std::string_view(os::kPathSeparators).back();
-    std::string name;
-    PathKind kind = PathKind::kNone;
-    while (File_IO::ReadFolder(open, name, kind)) {
-        if (name.starts_with('.')) continue;
-        std::string path = folder;
-        path += separator;
-        path += name;
-        if (kind == PathKind::kFile && LowerCaseAscii(name).ends_with(os::kModuleSuffix)) paths.push_back(path);
-        if (kind != PathKind::kFolder || depth == kDeepestFolder) continue;
-        try {
-            CollectModules(path, depth + 1, paths);
-        } catch (const ns_sensor::ZT_Exception&) {
-            // The modules elsewhere are there all the same.
-        }
-    }
-}
-
-std::vector<std::string> ModulePaths(const std::string& folder) {
-    std::vector<std::string> paths;
-    if (File_IO::GetFileMode(folder) == PathKind::kFolder) CollectModules(folder, 0, paths);
-    std::sort(paths.begin(), paths.end());
-    return paths;
-}
-
-// Nothing when the file is no plug-in module at all.
-std::optional<FoundModule> ReadModule(const std::string& path, const std::string& locale) {
-    FoundModule found;
-    found.path = path;
-    std::string manifest;
-    const os::Status hasManifest = os::ReadModuleText(path, "ZTPLUGINUIDS", manifest);
-    const os::Status hasIdentifier = os::ReadModuleText(path, "MODULE_IDENTIFIER", found.identifier);
-    if (hasManifest == os::Status::kNotFound || hasIdentifier == os::Status::kNotFound) return std::nullopt;
-    try {
-        if (hasManifest != os::Status::kOk || hasIdentifier != os::Status::kOk) Raise(kModuleLoadingFailed);
-        const auto module = std::make_shared<ZT_Module>(path, found.identifier);
-        for (ConverterManifest& converter : ReadManifest(manifest, locale)) {
-            found.converters.push_back({module, std::move(converter)});
-        }
-    } catch (const ns_sensor::ZT_Exception& failure) {
-        found.problemCode = failure.code();
-        found.problem = failure.what();
-    }
-    return found;
-}
 
 // The bytes of an input that signatures ask for.
 class InputBytes {
@@ -108,9 +49,16 @@ bool HasExtension(const ConverterManifest& manifest, const std::string& extensio
 
 // Asks the module itself.
 bool ModuleAccepts(const PluginConverter& converter, const std::string& inputPath) {
-    converter.module->Load();
+    try {
+        std::string diagnosis;
+        converter.module->Load(diagnosis);
+    } catch (const ns_sensor::ZT_Exception& failure) {
+        // What is raised next for a module that is not loaded says which one it is.
+        if (failure.code() != kModuleLoadingFailed.code) throw;
+    }
     const ZT_PluginEntryPoints& entryPoints = converter.module->EntryPoints();
     if (entryPoints.checkFileFormat == nullptr) return true;
+    const CheckedConverterScope checked(converter.manifest.identifier);
     std::uint8_t accepted = 0;
     const ZT_ErrorRecord error = CallModule([&](ZT_ErrorRecord* record) {
         entryPoints.checkFileFormat(converter.module->Identifier().c_str(), inputPath.c_str(), &accepted, record);
@@ -124,39 +72,81 @@ bool ModuleAccepts(const PluginConverter& converter, const std::string& inputPat
 
 }  // namespace
 
-ZT_ConverterHandler::ZT_ConverterHandler(std::string folder, const std::string& locale) : folder_(std::move(folder)) {
+ZT_ConverterHandler::ZT_ConverterHandler(const std::vector<std::string>& folders, std::string locale)
+    : locale_(std::move(locale)) {
+    for (const std::string& folder : folders) folders_.push_back({folder, {}});
+    Look();
+}
+
+std::shared_ptr<ZT_ConverterHandler> ZT_ConverterHandler::LookAgain() const {
+    auto again = std::make_shared<ZT_ConverterHandler>(std::vector<std::string>(), locale_);
+    for (const SearchedFolder& folder : folders_) again->folders_.push_back({folder.path, {}});
+    std::copy_if(modules_.begin(), modules_.end(), std::back_inserter(again->modules_),
+                 [](const FoundModule& module) { return !module.isUnread; });
+    again->Look();
+    return again;
+}
+
+void ZT_ConverterHandler::Look() {
     const auto lastException = GetLastException();
-    try {
-        for (const std::string& path : ModulePaths(folder_)) {
-            if (auto found = ReadModule(path, locale)) modules_.push_back(std::move(*found));
-        }
-    } catch (const ns_sensor::ZT_Exception&) {
-        // A folder that cannot be read holds no plug-ins; the built-in converters work without.
-    }
+    ModuleFinder finder;
+    for (std::size_t folder = 0; folder < folders_.size(); ++folder) LookInto(folder, finder);
+    std::sort(modules_.begin(), modules_.end(), [](const FoundModule& a, const FoundModule& b) {
+        return std::tie(a.folder, a.path) < std::tie(b.folder, b.path);
+    });
     RestoreLastException(lastException);
 }
 
+void ZT_ConverterHandler::LookInto(std::size_t folder, ModuleFinder& finder) {
+    auto& [path, problems] = folders_[folder];
+    try {
+        if (!os::IsAbsolutePath(path)) Raise(kConvertPath, Quoted(kSearchPathVariable) + ": not absolute");
+    } catch (const ns_sensor::ZT_Exception& failure) {
+        problems.push_back({path, failure});
+        return;
+    }
+    for (const std::string& module : finder.Find(path, problems)) AddModule(module, folder);
+    for (const FolderProblem& problem : problems) KeepUnseen(problem.failure);
+}
+
+void ZT_ConverterHandler::AddModule(const std::string& path, std::size_t folder) {
+    const auto isKnown = [&](const FoundModule& module) { return module.path == path; };
+    if (std::any_of(modules_.begin(), modules_.end(), isKnown)) return;
+    FoundModule found;
+    found.path = path;
+    found.folder = folder;
+    try {
+        if (!ReadModule(found, locale_)) return;
+    } catch (const ns_sensor::ZT_Exception& failure) {
+        found.problemCode = failure.code();
+        found.problem = failure.what();
+        if (found.isUnread) KeepUnseen(failure);
+    }
+    modules_.push_back(std::move(found));
+}
+
+void ZT_ConverterHandler::KeepUnseen(const ns_sensor::ZT_Exception& failure) {
+    hasSeenAll_ = false;
+    unseen_.Keep(failure);
+}
+
 template <class Accepts>
-const PluginConverter* ZT_ConverterHandler::Find(const std::string& inputPath, Accepts&& accepts) {
-    const auto lastException = GetLastException();
-    std::exception_ptr failure;
+const PluginConverter* ZT_ConverterHandler::Find(const std::string& inputPath, FirstFailure& failure,
+                                                 Accepts&& accepts) const {
     for (const FoundModule& module : modules_) {
         for (const PluginConverter& converter : module.converters) {
-            if (!accepts(converter.manifest)) continue;
             try {
-                if (!ModuleAccepts(converter, inputPath)) continue;
-                RestoreLastException(lastException);
-                return &converter;
-            } catch (const ns_sensor::ZT_Exception&) {
-                if (!failure) failure = std::current_exception();
+                if (accepts(converter.manifest) && ModuleAccepts(converter, inputPath)) return &converter;
+            } catch (const ns_sensor::ZT_Exception& raised) {
+                failure.Keep(raised);
             }
         }
     }
-    if (failure) std::rethrow_exception(failure);
     return nullptr;
 }
 
-const PluginConverter* ZT_ConverterHandler::FindForced(const std::string& inputPath, const std::string& extension) {
+const PluginConverter* ZT_ConverterHandler::FindForced(const std::string& inputPath, const std::string& extension,
+                                                       FirstFailure& failure) const {
     std::optional<InputBytes> bytes;
     const auto accepts = [&](const ConverterManifest& manifest) {
         if (!manifest.isForced || (manifest.extensions.empty() && manifest.signatures.empty())) return false;
@@ -165,10 +155,11 @@ const PluginConverter* ZT_ConverterHandler::FindForced(const std::string& inputP
         if (!bytes) bytes.emplace(inputPath);
         return bytes->HasAnyOf(manifest.signatures);
     };
-    return Find(inputPath, accepts);
+    return Find(inputPath, failure, accepts);
 }
 
-const PluginConverter* ZT_ConverterHandler::FindOther(const std::string& inputPath, const std::string& extension) {
+const PluginConverter* ZT_ConverterHandler::FindOther(const std::string& inputPath, const std::string& extension,
+                                                      FirstFailure& failure) const {
     std::optional<InputBytes> bytes;
     const auto accepts = [&](const ConverterManifest& manifest) {
         if (manifest.isForced) return false;
@@ -177,20 +168,24 @@ const PluginConverter* ZT_ConverterHandler::FindOther(const std::string& inputPa
         if (!bytes) bytes.emplace(inputPath);
         return bytes->HasAnyOf(manifest.signatures);
     };
-    return Find(inputPath, accepts);
+    return Find(inputPath, failure, accepts);
 }
 
 void ZT_ConverterHandler::Unload() {
-    std::exception_ptr failure;
+    FirstFailure failure;
+    bool isOutOfMemory = false;
     for (const FoundModule& module : modules_) {
         if (module.converters.empty()) continue;
         try {
             module.converters.front().module->Unload();
-        } catch (const ns_sensor::ZT_Exception&) {
-            if (!failure) failure = std::current_exception();
+        } catch (const ns_sensor::ZT_Exception& raised) {
+            failure.Keep(raised);
+        } catch (const std::bad_alloc&) {  // for the message of a failure
+            isOutOfMemory = true;
         }
     }
-    if (failure) std::rethrow_exception(failure);
+    failure.RaiseIfAny();
+    if (isOutOfMemory) throw std::bad_alloc();
 }
 
 }  // namespace ZT_PLUGIN

@@ -2,6 +2,7 @@
 
 #include "model/live_objects.h"
 #include "model/node_factories.h"
+#include "util/thread_slot.h"
 
 namespace zentor {
 
@@ -14,7 +15,17 @@ constexpr ZT_NodeFactories kFactories{
     &CreateDynamicString,     &CreateStaticNum, &CreateStaticNumArr, &CreateStaticString,  &CreateStaticBool,
 };
 
-ZT_HostServices hostServices{sizeof(ZT_HostServices), &AcquireLiveObject, &ReleaseLiveObject, nullptr, nullptr};
+// The identifier of the converter that each thread's CheckFileFormat is about.
+os::ThreadSlot& CheckedConverter() {
+    static os::ThreadSlot slot(nullptr);
+    return slot;
+}
+
+const char* GetCheckedConverter() { return static_cast<const char*>(CheckedConverter().Get()); }
+
+ZT_HostServices hostServices{
+    sizeof(ZT_HostServices), &AcquireLiveObject, &ReleaseLiveObject, nullptr, nullptr, &GetCheckedConverter,
+};
 
 }  // namespace
 
@@ -22,6 +33,13 @@ void SetHostTables(const void* table1, const void* table2) noexcept {
     hostServices.hostTable1 = table1;
     hostServices.hostTable2 = table2;
 }
+
+CheckedConverterScope::CheckedConverterScope(const std::string& identifier) : outer_(CheckedConverter().Get()) {
+    // The module only reads it.
+    CheckedConverter().Set(const_cast<char*>(identifier.c_str()));
+}
+
+CheckedConverterScope::~CheckedConverterScope() { CheckedConverter().Set(outer_); }
 
 const ZT_PluginServices& PluginServices() noexcept {
     static constexpr ZT_PluginServices services{sizeof(ZT_PluginServices), kInterfaceVersion, &kFactories,

@@ -10,11 +10,13 @@
 //     ZENTOR_PLUGIN(MyConverter)
 //
 // CheckFormat says whether the input can be converted; it is asked for inputs whose extension or signature is in the
-// module's manifest. Convert makes the document: true when it was written. Both may run on several threads at once, for
-// different inputs. Any exception that leaves them becomes a code: that of a ZT_PluginException, 1034 for want of
-// memory, 1023 for others.
+// module's manifest. A module with several converters takes a second argument, `const std::string& converterId`: which
+// of them is meant, by its identifier in the manifest. Convert makes the document: true when it was written. Both may
+// run on several threads at once, for different inputs. Any exception that leaves them becomes a code: that of a
+// ZT_PluginException, 1034 for want of memory, 1023 for others.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <new>
@@ -405,8 +407,28 @@ private:
         Guarded(error, [&] { *session = new Conversion(*services_, context, converterId, inputPath); });
     }
     static void CheckFileFormat(const char*, const char* inputPath, std::uint8_t* accepted, ZT_ErrorRecord* error) {
-        Guarded(error, [&] { *accepted = Converter::CheckFormat(std::string(inputPath)) ? 1 : 0; });
+        Guarded(error, [&] { *accepted = Accepts<Converter>(inputPath, 0) ? 1 : 0; });
     }
+
+    // A CheckFormat that wants to know the converter comes first.
+    template <class Checker>
+    static auto Accepts(const char* inputPath, int)
+        -> decltype(Checker::CheckFormat(std::string(inputPath), std::string()) ? true : false) {
+        return Checker::CheckFormat(std::string(inputPath), CheckedConverter());
+    }
+    template <class Checker>
+    static bool Accepts(const char* inputPath, long) {
+        return Checker::CheckFormat(std::string(inputPath));
+    }
+    // Empty with a library that does not tell.
+    static std::string CheckedConverter() {
+        const ZT_HostServices* const host = services_->host;
+        constexpr std::size_t kEnd = offsetof(ZT_HostServices, checkedConverter) + sizeof(host->checkedConverter);
+        if (host == nullptr || host->size < kEnd) return {};
+        const char* const identifier = host->checkedConverter();
+        return identifier == nullptr ? std::string() : std::string(identifier);
+    }
+
     static void Convert(void* session, std::uint8_t* converted, ZT_ErrorRecord* error) {
         Guarded(error, [&] {
             const std::unique_ptr<Conversion> conversion(static_cast<Conversion*>(session));

@@ -1,7 +1,8 @@
 // The binary interface between the library and converter plug-ins.
 //
-// A plug-in module is a dynamic library in the folder `zentor-plugins` beside the library. It exports one function,
-// InitializePlugin, and carries two texts that the library reads without running any code of the module:
+// A plug-in module is a dynamic library in the folder `zentor-plugins` beside the library, or in a folder that the
+// environment variable ZENTOR_PLUGIN_PATH names. It exports one function, InitializePlugin, and carries two texts that
+// the library reads without running any code of the module:
 // - its manifest, JSON: a resource of type "txt" and name "ZTPLUGINUIDS" on Windows, the section
 //   ".zt.txt.ZTPLUGINUIDS" elsewhere;
 // - its identifier: likewise under the name "MODULE_IDENTIFIER".
@@ -67,7 +68,7 @@ struct ZT_NodeFactories {
                              const char* displayName, uint8_t value, uint32_t version, ZT_ErrorRecord* error);
 };
 
-// What else a plug-in can ask for.
+// What else a plug-in can ask for. The table grows at its end: `size` tells what a library has of it.
 struct ZT_HostServices {
     uint64_t size;  // of this table, in bytes
     // Reference counting by address: a pointer that is no live object of the library is ignored.
@@ -77,6 +78,9 @@ struct ZT_HostServices {
     // between the application and its plug-ins.
     const void* hostTable1;
     const void* hostTable2;
+    // The identifier, as in the manifest, of the converter that the calling thread's CheckFileFormat is asked about;
+    // borrowed for that call. Null outside of CheckFileFormat. Older libraries do not have this entry.
+    const char* (*checkedConverter)();
 };
 
 // What the library hands to InitializePlugin. Lives until the module is unloaded.
@@ -98,8 +102,8 @@ struct ZT_PluginEntryPoints {
     void (*initializeSession)(const char* moduleIdentifier, const char* converterIdentifier, const char* inputPath,
                               StreamContext context, void** session, ZT_ErrorRecord* error);
     void* reserved;
-    // Whether the module can convert the input: any value of *accepted other than 0 is yes. May be null: the manifest
-    // decides.
+    // Whether one of the module's converters, which the host service `checkedConverter` names, can convert the input:
+    // any value of *accepted other than 0 is yes. May be null: the manifest decides.
     void (*checkFileFormat)(const char* moduleIdentifier, const char* inputPath, uint8_t* accepted,
                             ZT_ErrorRecord* error);
     // Makes the document: creates its root, attaches nodes, and calls the root's WriteDocument. *converted other than

@@ -121,11 +121,17 @@ void GiveUsualPermissions(const std::string& path) {
     unlink(other.c_str());
 }
 
+Status GetFileIdentity(const std::string& path, FileIdentity& identity) {
+    struct stat info;
+    if (stat(path.c_str(), &info) != 0) return FromErrno();
+    identity = {info.st_dev, info.st_ino};
+    return Status::kOk;
+}
+
 Status IsSameFile(const std::string& a, const std::string& b, bool& same) {
-    struct stat first;
-    struct stat second;
-    same = stat(a.c_str(), &first) == 0 && stat(b.c_str(), &second) == 0 && first.st_dev == second.st_dev &&
-           first.st_ino == second.st_ino;
+    FileIdentity first;
+    FileIdentity second;
+    same = GetFileIdentity(a, first) == Status::kOk && GetFileIdentity(b, second) == Status::kOk && first == second;
     return Status::kOk;
 }
 

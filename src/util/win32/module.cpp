@@ -11,51 +11,32 @@ const char* const kModuleSuffix = ".dll";
 
 namespace {
 
-constexpr DWORD kLongestText = 16 << 20;
-
-// A module of which only the resources are there.
-class ResourceImage {
-public:
-    explicit ResourceImage(const std::wstring& path)
-        : module_(LoadLibraryExW(path.c_str(), nullptr, LOAD_LIBRARY_AS_IMAGE_RESOURCE | LOAD_LIBRARY_AS_DATAFILE)) {}
-    ~ResourceImage() {
-        if (module_ != nullptr) FreeLibrary(module_);
-    }
-    ResourceImage(const ResourceImage&) = delete;
-    ResourceImage& operator=(const ResourceImage&) = delete;
-
-    HMODULE get() const { return module_; }
-
-private:
-    HMODULE module_;
-};
+// What the system says to an error of a module, in the user's language; the module takes the place of "%1".
+std::string SystemText(DWORD error, const std::string& path) {
+    constexpr DWORD kLongest = 1024;
+    wchar_t wide[kLongest];
+    // Messages may ask for more than there is to give them.
+    const DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, error, 0,
+                                        wide, kLongest, nullptr);
+    std::string text;
+    if (!ToUtf8(std::wstring_view(wide, length), text)) text.clear();
+    text.erase(text.find_last_not_of(" \t\r\n") + 1);
+    if (const std::size_t insert = text.find("%1"); insert != std::string::npos) text.replace(insert, 2, path);
+    return text.empty() ? "error " + std::to_string(error) : text;
+}
 
 }  // namespace
 
-Status ReadModuleText(const std::string& path, const std::string& name, std::string& text) {
-    std::wstring wide;
-    std::wstring wideName;
-    if (!FullPath(path, wide) || !ToWide(name, wideName)) return Status::kBadPath;
-    const ResourceImage image(wide);
-    if (image.get() == nullptr) return Status::kNotFound;
-    const HRSRC resource = FindResourceW(image.get(), wideName.c_str(), L"txt");
-    if (resource == nullptr) return Status::kNotFound;
-    const DWORD size = SizeofResource(image.get(), resource);
-    const HGLOBAL loaded = LoadResource(image.get(), resource);
-    const void* const bytes = loaded == nullptr ? nullptr : LockResource(loaded);
-    if (bytes == nullptr || size > kLongestText) return Status::kFailed;
-    text.assign(static_cast<const char*>(bytes), size);
-    return Status::kOk;
-}
-
-Module* LoadModule(const std::string& path) {
+Module* LoadModule(const std::string& path, std::string& problem) {
     std::wstring wide;
     if (!FullPath(path, wide)) return nullptr;
     // Nobody is asked anything when a module of this one's needs is missing.
     DWORD before = 0;
     SetThreadErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX, &before);
     const HMODULE module = LoadLibraryExW(wide.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
+    const DWORD error = GetLastError();
     SetThreadErrorMode(before, nullptr);
+    if (module == nullptr) problem = SystemText(error, path);
     return reinterpret_cast<Module*>(module);
 }
 
