@@ -5,6 +5,7 @@
 // the end of one belong to it.
 #pragma once
 
+#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -45,6 +46,15 @@ Status AbsolutePath(const std::string& path, std::string& absolute);
 Status ResolveLinks(const std::string& path, std::string& resolved);
 // Lets `to` be used by the same people as `from`, where the system keeps that with each file.
 void CopyPermissions(const std::string& from, const std::string& to);
+// What tells an existing file or folder from all others, whatever the path that leads to it.
+struct FileIdentity {
+    std::uint64_t volume = 0;
+    std::uint64_t number = 0;  // 0: the file system does not tell
+    std::uint64_t made = 0;    // when, where numbers of files that are gone are used again; 0: not known
+
+    auto operator<=>(const FileIdentity&) const = default;
+};
+Status GetFileIdentity(const std::string& path, FileIdentity& identity);
 // Whether both paths name the same existing file, links resolved; false when either does not exist.
 Status IsSameFile(const std::string& a, const std::string& b, bool& same);
 

@@ -6,6 +6,7 @@
 #include <stdio.h>
 #include <stdlib.h>
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
 #include <unistd.h>
 
 #include <memory>
@@ -91,11 +92,26 @@ void CopyPermissions(const std::string& from, const std::string& to) {
     if (stat(from.c_str(), &info) == 0) chmod(to.c_str(), info.st_mode & 07777);
 }
 
+Status GetFileIdentity(const std::string& path, FileIdentity& identity) {
+    constexpr std::uint64_t kNanoseconds = 1000000000;
+    struct statx info;
+    if (statx(AT_FDCWD, path.c_str(), 0, STATX_INO | STATX_BTIME, &info) == 0) {
+        identity = {makedev(info.stx_dev_major, info.stx_dev_minor), info.stx_ino, 0};
+        if ((info.stx_mask & STATX_BTIME) == 0) return Status::kOk;
+        identity.made = static_cast<std::uint64_t>(info.stx_btime.tv_sec) * kNanoseconds + info.stx_btime.tv_nsec;
+        return Status::kOk;
+    }
+    if (errno != ENOSYS && errno != EPERM) return FromErrno();
+    struct stat basic;  // an older system, or a sandbox of another time
+    if (stat(path.c_str(), &basic) != 0) return FromErrno();
+    identity = {basic.st_dev, basic.st_ino, 0};
+    return Status::kOk;
+}
+
 Status IsSameFile(const std::string& a, const std::string& b, bool& same) {
-    struct stat first;
-    struct stat second;
-    same = stat(a.c_str(), &first) == 0 && stat(b.c_str(), &second) == 0 && first.st_dev == second.st_dev &&
-           first.st_ino == second.st_ino;
+    FileIdentity first;
+    FileIdentity second;
+    same = GetFileIdentity(a, first) == Status::kOk && GetFileIdentity(b, second) == Status::kOk && first == second;
     return Status::kOk;
 }
 

@@ -49,17 +49,6 @@ PathKind KindOf(DWORD attributes) {
     return attributes & FILE_ATTRIBUTE_DEVICE ? PathKind::kOther : PathKind::kFile;
 }
 
-bool FileIdentity(const std::string& path, BY_HANDLE_FILE_INFORMATION& info) {
-    std::wstring wide;
-    if (!WidePath(path, wide)) return false;
-    const HANDLE file = CreateFileW(wide.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                    OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file == INVALID_HANDLE_VALUE) return false;
-    const bool known = GetFileInformationByHandle(file, &info) != 0;
-    CloseHandle(file);
-    return known;
-}
-
 Status Move(const std::string& from, const std::string& to, DWORD flags) {
     std::wstring wideFrom;
     std::wstring wideTo;
@@ -109,12 +98,25 @@ Status ResolveLinks(const std::string& path, std::string& resolved) {
 // A file's permissions are those of its folder unless somebody has set others.
 void CopyPermissions(const std::string&, const std::string&) {}
 
+Status GetFileIdentity(const std::string& path, FileIdentity& identity) {
+    std::wstring wide;
+    if (!WidePath(path, wide)) return Status::kBadPath;
+    const HANDLE file = CreateFileW(wide.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                    OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);  // folders want this flag
+    if (file == INVALID_HANDLE_VALUE) return FromLastError();
+    BY_HANDLE_FILE_INFORMATION info;
+    const Status status = Check(GetFileInformationByHandle(file, &info) != 0);
+    CloseHandle(file);
+    if (status != Status::kOk) return status;
+    identity = {info.dwVolumeSerialNumber, (std::uint64_t{info.nFileIndexHigh} << 32) | info.nFileIndexLow, 0};
+    return Status::kOk;
+}
+
 Status IsSameFile(const std::string& a, const std::string& b, bool& same) {
-    BY_HANDLE_FILE_INFORMATION first;
-    BY_HANDLE_FILE_INFORMATION second;
-    same = FileIdentity(a, first) && FileIdentity(b, second) &&
-           first.dwVolumeSerialNumber == second.dwVolumeSerialNumber && first.nFileIndexHigh == second.nFileIndexHigh &&
-           first.nFileIndexLow == second.nFileIndexLow;
+    FileIdentity first;
+    FileIdentity second;
+    same = GetFileIdentity(a, first) == Status::kOk && GetFileIdentity(b, second) == Status::kOk && first == second &&
+           (first.number != 0 || a == b);
     return Status::kOk;
 }
 
