@@ -336,8 +336,10 @@ protected:
 struct IZentor {
     // slot 0: opens a document, or converts a supported file and opens the result. Every fault of the outline and the
     // time information is found now; a report's first detail is its byte offset. A file that is open already gives the
-    // same handler again, and each call needs one CloseFile. *handler is null after a failure, and no file is changed
-    // or left behind.
+    // same handler again, whatever path with the same extension leads to it, and each call needs one CloseFile; a file
+    // that has taken its place is another one. *handler is null after a failure, and no file is changed or left behind.
+    // For a table (csv, tsv, txt) that cannot be read, the line "ERROR Opening File " and its path go to the host's
+    // standard output, here and in ConvertFile.
     //
     // With an output path (null or empty: none) the document is kept there, and takes the place of a file that is there
     // already, once nothing can fail any more. What is kept of a path that is open already are the bytes of the input

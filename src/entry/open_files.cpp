@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "conversion/input_checks.h"
 #include "conversion/output_placement.h"
 #include "errors/call_scope.h"
 #include "errors/raise.h"
@@ -44,9 +45,9 @@ bool IsAmong(const std::multiset<std::string>& paths, const std::string& path) {
 // An input that is being opened and an output that is being written, while the lock is not held.
 class OpenFiles::Reservation {
 public:
-    Reservation(OpenFiles& files, std::unique_lock<std::mutex>& lock, const std::string& inputPath,
+    Reservation(OpenFiles& files, std::unique_lock<std::mutex>& lock, const FileKey& input,
                 const std::string& outputPath)
-        : files_(files), lock_(lock), input_(files.inputsAtWork_.insert(inputPath)) {
+        : files_(files), lock_(lock), input_(files.inputsAtWork_.insert(input)) {
         try {
             output_ = files.outputsAtWork_.insert(outputPath);
         } catch (...) {
@@ -67,27 +68,29 @@ public:
 private:
     OpenFiles& files_;
     std::unique_lock<std::mutex>& lock_;
-    std::multiset<std::string>::iterator input_;
+    std::multiset<FileKey>::iterator input_;
     std::multiset<std::string>::iterator output_;
 };
 
 ISensorFileHandler* OpenFiles::Open(const InputFile& input, const std::string& outputPath) {
+    const FileKey key = KeyOfInput(input.path);
     std::unique_lock lock(mutex_);
-    reservationsChanged_.wait(lock, [&] { return !IsBusy(input.path, outputPath); });
-    SensorFileHandlerImpl* const open = TakeOpenOne(input.path);
+    reservationsChanged_.wait(lock, [&] { return !IsBusy(key, outputPath); });
+    SensorFileHandlerImpl* const open = TakeOpenOne(key);
     if (open == nullptr) {
         if (!outputPath.empty() && IsOpenDocument(outputPath)) RefuseOutput();
-        const Reservation reservation(*this, lock, input.path, outputPath);
+        const Reservation reservation(*this, lock, key, outputPath);
         OpenedDocument opened = OpenDocument(input, outputPath);
+        const FileKey document = KeyOfDocument(opened.handler->DocumentPath());
         lock.lock();
-        const auto entry = entries_.emplace(input.path, Entry{std::move(opened.handler), 1}).first;
+        ISensorFileHandler* const handler = Add(key, document, std::move(opened.handler));
         if (opened.placement) opened.placement->Keep();
-        return entry->second.handler.get();
+        return handler;
     }
     if (outputPath.empty() || File_IO::IsSameFile(open->DocumentPath(), outputPath)) return open;
     try {
         if (File_IO::IsSameFile(input.path, outputPath) || IsOpenDocument(outputPath)) RefuseOutput();
-        const Reservation reservation(*this, lock, input.path, outputPath);
+        const Reservation reservation(*this, lock, key, outputPath);
         // The input's own bytes, even where the open document was converted from them.
         OutputPlacement(CopyBeside(input.path, outputPath), outputPath).Keep();
     } catch (...) {
@@ -98,27 +101,52 @@ ISensorFileHandler* OpenFiles::Open(const InputFile& input, const std::string& o
     return open;
 }
 
-bool OpenFiles::IsBusy(const std::string& inputPath, const std::string& outputPath) const {
-    if (inputsAtWork_.contains(inputPath)) return true;
+OpenFiles::FileKey OpenFiles::KeyOf(const std::string& path, const std::string& text) {
+    const auto file = File_IO::Identity(path);
+    return file ? FileKey{*file, text} : FileKey{{}, path};
+}
+
+// The extension chooses the converter.
+OpenFiles::FileKey OpenFiles::KeyOfInput(const std::string& path) {
+    return KeyOf(path, LowerCaseAscii(ExtensionOf(path)));
+}
+
+bool OpenFiles::IsBusy(const FileKey& input, const std::string& outputPath) const {
+    if (inputsAtWork_.contains(input)) return true;
     return !outputPath.empty() && IsAmong(outputsAtWork_, outputPath);
 }
 
-SensorFileHandlerImpl* OpenFiles::TakeOpenOne(const std::string& inputPath) {
-    const auto found = entries_.find(inputPath);
-    if (found == entries_.end()) return nullptr;
+SensorFileHandlerImpl* OpenFiles::TakeOpenOne(const FileKey& input) {
+    const auto [first, last] = entries_.equal_range(input);
+    const auto found = std::find_if(first, last, [&](const auto& entry) {
+        // The number of a file that is gone may be another's now. Those that can be told by their age cannot.
+        return input.file.made != 0 || KeyOfInput(entry.second.handler->InputPath()) == input;
+    });
+    if (found == last) return nullptr;
     ++found->second.useCount;
     return found->second.handler.get();
 }
 
-bool OpenFiles::IsOpenDocument(const std::string& path) const {
-    return std::any_of(entries_.begin(), entries_.end(), [&](const auto& entry) {
-        return File_IO::IsSameFile(entry.second.handler->DocumentPath(), path);
-    });
+ISensorFileHandler* OpenFiles::Add(const FileKey& input, const FileKey& document,
+                                   std::unique_ptr<SensorFileHandlerImpl> handler) {
+    const auto mapped = documents_.insert(document);
+    try {
+        return entries_.emplace(input, Entry{std::move(handler), 1, mapped})->second.handler.get();
+    } catch (...) {
+        documents_.erase(mapped);
+        throw;
+    }
 }
+
+bool OpenFiles::IsOpenDocument(const std::string& path) const { return documents_.contains(KeyOfDocument(path)); }
 
 bool OpenFiles::IsOpen(const std::string& path) {
     const std::lock_guard lock(mutex_);
-    return IsOpenDocument(path) || IsAmong(inputsAtWork_, path) || IsAmong(outputsAtWork_, path);
+    if (IsOpenDocument(path) || IsAmong(outputsAtWork_, path)) return true;
+    const FileKey key = KeyOfDocument(path);
+    return std::any_of(inputsAtWork_.begin(), inputsAtWork_.end(), [&](const FileKey& input) {
+        return input.file == key.file && (key.file.number != 0 || input.text == key.text);
+    });
 }
 
 bool OpenFiles::Close(const ISensorFileHandler* handler) {
@@ -135,6 +163,7 @@ bool OpenFiles::Close(const ISensorFileHandler* handler) {
     }
     if (--found->second.useCount != 0) return false;
     closed = std::move(found->second.handler);
+    documents_.erase(found->second.document);
     entries_.erase(found);
     return true;
 }

@@ -18,8 +18,9 @@ namespace zentor {
 // those that open the same one, or want the same output, wait for the first.
 class OpenFiles final : public OpenDocuments {
 public:
-    // The handler of an input, opened now or before; `outputPath` is absolute or empty. Codes of PrepareInput,
-    // CheckOutput, CopyBeside, OutputPlacement and SensorFileHandlerImpl; 7 when the output is an open document.
+    // The handler of an input, opened now or before, whatever path with the same extension leads to it; `outputPath` is
+    // absolute or empty. Codes of PrepareInput, CheckOutput, CopyBeside, OutputPlacement and SensorFileHandlerImpl; 7
+    // when the output is an open document.
     ISensorFileHandler* Open(const InputFile& input, const std::string& outputPath);
     // Gives one use back; true when it was the last. Codes 1 (the last one, while a query of the handler is calling
     // this thread), 26, 27.
@@ -28,21 +29,37 @@ public:
     bool IsOpen(const std::string& path) override;
 
 private:
+    // A file, whatever path leads to it; the text tells what is made of one file in several ways. Where the file system
+    // does not tell files from each other, the path has to do.
+    struct FileKey {
+        os::FileIdentity file;
+        std::string text;
+
+        auto operator<=>(const FileKey&) const = default;
+    };
     struct Entry {
         std::unique_ptr<SensorFileHandlerImpl> handler;
         std::uint64_t useCount;
+        std::multiset<FileKey>::iterator document;
     };
     class Reservation;
 
+    static FileKey KeyOf(const std::string& path, const std::string& text);
+    static FileKey KeyOfInput(const std::string& path);
+    static FileKey KeyOfDocument(const std::string& path) { return KeyOf(path, {}); }
+
     // These are called under the lock.
-    bool IsBusy(const std::string& inputPath, const std::string& outputPath) const;
+    bool IsBusy(const FileKey& input, const std::string& outputPath) const;
     bool IsOpenDocument(const std::string& path) const;
-    SensorFileHandlerImpl* TakeOpenOne(const std::string& inputPath);
+    SensorFileHandlerImpl* TakeOpenOne(const FileKey& input);
+    ISensorFileHandler* Add(const FileKey& input, const FileKey& document,
+                            std::unique_ptr<SensorFileHandlerImpl> handler);
 
     std::mutex mutex_;
     std::condition_variable reservationsChanged_;
-    std::map<std::string, Entry> entries_;  // by absolute input path
-    std::multiset<std::string> inputsAtWork_;
+    std::multimap<FileKey, Entry> entries_;  // by input
+    std::multiset<FileKey> documents_;       // what is mapped
+    std::multiset<FileKey> inputsAtWork_;
     std::multiset<std::string> outputsAtWork_;
 };
 

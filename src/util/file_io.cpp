@@ -226,6 +226,13 @@ bool File_IO::IsSameFile(const std::string& a, const std::string& b) {
     return same;
 }
 
+std::optional<os::FileIdentity> File_IO::Identity(const std::string& path) {
+    os::FileIdentity identity;
+    const os::Status status = Try("File_IO::Identity", [&] { return os::GetFileIdentity(path, identity); });
+    if (status != os::Status::kOk || identity.number == 0) return std::nullopt;
+    return identity;
+}
+
 std::string File_IO::AbsolutePath(const std::string& path) {
     constexpr const char* kName = "File_IO::AbsolutePath";
     std::string absolute;

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "util/os_file.h"
@@ -64,6 +65,8 @@ public:
 
     // Whether both paths name one existing file, whatever the spelling and through links.
     static bool IsSameFile(const std::string& a, const std::string& b);
+    // What tells the file at a path from others; nothing when there is none, or the file system does not tell.
+    static std::optional<os::FileIdentity> Identity(const std::string& path);
     static std::string AbsolutePath(const std::string& path);
     // Where an absolute path leads to through links.
     static std::string ResolveLinks(const std::string& path);

@@ -53,7 +53,8 @@ void GiveUsualPermissions(const std::string& path);
 // What tells an existing file or folder from all others, whatever the path that leads to it.
 struct FileIdentity {
     std::uint64_t volume = 0;
-    std::uint64_t number = 0;
+    std::uint64_t number = 0;  // 0: the file system does not tell
+    std::uint64_t made = 0;    // when, where numbers of files that are gone are used again; 0: not known
 
     auto operator<=>(const FileIdentity&) const = default;
 };

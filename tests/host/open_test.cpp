@@ -187,7 +187,7 @@ TEST(Open, FailedQueriesLeaveTheRecordEmptyAndTheHandlerUsable) {
     EXPECT_EQ(document->GetStaticDataInfo("[0][0]", &info), 0U);
 }
 
-TEST(Open, UsesAreCountedByPath) {
+TEST(Open, UsesAreCounted) {
     const TestFolder folder;
     const std::size_t temporary = TemporaryFiles();
     const std::string table = folder.Write("a.csv", kTable);
@@ -222,6 +222,44 @@ TEST(Open, UsesAreCountedByPath) {
     EXPECT_EQ(manager->CloseFile(&first), 0U);
     EXPECT_EQ(manager->CloseFile(&other), 0U);
     EXPECT_EQ(TemporaryFiles(), temporary);
+}
+
+TEST(Open, AFileIsOneWhateverItsPath) {
+    const TestFolder folder;
+    const std::string table = folder.Write("a.csv", kTable);
+    std::filesystem::create_directory(PathOf(folder / "sub"));
+    std::filesystem::create_hard_link(PathOf(table), PathOf(folder / "link.csv"));
+    std::filesystem::create_hard_link(PathOf(table), PathOf(folder / "link.tsv"));
+    std::vector<std::string> spellings = {folder.Path() + "/./a.csv", folder.Path() + "//sub/..//a.csv",
+                                          folder / "link.csv", Utf8Of(std::filesystem::relative(PathOf(table)))};
+#if defined(_WIN32)
+    spellings.push_back(folder / "A.CSV");
+#else
+    std::filesystem::create_symlink("../a.csv", PathOf(folder / "sub/symbolic.csv"));
+    spellings.push_back(folder / "sub/symbolic.csv");
+#endif
+    Manager manager;
+    OpenDocument first(manager, table);
+    for (const std::string& spelling : spellings) {
+        OpenDocument again(manager, spelling);
+        EXPECT_EQ(again.operator->(), first.operator->()) << spelling;
+    }
+    // The same bytes make another document under another extension, and another file is another one.
+    for (const std::string& path : {folder / "link.tsv", folder.Write("b.csv", kTable)}) {
+        OpenDocument other(manager, path);
+        EXPECT_NE(other.operator->(), first.operator->()) << path;
+    }
+    // What takes the file's place is not open yet; what was open can still be had where it is now.
+    std::filesystem::rename(PathOf(folder / "b.csv"), PathOf(table));
+    OpenDocument instead(manager, table);
+    EXPECT_NE(instead.operator->(), first.operator->());
+    OpenDocument instead2(manager, table);
+    EXPECT_EQ(instead2.operator->(), instead.operator->());
+    std::filesystem::remove(PathOf(table));
+    OpenDocument made(manager, folder.Write("a.csv", "n\n3\n"));
+    ZT_StaticDataInfo info;
+    ASSERT_EQ(made->GetStaticDataInfo("[0][0]", &info), 0U);
+    EXPECT_EQ(boost::get<double>(info.value), 3) << "of a file that is gone, and may have had the same number";
 }
 
 TEST(Open, OutputPaths) {

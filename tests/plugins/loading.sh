@@ -55,11 +55,18 @@ expect 0 '^\[\{"time":"2026-06-01T06:30:00.5Z","value":"say \\"first\\"\\\\ \[\\
 printf 'raw "quote"' >quote.two
 expect 0 'quote.vkjson' convert quote.two --no-validate
 expect 1 'error 32: ' tree quote.vkjson
-expect 1 'error 32: ' convert quote.two
+expect 1 'error 32: ' convert quote.two -o again.vkjson
 printf 'raw C:\\data' >path.two
 expect 1 'a text has a backslash \(at byte [0-9]*\)' convert path.two
 printf 'raw \t' >tab.two
 expect 1 'a text has a control character \(at byte [0-9]*\)' convert tab.two
+
+# The words of an exception are for those who ask for them.
+printf 'throw no rows\nin it' >thrown.two
+expect 1 '^zentor: error 1023: Conversion to VKJSON using converter [^\n]* failed.$' convert thrown.two
+export ZENTOR_TRACE=1
+expect 1 'zentor: trace: no rows in it'$'\n''zentor: error 1023: ' convert thrown.two
+unset ZENTOR_TRACE
 
 # Modules for other machines, and damaged ones. patch FILE OFFSET BYTES
 patch() { printf "$3" | dd of="$1" bs=1 seek="$2" conv=notrunc status=none; }

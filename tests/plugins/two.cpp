@@ -1,5 +1,6 @@
 // A module with two converters, written with all that there is for plug-ins: the second one takes inputs of a line
-// "second", the first one others. Their document holds the input as a text, escaped unless it begins with "raw".
+// "second", the first one others. Their document holds the input as a text, escaped unless it begins with "raw"; what
+// follows "throw" is thrown.
 #include <zentor/plugin/converter.h>
 #include <zentor/plugin/iso_time.h>
 #include <zentor/plugin/json_text.h>
@@ -7,6 +8,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <stdexcept>
 
 namespace {
 
@@ -21,6 +23,7 @@ public:
         ZT_PLUGIN::IsoTime time;
         if (!ZT_PLUGIN::ParseIsoTime("2026-06-01 08:30:00,5+02", time)) return false;
         const std::string text = Read(conversion.InputPath());
+        if (text.compare(0, 6, "throw ") == 0) throw std::runtime_error(text.substr(6));
         const bool isRaw = text.compare(0, 3, "raw") == 0;
         auto root = conversion.CreateRoot(conversion.ConverterId());
         root.SetUtc(1, true);

@@ -26,6 +26,11 @@ bool FailedWhileWriting() {
     return FileFault::CountBefore("File_IO::Create") >= 1 && FileFault::CountBefore("File_IO::Close") == 0;
 }
 
+bool IsProbe(const std::string& operation) {
+    return operation == "File_IO::GetFileMode" || operation == "File_IO::IsSameFile" ||
+           operation == "File_IO::Identity";
+}
+
 std::uint32_t ExpectedCode(os::Status status) {
     // A temporary document that cannot be created is a temporary name that cannot be found.
     if (FileFault::Struck() == "File_IO::Create" && FileFault::CountBefore("File_IO::Create") == 0) return 15;
@@ -67,8 +72,7 @@ TEST(ConversionFaults, EveryOperationFailsInTurn) {
                 EXPECT_EQ(ReadWhole(saved), ReadWhole(stream->DocumentPath()));
                 break;
             }
-            const bool isProbe =
-                FileFault::Struck() == "File_IO::GetFileMode" || FileFault::Struck() == "File_IO::IsSameFile";
+            const bool isProbe = IsProbe(FileFault::Struck());
             if (!isProbe) {  // a probe that fails says that there is nothing
                 EXPECT_EQ(code, ExpectedCode(status)) << FileFault::Struck();
             }
@@ -229,9 +233,7 @@ TEST(OpeningFaults, EveryOperationFailsInTurn) {
             EXPECT_EQ(code == 32, c.mustFail.empty());
             if (code == 0) {
                 // A probe that fails says that there is nothing; everything else has a code.
-                EXPECT_TRUE(survived || FileFault::Struck() == "File_IO::GetFileMode" ||
-                            FileFault::Struck() == "File_IO::IsSameFile")
-                    << FileFault::Struck();
+                EXPECT_TRUE(survived || IsProbe(FileFault::Struck())) << FileFault::Struck();
                 EXPECT_EQ(zentor.CloseFile(&handler), 0U);
                 if (!output.empty()) std::filesystem::remove(PathOf(output));
                 folder.Write("old.vkjson", "before");
@@ -246,6 +248,26 @@ TEST(OpeningFaults, EveryOperationFailsInTurn) {
         }
         for (const std::string& operation : c.mustFail) EXPECT_TRUE(failed.contains(operation)) << operation;
     }
+}
+
+// However many documents are open, opening one asks as little of the system as ever.
+TEST(OpenDocuments, OthersAreNotLookedAt) {
+    constexpr std::size_t kMany = 200;
+    constexpr int kNever = 1000000;
+    const TestFolder folder;
+    ZentorImpl zentor;
+    Plugins();  // are looked for once, and not in the midst of this
+    std::set<std::size_t> operations;
+    std::vector<ISensorFileHandler*> handlers(kMany);
+    for (std::size_t k = 0; k < kMany; ++k) {
+        const std::string name = std::to_string(k);
+        const std::string input = folder.Write(name + ".csv", "a\n1\n");
+        const FileFault none("", kNever, os::Status::kOk);
+        ASSERT_EQ(zentor.OpenFile(&handlers[k], input.c_str(), (folder / (name + ".vkjson")).c_str()), 0U);
+        operations.insert(FileFault::CountBefore());
+    }
+    EXPECT_EQ(operations.size(), 1U) << *operations.begin() << " to " << *operations.rbegin();
+    for (ISensorFileHandler*& handler : handlers) EXPECT_EQ(zentor.CloseFile(&handler), 0U);
 }
 
 }  // namespace zentor

@@ -39,8 +39,9 @@ public:
     FileFault& operator=(const FileFault&) = delete;
 
     // Of the latest fault, whether it still lives or not: the name of the operation that failed, empty while none has,
-    // and how many of a name have gone before.
+    // and how many have gone before, or have of one name.
     static const std::string& Struck() { return struck_; }
+    static std::size_t CountBefore() { return before_.size(); }
     static auto CountBefore(const std::string& operation) {
         return std::count(before_.begin(), before_.end(), operation);
     }

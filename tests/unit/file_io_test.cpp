@@ -169,6 +169,7 @@ TEST(FileIo, InjectedFailures) {
         {"GetTempFile", [&] { File_IO::GetTempFile(name); }},
         {"Rename", [&] { File_IO::Rename(path, path + "2"); }},
         {"IsSameFile", [&] { File_IO::IsSameFile(path, path); }},
+        {"Identity", [&] { File_IO::Identity(path); }},
         {"AbsolutePath", [&] { File_IO::AbsolutePath(path); }}};
     const struct {
         const char* operation;
@@ -279,7 +280,12 @@ TEST(FileIo, IdentityOfFiles) {
     std::filesystem::create_hard_link(PathOf(file), PathOf(folder / "link"));
     for (const char* spelling : {"file", "link", "./file", "sub/../file", "sub/.././link"}) {
         EXPECT_TRUE(File_IO::IsSameFile(file, folder.Path() + "/" + spelling)) << spelling;
+        EXPECT_EQ(File_IO::Identity(folder.Path() + "/" + spelling), File_IO::Identity(file)) << spelling;
     }
+    EXPECT_NE(File_IO::Identity(file), std::nullopt);
+    EXPECT_NE(File_IO::Identity(file), File_IO::Identity(copy));
+    EXPECT_NE(File_IO::Identity(folder.Path()), File_IO::Identity(folder / "sub"));
+    EXPECT_EQ(File_IO::Identity(folder / "none"), std::nullopt);
     EXPECT_FALSE(File_IO::IsSameFile(file, copy));
     EXPECT_FALSE(File_IO::IsSameFile(file, folder / "none"));
     EXPECT_FALSE(File_IO::IsSameFile(folder / "none", folder / "none"));

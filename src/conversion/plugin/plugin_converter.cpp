@@ -2,7 +2,10 @@
 
 #include <charconv>
 
+#include "errors/converter_failure.h"
+#include "errors/last_exception.h"
 #include "errors/raise.h"
+#include "errors/trace.h"
 #include "model/stream_state.h"
 
 namespace ZT_PLUGIN {
@@ -15,6 +18,12 @@ std::uint64_t StreamIdOf(const std::string& streamKey) {
     std::uint64_t id = 0;
     std::from_chars(streamKey.data(), streamKey.data() + streamKey.size(), id);
     return id;
+}
+
+// The library's own failure that a module's code stands for, if that is what it is. The host gets the code alone.
+void TraceCause(std::uint32_t code) {
+    const auto last = GetLastException();
+    if (last != nullptr && last->code + kConvertingSideOffset == code) Trace(last->message);
 }
 
 }  // namespace
@@ -36,6 +45,7 @@ bool ZT_ConverterHandlerInstance::Convert() {
     const ZT_ErrorRecord done =
         CallModule([&](ZT_ErrorRecord* error) { entryPoints.convert(session, &converted, error); });
     if (done.code != 0) {
+        TraceCause(done.code);
         Raise({done.code, kPluginConverter, done.extra1, done.extra2}, manifest.name, manifest.identifier);
     }
     const auto stream = FindStream(streamId);

@@ -1,10 +1,12 @@
 // One plug-in module.
 #pragma once
 
+#include <exception>
 #include <memory>
 #include <mutex>
 #include <string>
 
+#include "errors/trace.h"
 #include "model/include/plugin.h"
 #include "util/module.h"
 
@@ -52,6 +54,9 @@ ZT_ErrorRecord CallModule(Call&& call) noexcept {
     ZT_ErrorRecord error{0, 0, -1, -1};
     try {
         call(&error);
+    } catch (const std::exception& failure) {
+        zentor::Trace(failure.what());
+        error = {0, 1023, -1, -1};
     } catch (...) {
         error = {0, 1023, -1, -1};
     }

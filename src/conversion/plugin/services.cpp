@@ -1,5 +1,6 @@
 #include "conversion/plugin/services.h"
 
+#include "errors/trace.h"
 #include "model/live_objects.h"
 #include "model/node_factories.h"
 #include "util/thread_slot.h"
@@ -21,10 +22,12 @@ os::ThreadSlot& CheckedConverter() {
     return slot;
 }
 
+void TraceText(const char* text) noexcept { Trace(text == nullptr ? std::string_view() : text); }
+
 const char* GetCheckedConverter() { return static_cast<const char*>(CheckedConverter().Get()); }
 
 ZT_HostServices hostServices{
-    sizeof(ZT_HostServices), &AcquireLiveObject, &ReleaseLiveObject, nullptr, nullptr, &GetCheckedConverter,
+    sizeof(ZT_HostServices), &AcquireLiveObject, &ReleaseLiveObject, nullptr, nullptr, &GetCheckedConverter, &TraceText,
 };
 
 }  // namespace

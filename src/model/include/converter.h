@@ -18,6 +18,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <exception>
 #include <memory>
 #include <new>
 #include <string>
@@ -396,10 +397,20 @@ private:
             outcome = {0, failure.code(), failure.extra1(), failure.extra2()};
         } catch (const std::bad_alloc&) {
             outcome.code = ZT_CONVERTER_OUT_OF_MEMORY;
+        } catch (const std::exception& failure) {
+            outcome.code = ZT_CONVERTER_UNKNOWN;
+            Trace(failure.what());
         } catch (...) {
             outcome.code = ZT_CONVERTER_UNKNOWN;
         }
         if (error != nullptr) *error = outcome;
+    }
+
+    // What the error record has no room for.
+    static void Trace(const char* text) noexcept {
+        const ZT_HostServices* const host = services_ == nullptr ? nullptr : services_->host;
+        constexpr std::size_t kEnd = offsetof(ZT_HostServices, trace) + sizeof(host->trace);
+        if (host != nullptr && host->size >= kEnd) host->trace(text);
     }
 
     static void InitializeSession(const char*, const char* converterId, const char* inputPath, StreamContext context,

@@ -81,6 +81,9 @@ struct ZT_HostServices {
     // The identifier, as in the manifest, of the converter that the calling thread's CheckFileFormat is asked about;
     // borrowed for that call. Null outside of CheckFileFormat. Older libraries do not have this entry.
     const char* (*checkedConverter)();
+    // Says what a failure was for which there is but a code, such as the words of an exception: a line on standard
+    // error where the environment variable ZENTOR_TRACE is 1, else nothing. Older libraries do not have this entry.
+    void (*trace)(const char* text);
 };
 
 // What the library hands to InitializePlugin. Lives until the module is unloaded.

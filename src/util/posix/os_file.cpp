@@ -6,6 +6,7 @@
 #include <stdio.h>
 #include <stdlib.h>
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
 #include <unistd.h>
 
 #include <memory>
@@ -122,9 +123,18 @@ void GiveUsualPermissions(const std::string& path) {
 }
 
 Status GetFileIdentity(const std::string& path, FileIdentity& identity) {
-    struct stat info;
-    if (stat(path.c_str(), &info) != 0) return FromErrno();
-    identity = {info.st_dev, info.st_ino};
+    constexpr std::uint64_t kNanoseconds = 1000000000;
+    struct statx info;
+    if (statx(AT_FDCWD, path.c_str(), 0, STATX_INO | STATX_BTIME, &info) == 0) {
+        identity = {makedev(info.stx_dev_major, info.stx_dev_minor), info.stx_ino, 0};
+        if ((info.stx_mask & STATX_BTIME) == 0) return Status::kOk;
+        identity.made = static_cast<std::uint64_t>(info.stx_btime.tv_sec) * kNanoseconds + info.stx_btime.tv_nsec;
+        return Status::kOk;
+    }
+    if (errno != ENOSYS && errno != EPERM) return FromErrno();
+    struct stat basic;  // an older system, or a sandbox of another time
+    if (stat(path.c_str(), &basic) != 0) return FromErrno();
+    identity = {basic.st_dev, basic.st_ino, 0};
     return Status::kOk;
 }
 

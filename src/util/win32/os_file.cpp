@@ -113,14 +113,15 @@ Status GetFileIdentity(const std::string& path, FileIdentity& identity) {
     const Status status = Check(GetFileInformationByHandle(file, &info) != 0);
     CloseHandle(file);
     if (status != Status::kOk) return status;
-    identity = {info.dwVolumeSerialNumber, (std::uint64_t{info.nFileIndexHigh} << 32) | info.nFileIndexLow};
+    identity = {info.dwVolumeSerialNumber, (std::uint64_t{info.nFileIndexHigh} << 32) | info.nFileIndexLow, 0};
     return Status::kOk;
 }
 
 Status IsSameFile(const std::string& a, const std::string& b, bool& same) {
     FileIdentity first;
     FileIdentity second;
-    same = GetFileIdentity(a, first) == Status::kOk && GetFileIdentity(b, second) == Status::kOk && first == second;
+    same = GetFileIdentity(a, first) == Status::kOk && GetFileIdentity(b, second) == Status::kOk && first == second &&
+           (first.number != 0 || a == b);
     return Status::kOk;
 }
 
