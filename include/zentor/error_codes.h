@@ -7,7 +7,14 @@
 
 #include <stdint.h>
 
-enum ZT_ErrorCode : uint32_t {
+// The type of enumerations, where the language lets it be said; in C their values are ints.
+#ifdef __cplusplus
+#define ZT_UINT32_ENUM : uint32_t
+#else
+#define ZT_UINT32_ENUM
+#endif
+
+enum ZT_ErrorCode ZT_UINT32_ENUM {
     ZT_OK = 0,                     // success
     ZT_INVALID_POINTER = 1,        // a null or foreign pointer; bad Unicode; an empty data path; a time with scale 0
     ZT_INVALID_FILE_PATH = 2,      // a null or empty path

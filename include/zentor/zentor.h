@@ -2,7 +2,7 @@
 //
 // This header is all that a host needs. It includes nothing but <stdint.h>, and what it declares can be called from any
 // C++ compiler for the platform: the interfaces are flat tables of functions, without base classes, overloads, data or
-// virtual destructors, and nothing is ever thrown across them.
+// virtual destructors, and nothing is ever thrown across them. It is C (C11), too: see c_interfaces.h.
 //
 // Strings are zero-terminated UTF-8. Lengths count bytes, without the terminating zero.
 //
@@ -31,18 +31,42 @@
 
 #include "zentor/error_codes.h"
 
+#ifdef __cplusplus
 namespace ZT_PLUGIN {
 struct ISharedObject;
 }
+typedef ZT_PLUGIN::ISharedObject ZT_SharedObject;
+#else
+typedef struct ZT_SharedObject ZT_SharedObject;
+#endif
 
 // Records of the typed queries, for hosts built with the library's own toolchain: see records.h.
-struct ZT_GroupChildren;
-struct ZT_GroupChildInfo;
-struct ZT_StaticDataInfo;
-struct ZT_DynamicDataInfo;
-struct DynamicDataSampleSet;
-struct ZT_FileInfo;
-struct ZT_VideoSyncTimeList;
+typedef struct ZT_GroupChildren ZT_GroupChildren;
+typedef struct ZT_GroupChildInfo ZT_GroupChildInfo;
+typedef struct ZT_StaticDataInfo ZT_StaticDataInfo;
+typedef struct ZT_DynamicDataInfo ZT_DynamicDataInfo;
+typedef struct DynamicDataSampleSet DynamicDataSampleSet;
+typedef struct ZT_FileInfo ZT_FileInfo;
+typedef struct ZT_VideoSyncTimeList ZT_VideoSyncTimeList;
+
+// What this header defines, by names that C takes, too.
+typedef struct ZT_Time ZT_Time;
+typedef struct ZT_DataPathCallbacks ZT_DataPathCallbacks;
+typedef struct ZT_NodeInfoCallbacks ZT_NodeInfoCallbacks;
+typedef struct ZT_StaticDataCallbacks ZT_StaticDataCallbacks;
+typedef struct ZT_DynamicDataCallbacks ZT_DynamicDataCallbacks;
+typedef struct ZT_SampleCallbacks ZT_SampleCallbacks;
+typedef struct ZT_FileInfoCallbacks ZT_FileInfoCallbacks;
+typedef struct ZT_VideoSyncCallbacks ZT_VideoSyncCallbacks;
+typedef struct ZT_DataTypeCallbacks ZT_DataTypeCallbacks;
+typedef struct ZT_PluginCallbacks ZT_PluginCallbacks;
+typedef struct ZT_HostOptions ZT_HostOptions;
+typedef struct ZT_HostExtensions ZT_HostExtensions;
+typedef struct ZT_HostSuite ZT_HostSuite;
+typedef struct ZT_LibraryCallbacks ZT_LibraryCallbacks;
+typedef struct IVkjsonStream IVkjsonStream;
+typedef struct ISensorFileHandler ISensorFileHandler;
+typedef struct IZentor IZentor;
 
 // An error code; ZT_OK (0) is success.
 typedef uint32_t ZT_Result;
@@ -65,7 +89,7 @@ struct ZT_Time {
 // terminating zero and may hold zeros. `handle` and the contexts are the host's own values, handed back untouched.
 
 // How the samples of a document are timed.
-enum ZT_TimeMode : uint32_t {
+enum ZT_TimeMode ZT_UINT32_ENUM {
     ZT_TIME_MODE_NONE = 0,      // the document says nothing of samples
     ZT_TIME_MODE_UTC = 1,       // dates and times of day
     ZT_TIME_MODE_TIMECODE = 2,  // SMPTE time codes
@@ -234,13 +258,15 @@ struct ZT_HostSuite {
 // always the same and stays as long as the library is loaded. A pointer that is no live object of the library is
 // ignored (null from `getInternal`).
 struct ZT_LibraryCallbacks {
-    void (*acquire)(ZT_PLUGIN::ISharedObject* object);
-    void (*release)(ZT_PLUGIN::ISharedObject* object);
-    void* (*getInternal)(ZT_PLUGIN::ISharedObject* object);
+    void (*acquire)(ZT_SharedObject* object);
+    void (*release)(ZT_SharedObject* object);
+    void* (*getInternal)(ZT_SharedObject* object);
 };
 
 // ---------------------------------------------------------------------------------------------------------------------
 // Interfaces. The order of the functions is the order of the slots and never changes.
+
+#ifdef __cplusplus
 
 // The vkjson document that a conversion made, or the file itself when the input was a vkjson document.
 struct IVkjsonStream {
@@ -380,6 +406,10 @@ protected:
     ~IZentor() = default;
 };
 
+#else
+#include "zentor/c_interfaces.h"
+#endif
+
 // ---------------------------------------------------------------------------------------------------------------------
 // Exported functions: these five and no others.
 
@@ -389,7 +419,9 @@ protected:
 #define ZT_EXPORTED __attribute__((visibility("default")))
 #endif
 
+#ifdef __cplusplus
 extern "C" {
+#endif
 
 // Hands out the manager through *zentor; calls are counted, and each needs one DestroyZentor_1. The first call after
 // loading or after the last DestroyZentor_1 makes the manager: it sets the locale of messages and of the names of
@@ -430,6 +462,8 @@ ZT_EXPORTED void GetLastException_1(void* context,
                                                      int64_t extra2),
                                     uint8_t clear);
 
+#ifdef __cplusplus
 }  // extern "C"
+#endif
 
 #endif

@@ -1,6 +1,6 @@
-// Writing a converter plug-in in C++17: nodes that give themselves back, failures as exceptions, and the module's entry
-// points. Everything here is inline and compiled into the plug-in; between it and the library stand only the tables of
-// plugin.h and the interfaces of nodes.h, which document the rules, ranges and codes.
+// Writing a converter plug-in in C++14 or later: nodes that give themselves back, failures as exceptions, and the
+// module's entry points. Everything here is inline and compiled into the plug-in; between it and the library stand only
+// the tables of plugin.h and the interfaces of nodes.h, which document the rules, ranges and codes.
 //
 //     class MyConverter {
 //     public:
@@ -34,16 +34,10 @@ namespace ZT_PLUGIN {
 
 // Calls an operation with an error record; throws the code that it stores there.
 template <class Call>
-auto Checked(Call&& call) {
+void Checked(Call&& call) {
     ZT_ErrorRecord error{0, 0, -1, -1};
-    if constexpr (std::is_void_v<decltype(call(&error))>) {
-        call(&error);
-        if (error.code != 0) throw ZT_PluginException(error.code, error.extra1, error.extra2);
-    } else {
-        const auto result = call(&error);
-        if (error.code != 0) throw ZT_PluginException(error.code, error.extra1, error.extra2);
-        return result;
-    }
+    call(&error);
+    if (error.code != 0) throw ZT_PluginException(error.code, error.extra1, error.extra2);
 }
 
 // The input cannot be converted: code 1506, with the byte offset and the line (from 1 on) of the fault, -1 for unknown.
@@ -102,9 +96,29 @@ public:
     using NodeHandle::NodeHandle;
 };
 
+// The least and the greatest value that are allowed.
+struct LegalRange {
+    double minimum;
+    double maximum;
+};
+
 class StaticNumberArray : public NodeHandle<IVkjsonStaticDataNumArr_v1> {
 public:
     using NodeHandle::NodeHandle;
+    // One pattern for all elements.
+    void SetPattern(std::uint64_t digitsInteger, std::uint64_t digitsDecimal, bool isSigned) {
+        Checked([&](auto* error) { get()->SetPattern(digitsInteger, digitsDecimal, isSigned ? 1 : 0, error); });
+    }
+    // One for each element.
+    void SetLegalRanges(const std::vector<LegalRange>& ranges) {
+        std::vector<double> minima;
+        std::vector<double> maxima;
+        for (const LegalRange& range : ranges) {
+            minima.push_back(range.minimum);
+            maxima.push_back(range.maximum);
+        }
+        Checked([&](auto* error) { get()->SetRanges(minima.data(), maxima.data(), ranges.size(), error); });
+    }
     void SetValues(const std::vector<double>& values) {
         Checked([&](auto* error) { get()->SetValues(values.data(), values.size(), error); });
     }
@@ -123,6 +137,13 @@ struct Ticks {
     std::uint32_t perSecond;
 };
 
+// A time may also be a time string of the document's form: a text, or what becomes one by itself, but no list in
+// braces, which is Ticks.
+template <class Text>
+using IfText = std::enable_if_t<std::is_convertible<const Text&, std::string>::value>;
+inline const char* TimeText(const char* time) { return time; }
+inline const char* TimeText(const std::string& time) { return time.c_str(); }
+
 // How the values between two samples are to be understood.
 enum class Between : std::uint32_t { kLinear = 1, kHold = 2 };
 
@@ -132,10 +153,14 @@ template <class Interface>
 class DynamicNode : public NodeHandle<Interface> {
 public:
     using NodeHandle<Interface>::NodeHandle;
+    // How many samples are expected, for whoever asks before they are there; what is written is their number.
+    void SetSampleCount(std::uint64_t count) {
+        Checked([&](auto* error) { this->get()->SetSampleCount(count, error); });
+    }
     // Writes the samples into the document now, and lets go what was kept for them; the root's Write does it for nodes
     // that have not.
     void WriteSamples() {
-        Checked([&](auto* error) { return this->get()->WriteSamples(error); });
+        Checked([&](auto* error) { this->get()->WriteSamples(error); });
     }
 };
 
@@ -149,10 +174,11 @@ public:
         Checked([&](auto* error) { get()->SetRange(minimum, maximum, minimum, error); });
     }
     void AddSample(Ticks time, double value) {
-        Checked([&](auto* error) { return get()->AddSampleAtTicks(time.count, time.perSecond, value, error); });
+        Checked([&](auto* error) { get()->AddSampleAtTicks(time.count, time.perSecond, value, error); });
     }
-    void AddSample(const std::string& time, double value) {
-        Checked([&](auto* error) { return get()->AddSampleAtTimeString(time.c_str(), value, error); });
+    template <class Text, class = IfText<Text>>
+    void AddSample(const Text& time, double value) {
+        Checked([&](auto* error) { get()->AddSampleAtTimeString(TimeText(time), value, error); });
     }
 };
 
@@ -161,6 +187,10 @@ public:
     using DynamicNode::DynamicNode;
     void SetPattern(std::uint64_t digitsInteger, std::uint64_t digitsDecimal, bool isSigned) {
         Checked([&](auto* error) { get()->SetPattern(digitsInteger, digitsDecimal, isSigned ? 1 : 0, error); });
+    }
+    // All elements have a sign, even if none is negative.
+    void SetIsSigned(bool isSigned) {
+        Checked([&](auto* error) { get()->SetIsSigned(isSigned ? 1 : 0, error); });
     }
     // For the next element.
     void AddLegalRange(double minimum, double maximum) {
@@ -174,13 +204,13 @@ public:
     }
     void AddSample(Ticks time, const std::vector<double>& values) {
         Checked([&](auto* error) {
-            return get()->AddSampleAtTicks(time.count, time.perSecond, values.data(), values.size(), error);
+            get()->AddSampleAtTicks(time.count, time.perSecond, values.data(), values.size(), error);
         });
     }
-    void AddSample(const std::string& time, const std::vector<double>& values) {
-        Checked([&](auto* error) {
-            return get()->AddSampleAtTimeString(time.c_str(), values.data(), values.size(), error);
-        });
+    template <class Text, class = IfText<Text>>
+    void AddSample(const Text& time, const std::vector<double>& values) {
+        Checked(
+            [&](auto* error) { get()->AddSampleAtTimeString(TimeText(time), values.data(), values.size(), error); });
     }
 };
 
@@ -193,10 +223,11 @@ public:
         });
     }
     void AddSample(Ticks time, const std::string& text) {
-        Checked([&](auto* error) { return get()->AddSampleAtTicks(time.count, time.perSecond, text.c_str(), error); });
+        Checked([&](auto* error) { get()->AddSampleAtTicks(time.count, time.perSecond, text.c_str(), error); });
     }
-    void AddSample(const std::string& time, const std::string& text) {
-        Checked([&](auto* error) { return get()->AddSampleAtTimeString(time.c_str(), text.c_str(), error); });
+    template <class Text, class = IfText<Text>>
+    void AddSample(const Text& time, const std::string& text) {
+        Checked([&](auto* error) { get()->AddSampleAtTimeString(TimeText(time), text.c_str(), error); });
     }
 };
 
@@ -225,7 +256,9 @@ public:
 
 protected:
     GroupMembers() = default;
-    ~GroupMembers() = default;
+    GroupMembers(GroupMembers&&) = default;
+    GroupMembers& operator=(GroupMembers&&) = default;
+    virtual ~GroupMembers() = default;
     virtual IVkjsonGroup_v1* Members() const = 0;
 
 private:
@@ -263,9 +296,31 @@ public:
     void SetUtc(std::uint32_t precision, bool isGmt) {
         Checked([&](auto* error) { get()->SetUtcInfo(precision, isGmt ? 1 : 0, error); });
     }
+    // An entry of the video-sync list, which says what of a video belongs to what of the document: the number of a
+    // frame, or a time string of the document's form. In order, and before the first sample.
+    void AddVideoSyncFrame(const std::string& fileName, std::uint32_t frameNumber) {
+        Checked([&](auto* error) { get()->AddVideoSyncFrame(fileName.c_str(), frameNumber, error); });
+    }
+    void AddVideoSyncTime(const std::string& fileName, const std::string& time) {
+        Checked([&](auto* error) { get()->AddVideoSyncTime(fileName.c_str(), time.c_str(), error); });
+    }
+    // In place of the creator that it was made with; empty: the document names none.
+    void SetCreator(const std::string& creator) {
+        Checked([&](auto* error) { get()->SetCreator(creator.c_str(), error); });
+    }
+    // Of the root itself, which is not written.
+    void SetDisplayName(const std::string& displayName) {
+        Checked([&](auto* error) { get()->SetDisplayName(displayName.c_str(), error); });
+    }
+    // Begins the document now instead of with the first samples.
+    void WriteHeader() {
+        Checked([&](auto* error) { get()->WriteHeader(error); });
+    }
     // Finishes the document: true when it was written.
     bool Write() {
-        return Checked([&](auto* error) { return get()->WriteDocument(error); }) != 0;
+        std::uint32_t written = 0;
+        Checked([&](auto* error) { written = get()->WriteDocument(error); });
+        return written != 0;
     }
 
 protected:
@@ -447,8 +502,11 @@ private:
         });
     }
 
-    static inline const ZT_PluginServices* services_ = nullptr;
+    static const ZT_PluginServices* services_;
 };
+
+template <class Converter>
+const ZT_PluginServices* PluginModule<Converter>::services_ = nullptr;
 
 }  // namespace ZT_PLUGIN
 
