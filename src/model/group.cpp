@@ -66,7 +66,7 @@ std::unique_ptr<ChildSource> VkjsonGroupImpl::TakeChildren() {
 // Whether a node may be attached that is one of this library's. Code 2014 when the conversion is over.
 bool VkjsonGroupImpl::CanTake(const VkjsonNodeImpl& child) const {
     // What comes after the end of the document would be missing from it.
-    return !child.IsAttached() && child.StreamId() == StreamId();
+    return Stream().Writer().IsOpen() && !child.IsAttached() && child.StreamId() == StreamId();
 }
 
 // Whether this group is `group` or lies below it.
