@@ -60,7 +60,6 @@ typedef struct ZT_FileInfoCallbacks ZT_FileInfoCallbacks;
 typedef struct ZT_VideoSyncCallbacks ZT_VideoSyncCallbacks;
 typedef struct ZT_DataTypeCallbacks ZT_DataTypeCallbacks;
 typedef struct ZT_PluginCallbacks ZT_PluginCallbacks;
-typedef struct ZT_HostOptions ZT_HostOptions;
 typedef struct ZT_HostExtensions ZT_HostExtensions;
 typedef struct ZT_HostSuite ZT_HostSuite;
 typedef struct ZT_LibraryCallbacks ZT_LibraryCallbacks;
@@ -218,20 +217,10 @@ struct ZT_PluginCallbacks {
     void (*setLoadResult)(void* listContext, uint32_t code, const char* message, const char* diagnosis);
 };
 
-// What the host wants of operations; read when an operation begins, so that it can be changed between them.
-struct ZT_HostOptions {
-    uint32_t size ZT_OWN_SIZE(ZT_HostOptions);
-    // 1: OpenFile copies the samples of a document to a temporary file of the library's own, and queries answer from
-    // the copy: whatever others do to the document's file afterwards, a query gives what was opened. Takes as long as
-    // copying does, and as much room in the folder for temporary files as the document has.
-    uint8_t privateCopy;
-};
-
 // What hosts can have beyond results (slot 9).
 struct ZT_HostExtensions {
     uint32_t size ZT_OWN_SIZE(ZT_HostExtensions);
     const ZT_PluginCallbacks* plugins;
-    const ZT_HostOptions* options;
 };
 
 struct ZT_HostSuite {

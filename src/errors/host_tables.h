@@ -29,8 +29,7 @@ struct HostTables {
     ZT_DataTypeCallbacks dataTypes;
 };
 HostTables ReadHostTables() noexcept;
-// The extensions of the suite, and the options among them.
+// The extensions of the suite.
 ZT_HostExtensions ReadHostExtensions() noexcept;
-ZT_HostOptions ReadHostOptions() noexcept;
 
 }  // namespace zentor
