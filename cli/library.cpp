@@ -84,7 +84,9 @@ void Library::Fail(std::uint32_t code, const char* key) {
 Converters Library::ListConverters(bool load) {
     Converters converters;
     suite_.plugins = load ? &kLoading : &kListing;
+    report_ = {};  // it has no result but its report
     GetSupportedFormats_1(&converters, this, &suite_);
+    Check(report_.code);
     return converters;
 }
 
