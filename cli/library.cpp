@@ -93,10 +93,10 @@ void Library::Fail(std::uint32_t code, const char* key) {
 
 Converters Library::ListConverters(bool load) {
     Converters converters;
-    report_ = {};
     extensions_.plugins = load ? &kLoading : &kListing;
+    report_ = {};  // it has no result but its report
     GetSupportedFormats_1(&converters, this, &suite_);
-    if (report_.code != 0) throw LibraryFailure(report_);
+    Check(report_.code);
     return converters;
 }
 

@@ -255,11 +255,13 @@ TEST(Open, AFileIsOneWhateverItsPath) {
     EXPECT_NE(instead.operator->(), first.operator->());
     OpenDocument instead2(manager, table);
     EXPECT_EQ(instead2.operator->(), instead.operator->());
+#if !defined(_WIN32)  // whose numbers are not used again; Wine's are, and do not come with an age
     std::filesystem::remove(PathOf(table));
     OpenDocument made(manager, folder.Write("a.csv", "n\n3\n"));
     ZT_StaticDataInfo info;
     ASSERT_EQ(made->GetStaticDataInfo("[0][0]", &info), 0U);
     EXPECT_EQ(boost::get<double>(info.value), 3) << "of a file that is gone, and may have had the same number";
+#endif
 }
 
 TEST(Open, OutputPaths) {

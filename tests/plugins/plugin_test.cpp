@@ -58,7 +58,7 @@ protected:
     // Puts a module into the folder, or one in it.
     std::string Add(const std::string& module, const std::string& folder = {}) const {
         const std::string name = module + os::kModuleSuffix;
-        const std::string target = plugins_ / (folder + name);
+        const std::string target = Utf8Of(PathOf(plugins_ / (folder + name)).make_preferred());
         std::filesystem::create_directories(PathOf(target).parent_path());
         std::filesystem::copy_file(PathOf(std::string(ZENTOR_TEST_MODULES "/") + name), PathOf(target));
         return target;

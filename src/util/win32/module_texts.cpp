@@ -18,7 +18,10 @@ constexpr DWORD kLongestText = 16 << 20;
 class ResourceImage {
 public:
     explicit ResourceImage(const std::wstring& path)
-        : module_(LoadLibraryExW(path.c_str(), nullptr, LOAD_LIBRARY_AS_IMAGE_RESOURCE | LOAD_LIBRARY_AS_DATAFILE)) {}
+        : module_(LoadLibraryExW(path.c_str(), nullptr, LOAD_LIBRARY_AS_IMAGE_RESOURCE | LOAD_LIBRARY_AS_DATAFILE)) {
+        // Not all systems make an image of a module for another kind of machine.
+        if (module_ == nullptr) module_ = LoadLibraryExW(path.c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
+    }
     ~ResourceImage() {
         if (module_ != nullptr) FreeLibrary(module_);
     }
