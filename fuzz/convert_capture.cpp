@@ -6,6 +6,7 @@
 #include "conversion/bvh/bvh_converter.h"
 #include "files.h"
 #include "model/stream_state.h"
+#include "open_text.h"
 #include "writer/document_writer.h"
 
 namespace {
@@ -31,12 +32,12 @@ bool Convert(const std::string& input, const std::string& output, std::string_vi
 }
 
 void CheckDocument(std::string_view bytes) {
-    const auto document = ParseDocument(bytes, ParserChoice::kVersion2);
-    for (const auto& [id, set] : document->samples.Sets()) {
-        if (set.count == 0) continue;
-        const auto samples = document->samples.FindRange(bytes, id, *document->timeForm, {0, 1}, {86400, 1}).ReadAll();
-        Require(samples.size() == set.count);
-    }
+    const zentor_test::OpenText document(bytes, ParserChoice::kVersion2);
+    document.ForEachDynamic([&](NodeNumber node) {
+        const std::uint64_t count = document.Dynamic(node).sampleCount;
+        if (count == 0) return;
+        Require(document.queries().SamplesBetween(node, {0, 1}, {86400, 1}).ReadAll().size() == count);
+    });
 }
 
 }  // namespace

@@ -109,11 +109,12 @@ bool Convert(const std::string& input, const std::string& output, std::string_vi
     return converted;
 }
 
-void Count(const Outline& outline, const JsonValue& siblings, Nodes& nodes) {
-    for (const JsonValue& node : siblings.GetArray()) {
-        if (TextOf(*FindMember(node, "objectType")) == "dataGroup") {
+void Count(const OutlineIndex& index, NodeNumber group, Nodes& nodes) {
+    const OutlineIndex::Children children = index.ChildrenOf(group);
+    for (NodeNumber node = children.first; node != children.first + children.count; ++node) {
+        if (index.TypeOf(node) == ZT_NODE_GROUP) {
             ++nodes.groups;
-            Count(outline, outline.ChildrenOf(&node), nodes);
+            Count(index, node, nodes);
         } else {
             ++nodes.statics;
         }
@@ -134,7 +135,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             const std::string bytes = ReadFile(output);
             const auto document = ParseDocument(bytes, ParserChoice::kVersion2);
             Nodes found;
-            Count(document->outline, document->outline.TopLevelNodes(), found);
+            Count(document->outline.index(), kRootNode, found);
             Require(found.groups == expected->groups && found.statics == expected->statics);
         }
         File_IO::Delete(output);

@@ -9,38 +9,32 @@
 #include <utility>
 
 #include "document.h"
-#include "reader/data_path.h"
-#include "reader/node_records.h"
-#include "reader/schema_words.h"
+#include "open_text.h"
 
 namespace {
 
 using namespace zentor;
 using namespace zentor_fuzz;
+using zentor_test::OpenText;
 
 // A path as a host gets and hands back.
-const JsonValue* HandBack(const VkjsonDocument& document, const ZT_DataPath& path) {
-    return document.outline.FindNode(ParseDataPath(path.ToString()));
-}
+NodeNumber HandBack(const OpenText& document, const ZT_DataPath& path) { return document.Find(path.ToString()); }
 
-void CheckInfo(const VkjsonDocument& document, const JsonValue* node) {
-    const ZT_GroupChildInfo info = GroupChildInfoOf(node);
-    if (info.nodeType == ZT_NODE_STATIC) Require(StaticDataInfoOf(node).matchName == info.matchName);
-    if (info.nodeType != ZT_NODE_DYNAMIC) return;
-    const ZT_DynamicDataInfo dynamic = DynamicDataInfoOf(node);
-    Require(dynamic.matchName == info.matchName);
-    Require(document.samples.Sets().contains(dynamic.sampleSetID));
+void CheckInfo(const OpenText& document, NodeNumber node) {
+    const ZT_GroupChildInfo info = document.Child(node);
+    if (info.nodeType == ZT_NODE_STATIC) Require(document.Static(node).matchName == info.matchName);
+    if (info.nodeType == ZT_NODE_DYNAMIC) Require(document.Dynamic(node).matchName == info.matchName);
 }
 
 struct WalkState {
-    const VkjsonDocument& document;
+    const OpenText& document;
     ZT_DataPath path;
     std::unordered_set<std::string> names;
 };
 
-void CheckPaths(WalkState& walk, const JsonValue* node) {
+void CheckPaths(WalkState& walk, NodeNumber node) {
     ZT_DataPathItem& last = walk.path.items.back();
-    Require(walk.document.outline.FindNode(walk.path) == node);
+    Require(walk.document.queries().FindNode(walk.path) == node);
     Require(HandBack(walk.document, walk.path) == node);
     if (last.matchName.empty()) return;
     const std::int64_t index = std::exchange(last.index, -1);
@@ -49,35 +43,38 @@ void CheckPaths(WalkState& walk, const JsonValue* node) {
 }
 
 // Recursion ends at the limit of groups.
-void Walk(WalkState& walk, const JsonValue* group) {
-    const JsonValue& children = walk.document.outline.ChildrenOf(group);
-    for (JsonSize i = 0; i < children.Size(); ++i) {
-        const JsonValue& child = children[i];
-        walk.path.items.push_back({std::string(TextOf(*FindMember(child, words::kMatchName))), i});
+void Walk(WalkState& walk, NodeNumber group) {
+    const OutlineIndex::Children children = walk.document.index().ChildrenOf(group);
+    for (std::uint64_t i = 0; i < children.count; ++i) {
+        const NodeNumber child = children.first + i;
+        walk.path.items.push_back({walk.document.Child(child).matchName, static_cast<std::int64_t>(i)});
         Require(walk.names.insert(walk.path.items.back().matchName).second);
-        CheckPaths(walk, &child);
-        CheckInfo(walk.document, &child);
-        if (TypeOf(child) == ZT_NODE_GROUP) Walk(walk, &child);
+        CheckPaths(walk, child);
+        CheckInfo(walk.document, child);
+        if (walk.document.index().TypeOf(child) == ZT_NODE_GROUP) Walk(walk, child);
         walk.path.items.pop_back();
     }
 }
 
 // Of a node of another kind there is no such information.
-void RequireRefused(ZT_NodeType type, const JsonValue* node) {
+void RequireRefused(const OpenText& document, NodeNumber node) {
     try {
-        if (type == ZT_NODE_STATIC) DynamicDataInfoOf(node);
-        if (type != ZT_NODE_STATIC) StaticDataInfoOf(node);
+        if (document.index().TypeOf(node) == ZT_NODE_STATIC) {
+            document.Dynamic(node);
+        } else {
+            document.Static(node);
+        }
     } catch (const ns_sensor::ZT_Exception& failure) {
         return Require(failure.code() == 33);
     }
     Require(false);
 }
 
-void Query(const VkjsonDocument& document, std::string_view dataPath) {
+void Query(const OpenText& document, std::string_view dataPath) {
     try {
-        const JsonValue* const node = document.outline.FindNode(ParseDataPath(dataPath));
+        const NodeNumber node = document.Find(dataPath);
         CheckInfo(document, node);
-        RequireRefused(GroupChildInfoOf(node).nodeType, node);
+        RequireRefused(document, node);
     } catch (const ns_sensor::ZT_Exception& failure) {
         Require(failure.code() == 1 || failure.code() == 33 || failure.code() == 45);
     }
@@ -85,14 +82,15 @@ void Query(const VkjsonDocument& document, std::string_view dataPath) {
 
 void OpenAndWalk(std::string_view bytes, ParserChoice choice, std::string_view dataPath) {
     const ExactCopy copy(bytes);
-    const std::unique_ptr<VkjsonDocument> document = Open(copy.bytes(), choice);
-    if (document == nullptr) return;
-    WalkState walk{*document, ParseDataPath("[\"dataOutline\"]"), {}};
-    Walk(walk, nullptr);
-    Query(*document, dataPath);
+    std::unique_ptr<VkjsonDocument> read = Open(copy.bytes(), choice);
+    if (read == nullptr) return;
+    const OpenText document(copy.bytes(), std::move(read));
+    WalkState walk{document, ParseDataPath("[\"dataOutline\"]"), {}};
+    Walk(walk, kRootNode);
+    Query(document, dataPath);
     // White space after the end changes nothing, unless a set would end past the file: then it may bring that end in.
-    for (const auto& [id, set] : document->samples.Sets()) {
-        if (set.state == SampleSet::State::kPastEnd) return;
+    for (std::uint64_t number = 0; number < document.index().DynamicCount(); ++number) {
+        if (document->samples.PlaceOf(number).state == SamplePlace::State::kPastEnd) return;
     }
     const ExactCopy longer(std::string(bytes) + ' ');
     Require(Open(longer.bytes(), choice) != nullptr);

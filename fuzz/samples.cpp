@@ -12,11 +12,13 @@
 #include <vector>
 
 #include "document.h"
+#include "open_text.h"
 
 namespace {
 
 using namespace zentor;
 using namespace zentor_fuzz;
+using zentor_test::OpenText;
 
 // Samples, or what was raised instead of them.
 struct Answer {
@@ -46,15 +48,19 @@ void RequireSame(const Answer& a, const Answer& b) {
 // One set, and queries of it.
 class SetCheck {
 public:
-    SetCheck(const VkjsonDocument& document, std::string_view bytes, const SampleSet& set)
-        : samples_(document.samples), form_(*document.timeForm), bytes_(bytes), set_(set), reader_(bytes, set, form_) {}
+    SetCheck(const OpenText& document, NodeNumber node)
+        : queries_(document.queries()),
+          node_(node),
+          form_(*document->timeForm),
+          place_(document->samples.PlaceOf(document.index().DynamicNumber(node))),
+          bytes_(document.bytes()) {}
 
-    void Check(const std::vector<ZT_Time>& times) {
-        if (set_.state != SampleSet::State::kPresent) return CheckRefused();
-        Require(set_.OffsetOf(set_.count) <= bytes_.size() && bytes_[set_.OffsetOf(set_.count) - 1] == ']');
+    void Check(const OpenText& document, const std::vector<ZT_Time>& times) {
+        if (place_.state != SamplePlace::State::kPresent) return CheckRefused();
+        SampleSet set = document->outline.SampleSetOf(bytes_, document.index().DynamicNumber(node_));
+        reader_.emplace(MakeSampleReader(bytes_, std::move(set), place_, form_));
         Scan();
-        const auto span = samples_.FindTimeSpan(bytes_, set_.id, form_);
-        Require(span.has_value() == (times_.front() && times_.back()));
+        Require(queries_.DynamicDataInfo(node_).firstSampleTime.empty() == !(times_.front() && times_.back()));
         constexpr ZT_Time kBegin = {std::numeric_limits<std::int32_t>::min(), 1};
         constexpr ZT_Time kEnd = {std::numeric_limits<std::int32_t>::max(), 1};
         CheckRange(kBegin, kEnd);
@@ -66,48 +72,58 @@ public:
     }
 
 private:
+    // A time that outlives the record from which it comes.
+    struct Time {
+        std::int64_t whole;
+        std::string decimals;
+
+        Instant Get() const { return {whole, decimals}; }
+    };
+
     void CheckRefused() const {
-        const Answer answer = AnswerOf([&] { return samples_.FindLatest(bytes_, set_.id, form_, {0, 1}).ReadAll(); });
-        Require(answer.code == (set_.state == SampleSet::State::kNoData ? 38 : 36));
-        Require(answer.place == (answer.code == 38 ? -1 : static_cast<std::int64_t>(set_.start)));
+        const Answer answer = AnswerOf([&] { return queries_.SampleAt(node_, {0, 1}).ReadAll(); });
+        Require(answer.code == (place_.state == SamplePlace::State::kNoData ? 38 : 36));
+        Require(answer.place == (answer.code == 38 ? -1 : static_cast<std::int64_t>(place_.start)));
     }
 
     void Scan() {
-        for (std::uint64_t i = 0; i < set_.count; ++i) {
-            times_.push_back(reader_.FindTime(i));
-            if (!times_.back() || (i != 0 && times_[i - 1] && *times_.back() < *times_[i - 1])) isInOrder_ = false;
+        for (std::uint64_t i = 0; i < reader_->set().count; ++i) {
+            const auto time = reader_->FindTime(i);
+            times_.push_back(time ? std::optional(Time{time->whole, std::string(time->decimals)}) : std::nullopt);
+            if (!time || (i != 0 && times_[i - 1] && times_[i]->Get() < times_[i - 1]->Get())) isInOrder_ = false;
         }
     }
 
     // Those that the scan finds between two moments, from the first or from the last on.
     template <class IsIn>
-    Answer Expected(bool isReversed, IsIn&& isIn) const {
+    Answer Expected(bool isReversed, IsIn&& isIn) {
         std::vector<std::uint64_t> found;
-        for (std::uint64_t i = 0; i < set_.count; ++i) {
-            if (isIn(*times_[i])) found.push_back(i);
+        for (std::uint64_t i = 0; i < times_.size(); ++i) {
+            if (isIn(times_[i]->Get())) found.push_back(i);
         }
         if (isReversed) std::reverse(found.begin(), found.end());
         return AnswerOf([&] {
             std::vector<ZT_Sample> samples;
-            for (const std::uint64_t index : found) reader_.Read(index, samples.emplace_back());
+            for (const std::uint64_t index : found) reader_->Read(index, samples.emplace_back());
             return samples;
         });
     }
 
     void CheckAnswer(const Answer& answer) const {
         Require(answer.code == 0 || answer.code == 39);
-        Require(answer.samples.size() <= set_.count);
-        if (answer.code == 39)
-            Require((static_cast<std::uint64_t>(answer.place) - set_.start) % (set_.RecordWidth() + 1) == 0);
+        Require(answer.samples.size() <= times_.size());
+        if (answer.code == 39) {
+            const std::uint64_t stride = reader_->set().RecordWidth() + 1;
+            Require((static_cast<std::uint64_t>(answer.place) - place_.start) % stride == 0);
+        }
         for (const ZT_Sample& sample : answer.samples) {
             Instant time;
-            Require(form_.Parse(sample.time, time));
+            Require(form_.ParseRecorded(sample.time, time));
         }
     }
 
-    void CheckRange(ZT_Time start, ZT_Time end) const {
-        const Answer answer =
-            AnswerOf([&] { return samples_.FindRange(bytes_, set_.id, form_, start, end).ReadAll(); });
+    void CheckRange(ZT_Time start, ZT_Time end) {
+        const Answer answer = AnswerOf([&] { return queries_.SamplesBetween(node_, start, end).ReadAll(); });
         CheckAnswer(answer);
         if (!isInOrder_) return;
         const bool isReversed = std::int64_t{start.value} * end.scale > std::int64_t{end.value} * start.scale;
@@ -116,26 +132,26 @@ private:
         RequireSame(answer, Expected(isReversed, [&](const Instant& time) { return time >= from && time <= to; }));
     }
 
-    void CheckOne(ZT_Time time) const {
-        const Answer answer = AnswerOf([&] { return samples_.FindLatest(bytes_, set_.id, form_, time).ReadAll(); });
+    void CheckOne(ZT_Time time) {
+        const Answer answer = AnswerOf([&] { return queries_.SampleAt(node_, time).ReadAll(); });
         CheckAnswer(answer);
         Require(answer.samples.size() <= 1);
         if (!isInOrder_) return;
         const QueryTime at = form_.At(time.value, time.scale);
-        const auto after = std::find_if(times_.begin(), times_.end(), [&](const auto& sample) { return *sample > at; });
-        const std::optional<Instant> latest = after == times_.begin() ? std::nullopt : *(after - 1);
+        const auto after = std::find_if(times_.begin(), times_.end(), [&](const auto& sample) { return sample->Get() > at; });
+        const bool isThere = after != times_.begin();
         Answer expected = AnswerOf([&] {
             std::vector<ZT_Sample> samples;
-            if (latest) reader_.Read(static_cast<std::uint64_t>(after - times_.begin()) - 1, samples.emplace_back());
+            if (isThere) reader_->Read(static_cast<std::uint64_t>(after - times_.begin()) - 1, samples.emplace_back());
             return samples;
         });
         RequireSame(answer, expected);
     }
 
     // Asks for a sample's own time; formatted, that is a time string that stands to all others as the time does.
-    void CheckSampleTime(std::size_t index) const {
+    void CheckSampleTime(std::size_t index) {
         if (!times_[index]) return;
-        const Instant& instant = *times_[index];
+        const Instant instant = times_[index]->Get();
         ZT_Time time = {static_cast<std::int32_t>(instant.whole), 1};
         if (form_.Rate() != nullptr) {
             const TimeValue begin = TimeOfFrame(instant.whole, *form_.Rate());
@@ -152,15 +168,16 @@ private:
         Instant parsed;
         Require(form_.Parse({text, static_cast<std::size_t>(end - text)}, parsed) && parsed == formatted);
         const QueryTime at = form_.At(time.value, time.scale);
-        for (const auto& other : times_) Require(!other || (*other <=> at) == (*other <=> parsed));
+        for (const auto& other : times_) Require(!other || (other->Get() <=> at) == (other->Get() <=> parsed));
     }
 
-    const ZT_SampleDataProcessor& samples_;
+    const DocumentQueries& queries_;
+    NodeNumber node_;
     const TimeForm& form_;
-    std::string_view bytes_;
-    const SampleSet& set_;
-    SampleReader reader_;
-    std::vector<std::optional<Instant>> times_;
+    SamplePlace place_;
+    const DocumentBytes& bytes_;
+    std::optional<SampleReader> reader_;
+    std::vector<std::optional<Time>> times_;
     bool isInOrder_ = true;
 };
 
@@ -181,9 +198,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (size == 0) return 0;
     const Input input({reinterpret_cast<const char*>(data), size});
     const ExactCopy copy(input.document);
-    const std::unique_ptr<VkjsonDocument> document = Open(copy.bytes(), input.choice);
-    if (document == nullptr || !document->timeForm) return 0;
+    std::unique_ptr<VkjsonDocument> read = Open(copy.bytes(), input.choice);
+    if (read == nullptr || !read->timeForm) return 0;
+    const OpenText document(copy.bytes(), std::move(read));
     const std::vector<ZT_Time> times = TimesIn(input.rest);
-    for (const auto& [id, set] : document->samples.Sets()) SetCheck(*document, copy.bytes(), set).Check(times);
+    document.ForEachDynamic([&](NodeNumber node) { SetCheck(document, node).Check(document, times); });
     return 0;
 }

@@ -26,7 +26,7 @@ OpenedDocument OpenDocument(const InputFile& input, const std::string& outputPat
         // Before it is mapped: a mapped file cannot be renamed everywhere.
         opened.placement = std::make_unique<OutputPlacement>(record, outputPath);
     }
-    opened.handler = std::make_unique<SensorFileHandlerImpl>(input.path, std::move(record));
+    opened.handler = std::make_unique<SensorFileHandlerImpl>(input.path, std::move(record), ReadOptions());
     if (!isConverted && !outputPath.empty() && !File_IO::IsSameFile(input.path, outputPath)) {
         opened.placement = std::make_unique<OutputPlacement>(CopyBeside(input.path, outputPath), outputPath);
     }

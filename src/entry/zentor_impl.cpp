@@ -34,7 +34,7 @@ ZT_Result ZentorImpl::ConvertFile(IVkjsonStream** stream, const char* inputPath,
         *stream = nullptr;
         const InputFile input = CheckInput(inputPath);
         std::shared_ptr<DocumentRecord> record = PrepareInput(input, {});
-        if (validate != 0) SensorFileHandlerImpl(input.path, record);
+        if (validate != 0) SensorFileHandlerImpl(input.path, record, ReadOptions());
         *stream = driver_.MakeStream(std::move(record), input.path);
     });
 }

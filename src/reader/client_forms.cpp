@@ -108,7 +108,7 @@ void HandOver(const HostTables& tables, void* handle, const ZT_DynamicDataInfo& 
              info.lastSampleTime.data(), info.lastSampleTime.size());
 }
 
-void HandOver(const HostTables& tables, void* handle, const SampleRange& samples) {
+void HandOver(const HostTables& tables, void* handle, SampleRange samples) {
     ZT_Sample sample;
     for (std::uint64_t i = 0; i < samples.Count(); ++i) samples.Read(i, sample);
     for (std::uint64_t i = 0; i < samples.Count(); ++i) {

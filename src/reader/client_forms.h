@@ -2,7 +2,7 @@
 #pragma once
 
 #include "errors/host_tables.h"
-#include "reader/sample_data_processor.h"
+#include "reader/sample_range.h"
 #include "zentor/records.h"
 
 namespace zentor {
@@ -16,7 +16,7 @@ void HandOver(const HostTables& tables, void* handle, const ZT_GroupChildInfo& i
 void HandOver(const HostTables& tables, void* handle, const ZT_StaticDataInfo& info);
 void HandOver(const HostTables& tables, void* handle, const ZT_DynamicDataInfo& info);
 // All of them are read once before the first is handed over, so that a malformed one is found in time: codes 39.
-void HandOver(const HostTables& tables, void* handle, const SampleRange& samples);
+void HandOver(const HostTables& tables, void* handle, SampleRange samples);
 void HandOver(const HostTables& tables, void* handle, const ZT_FileInfo& info);
 void HandOver(const HostTables& tables, void* handle, const ZT_VideoSyncTimeList& list);
 

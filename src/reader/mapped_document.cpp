@@ -4,7 +4,15 @@
 
 namespace zentor {
 
-MappedDocument::MappedDocument(const std::string& path) {
+MappedDocument::MappedDocument(const std::string& path, bool privateCopy) {
+    Map(path);
+    if (!privateCopy) return;
+    CopyMapped();
+    file_.Unmap();
+    Map(copy_.Path());
+}
+
+void MappedDocument::Map(const std::string& path) {
     switch (file_.Map(path)) {
         case MapResult::kMapped:
             return;
@@ -20,8 +28,22 @@ MappedDocument::MappedDocument(const std::string& path) {
     Raise(kFailureFileMapping);
 }
 
-void MappedDocument::CheckLength() const {
-    if (file_.HasShrunk()) Raise(kCorruptFile);
+void MappedDocument::CopyMapped() {
+    constexpr std::size_t kPiece = std::size_t{1} << 20;
+    copy_.Create();
+    for (std::size_t offset = 0; offset < bytes().size(); offset += kPiece) {
+        copy_.Write(bytes().substr(offset, kPiece));
+        Pass(offset);
+    }
+    copy_.Close();
+}
+
+void MappedDocument::CheckUnchanged() const {
+    if (file_.HasChanged()) Raise(kCorruptFile);
+}
+
+void MappedDocument::Read(std::uint64_t offset, char* to, std::size_t count) const {
+    if (!file_.ReadAt(offset, to, count)) Raise(kCorruptFile);
 }
 
 }  // namespace zentor

@@ -5,6 +5,7 @@
 #include "errors/raise.h"
 #include "reader/schema_words.h"
 #include "reader/static_text.h"
+#include "util/json_cursor.h"
 
 namespace zentor {
 
@@ -21,12 +22,6 @@ const char* DisplayWord(ZT_NodeType type) {
         default:
             return "invalid node";
     }
-}
-
-const JsonValue& RequireNode(const JsonValue* node, ZT_NodeType type) {
-    const ZT_NodeType found = node == nullptr ? ZT_NODE_GROUP : TypeOf(*node);
-    if (found != type) Raise(kInvalidNodeType, Quoted(DisplayWord(type)), Quoted(DisplayWord(found)));
-    return *node;
 }
 
 std::string StringOf(const JsonValue& object, std::string_view key) {
@@ -96,19 +91,32 @@ double NumberOf(const JsonValue& value) {
     return number;
 }
 
-std::string PaddedTextOf(const JsonValue& value) {
-    const std::string_view padded = TextOf(*FindMember(value, words::kStr));
+// As it stands in the document: a value in memory has its escapes decoded, which its length does not count.
+std::string PaddedTextOf(const NodeValues& node) {
     double length = 0;
-    ReadLength(*FindMember(value, words::kLength), length);
-    return std::string(
-        padded.substr(0, static_cast<std::size_t>(std::min(length, static_cast<double>(padded.size())))));
+    ReadLength(*FindMember(*FindMember(node.values(), words::kValue), words::kLength), length);
+    JsonCursor cursor(node.TextOfMember(words::kValue));
+    cursor.Skip('{');
+    for (bool goesOn = true; goesOn; goesOn = cursor.Skip(',')) {
+        RawString key;
+        RawString value;
+        cursor.SkipWhiteSpace();
+        cursor.TakeString(key);
+        cursor.SkipWhiteSpace();
+        cursor.Skip(':');
+        cursor.SkipWhiteSpace();
+        if (key.Decoded() == words::kStr && cursor.TakeString(value)) return CutPaddedText(value.text, length);
+        cursor.SkipValue();
+        cursor.SkipWhiteSpace();
+    }
+    return {};
 }
 
-decltype(ZT_StaticDataInfo::value) ValueOf(const JsonValue& node, const std::string& type) {
-    const JsonValue& value = *FindMember(node, words::kValue);
+decltype(ZT_StaticDataInfo::value) ValueOf(const NodeValues& node, const std::string& type) {
+    const JsonValue& value = *FindMember(node.values(), words::kValue);
     if (type == words::kBoolean) return value.GetBool();
     if (type == words::kString) return std::string(TextOf(value));
-    if (type == words::kPaddedString) return PaddedTextOf(value);
+    if (type == words::kPaddedString) return PaddedTextOf(node);
     if (type != words::kNumberArray) return NumberOf(value);
     std::vector<double> numbers;
     numbers.reserve(value.Size());
@@ -118,25 +126,29 @@ decltype(ZT_StaticDataInfo::value) ValueOf(const JsonValue& node, const std::str
 
 }  // namespace
 
-ZT_GroupChildInfo GroupChildInfoOf(const JsonValue* node) {
-    if (node == nullptr) return {ZT_NODE_GROUP, {}, std::string(words::kDataOutline)};
-    return {TypeOf(*node), StringOf(*node, words::kDisplayName), StringOf(*node, words::kMatchName)};
+ZT_GroupChildInfo GroupChildInfoOf(const NodeValues& node) {
+    if (node.IsRoot()) return {ZT_NODE_GROUP, {}, std::string(words::kDataOutline)};
+    return {node.type(), StringOf(node.values(), words::kDisplayName), StringOf(node.values(), words::kMatchName)};
 }
 
-ZT_StaticDataInfo StaticDataInfoOf(const JsonValue* node) {
-    const JsonValue& found = RequireNode(node, ZT_NODE_STATIC);
+ZT_StaticDataInfo StaticDataInfoOf(const NodeValues& node) {
+    RequireType(node.type(), ZT_NODE_STATIC);
+    const JsonValue& found = node.values();
     ZT_StaticDataInfo info;
     info.displayName = StringOf(found, words::kDisplayName);
     info.matchName = StringOf(found, words::kMatchName);
     info.dataType = DataTypeOf(found);
-    info.value = ValueOf(found, info.dataType.type);
+    info.value = ValueOf(node, info.dataType.type);
     return info;
 }
 
-const JsonValue& RequireDynamicNode(const JsonValue* node) { return RequireNode(node, ZT_NODE_DYNAMIC); }
+void RequireType(ZT_NodeType found, ZT_NodeType type) {
+    if (found != type) Raise(kInvalidNodeType, Quoted(DisplayWord(type)), Quoted(DisplayWord(found)));
+}
 
-ZT_DynamicDataInfo DynamicDataInfoOf(const JsonValue* node) {
-    const JsonValue& found = RequireDynamicNode(node);
+ZT_DynamicDataInfo DynamicDataInfoOf(const NodeValues& node) {
+    RequireType(node.type(), ZT_NODE_DYNAMIC);
+    const JsonValue& found = node.values();
     ZT_DynamicDataInfo info;
     info.displayName = StringOf(found, words::kDisplayName);
     info.matchName = StringOf(found, words::kMatchName);

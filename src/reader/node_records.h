@@ -6,12 +6,11 @@
 
 namespace zentor {
 
-// For null: of the root.
-ZT_GroupChildInfo GroupChildInfoOf(const JsonValue* node);
+ZT_GroupChildInfo GroupChildInfoOf(const NodeValues& node);
 // Code 33 when the node is of another kind.
-ZT_StaticDataInfo StaticDataInfoOf(const JsonValue* node);
-ZT_DynamicDataInfo DynamicDataInfoOf(const JsonValue* node);
+ZT_StaticDataInfo StaticDataInfoOf(const NodeValues& node);
+ZT_DynamicDataInfo DynamicDataInfoOf(const NodeValues& node);
 // The same check alone.
-const JsonValue& RequireDynamicNode(const JsonValue* node);
+void RequireType(ZT_NodeType found, ZT_NodeType type);
 
 }  // namespace zentor

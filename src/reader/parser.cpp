@@ -4,7 +4,11 @@
 #include <cmath>
 #include <limits>
 
+#include "errors/exception.h"
+#include "errors/last_exception.h"
 #include "errors/raise.h"
+#include "reader/outline_check.h"
+#include "reader/outline_scan.h"
 #include "reader/parser_versions.h"
 #include "reader/schema_words.h"
 #include "reader/value_reader.h"
@@ -52,20 +56,29 @@ std::uint32_t WholeOrZero(double number) {
 
 std::string_view NameOf(TopLevelKey key) { return kNames[static_cast<std::size_t>(key)]; }
 
-std::unique_ptr<VkjsonDocument> ParseDocument(std::string_view bytes, ParserChoice choice) {
+std::unique_ptr<VkjsonDocument> ParseDocument(std::string_view bytes, ParserChoice choice,
+                                              const PassedOffset& passed) {
     if (choice == ParserChoice::kProbe) {
         choice = IsVersion2(JsonCursor(bytes)) ? ParserChoice::kVersion2 : ParserChoice::kVersion1;
     }
-    auto document = std::make_unique<VkjsonDocument>();
-    if (choice == ParserChoice::kVersion2) {
-        ZT_VkjsonParser_v2(bytes, *document).Parse();
-    } else {
-        ZT_VkjsonParser_v1(bytes, *document).Parse();
+    const auto makeParser = [&](bool gallop) -> std::unique_ptr<ZT_VkjsonParser> {
+        if (choice == ParserChoice::kVersion2) return std::make_unique<ZT_VkjsonParser_v2>(bytes, gallop, passed);
+        return std::make_unique<ZT_VkjsonParser_v1>(bytes, gallop, passed);
+    };
+    const auto lastException = GetLastException();
+    const auto parser = makeParser(true);
+    try {
+        return parser->Parse();
+    } catch (const ns_sensor::ZT_Exception&) {
+        if (!parser->HasGalloped()) throw;
     }
+    // What looked like the end of the samples may have been none.
+    std::unique_ptr<VkjsonDocument> document = makeParser(false)->Parse();
+    RestoreLastException(lastException);
     return document;
 }
 
-void ZT_VkjsonParser::Parse() {
+std::unique_ptr<VkjsonDocument> ZT_VkjsonParser::Parse() {
     cursor_.SkipWhiteSpace();
     if (!cursor_.Skip('{')) Raise({kOpeningBracketNotFound, Detail(cursor_.Offset())});
     cursor_.SkipWhiteSpace();
@@ -81,7 +94,9 @@ void ZT_VkjsonParser::Parse() {
     CheckMandatoryProperties(cursor_.Offset() - 1);
     cursor_.SkipWhiteSpace();
     if (!cursor_.AtEnd()) Raise({kInvalidJson, Detail(cursor_.Offset())});
-    if (document_.timeForm) document_.samples.IndexSamples(cursor_.Bytes(), *document_.timeForm);
+    if (document_->timeForm) document_->samples.IndexSamples(cursor_.Bytes(), *document_->timeForm, outline_);
+    document_->outline = Outline(std::move(outline_.index), Validator());
+    return std::move(document_);
 }
 
 TopLevelKey ZT_VkjsonParser::ReadProperty() {
@@ -104,10 +119,10 @@ TopLevelKey ZT_VkjsonParser::ReadProperty() {
 void ZT_VkjsonParser::ReadCommonProperty(TopLevelKey key, std::size_t keyOffset) {
     switch (key) {
         case TopLevelKey::kVersion:
-            document_.info.version = ReadString(words::kVersion);
+            document_->info.version = ReadString(words::kVersion);
             break;
         case TopLevelKey::kCreator:
-            document_.info.creator = ReadString(words::kCreator);
+            document_->info.creator = ReadString(words::kCreator);
             break;
         case TopLevelKey::kDataOutline:
             ReadDataOutline();
@@ -129,53 +144,39 @@ std::string ZT_VkjsonParser::ReadString(std::string_view key) {
 bool ZT_VkjsonParser::ReadBoolean(std::string_view key) {
     if (cursor_.SkipWord("true")) return true;
     if (cursor_.SkipWord("false")) return false;
+    if (cursor_.IsCutWord("true") || cursor_.IsCutWord("false")) RaiseEnd(key);
     Raise({kInvalidPropertyType, Detail(cursor_.Offset())}, key, Quoted("JSON Boolean"));
 }
 
 ZT_VkjsonParser::TopLevelValue ZT_VkjsonParser::ReadValue(std::string_view key, JsonType type) {
     const std::size_t offset = cursor_.Offset();
-    if (cursor_.AtEnd()) Raise({kInvalidJson, Detail(offset)}, Quoted(key));
+    RequireOpening(key, type);
+    return {zentor::ReadValue(cursor_, key), ValueChecks(cursor_.Bytes(), offset, key)};
+}
+
+void ZT_VkjsonParser::RequireOpening(std::string_view key, JsonType type) const {
+    if (cursor_.AtEnd()) RaiseEnd(key);
     const bool isObject = type == JsonType::kObject;
-    if (cursor_.Peek() != (isObject ? '{' : '[')) {
-        Raise({kInvalidPropertyType, Detail(offset)}, key, Quoted(isObject ? "JSON Object" : "JSON Array"));
-    }
-    return {ValueReader::Read(cursor_, key), ValueChecks(cursor_.Bytes(), offset, key)};
+    if (cursor_.Peek() == (isObject ? '{' : '[')) return;
+    Raise({kInvalidPropertyType, Detail(cursor_.Offset())}, key, Quoted(isObject ? "JSON Object" : "JSON Array"));
+}
+
+void ZT_VkjsonParser::RaiseEnd(std::string_view key) const {
+    Raise({kInvalidJson, Detail(cursor_.Bytes().size())}, Quoted(key));
 }
 
 void ZT_VkjsonParser::ReadDataOutline() {
-    const std::size_t begin = cursor_.Offset();
-    TopLevelValue outline = ReadValue(words::kDataOutline, JsonType::kArray);
-    NodesByName names = Validator().DataOutline(outline.checks, outline.value, cursor_.Offset() - begin);
-    RegisterDynamicNodes(outline.checks, outline.value);
-    document_.outline = Outline(std::move(outline.value), std::move(names));
-}
-
-// Recursion ends at the limit of groups, which the validator has checked.
-void ZT_VkjsonParser::RegisterDynamicNodes(ValueChecks& checks, const JsonValue& nodes) {
-    for (JsonSize i = 0; i < nodes.Size(); ++i) {
-        const JsonValue& node = nodes[i];
-        const ZT_NodeType type = TypeOf(node);
-        if (type == ZT_NODE_STATIC) continue;
-        const auto into = checks.Into(i);
-        if (type == ZT_NODE_GROUP) {
-            const auto intoChildren = checks.Into(words::kChildren);
-            RegisterDynamicNodes(checks, *FindMember(node, words::kChildren));
-            continue;
-        }
-        const std::string_view id = TextOf(*FindMember(node, words::kSampleSetId));
-        if (!document_.samples.AddNode(node)) {
-            Raise({kDuplicateSampleId, checks.OffsetOf(words::kSampleSetId)}, Excerpt(id));
-        }
-    }
+    RequireOpening(words::kDataOutline, JsonType::kArray);
+    std::size_t offset = cursor_.Offset();
+    auto plain = HasPlainOutlines() ? ScanOutline(cursor_.Bytes(), offset, passed_) : std::nullopt;
+    outline_ = plain ? std::move(*plain) : CheckOutline(cursor_.Bytes(), offset, Validator(), passed_);
+    cursor_.MoveTo(offset);
 }
 
 void ZT_VkjsonParser::ReadDataDynamicSamples(std::size_t keyOffset) {
     CheckBeforeSamples(keyOffset);
-    const std::size_t begin = cursor_.Offset();
-    if (cursor_.AtEnd() || cursor_.Peek() != '[') {
-        Raise({kInvalidPropertyType, Detail(begin)}, words::kDataDynamicSamples, Quoted("JSON Array"));
-    }
-    cursor_.MoveTo(document_.samples.CopySamples(cursor_.Bytes(), begin));
+    RequireOpening(words::kDataDynamicSamples, JsonType::kArray);
+    cursor_.MoveTo(document_->samples.TakeSamples(cursor_.Bytes(), cursor_.Offset(), gallop_));
 }
 
 void ZT_VkjsonParser::CheckMandatoryProperties(std::size_t endOffset) const {
@@ -201,11 +202,11 @@ void ZT_VkjsonParser::RaiseInvalidInfo(std::string_view key, std::string_view ot
 
 void ZT_VkjsonParser::KeepUtcInfo(ValueChecks& checks, const JsonValue& info) {
     Validator().UtcInfo(checks, info);
-    ZT_FileInfo& kept = document_.info;
+    ZT_FileInfo& kept = document_->info;
     kept.timeMode = ZT_TIME_MODE_UTC;
     kept.precisionLength = static_cast<std::uint64_t>(FindMember(info, words::kPrecisionLength)->GetDouble());
     kept.isGmt = FindMember(info, words::kIsGmt)->GetBool();
-    document_.timeForm = TimeForm(TimeForm::Utc{kept.precisionLength, kept.isGmt});
+    document_->timeForm = TimeForm(TimeForm::Utc{kept.precisionLength, kept.isGmt});
 }
 
 void ZT_VkjsonParser::KeepTimecodeInfo(ValueChecks& checks, const JsonValue& info) {
@@ -213,17 +214,17 @@ void ZT_VkjsonParser::KeepTimecodeInfo(ValueChecks& checks, const JsonValue& inf
     const JsonValue& frameRate = *FindMember(info, words::kFrameRate);
     const double value = FindMember(frameRate, words::kValue)->GetDouble();
     const double scale = FindMember(frameRate, words::kScale)->GetDouble();
-    ZT_FileInfo& kept = document_.info;
+    ZT_FileInfo& kept = document_->info;
     kept.timeMode = ZT_TIME_MODE_TIMECODE;
     kept.framesPerSecond = value / scale;
     kept.dropFrame = FindMember(info, words::kDropFrame)->GetBool();
     const std::uint32_t wholeValue = WholeOrZero(value);
     const std::uint32_t wholeScale = WholeOrZero(scale);
     if (wholeValue == 0 || wholeScale == 0) {
-        document_.timeForm = TimeForm(FrameRateNear(kept.framesPerSecond, kept.dropFrame));
+        document_->timeForm = TimeForm(FrameRateNear(kept.framesPerSecond, kept.dropFrame));
         return;
     }
-    document_.timeForm = TimeForm(FrameRate{wholeValue, wholeScale, kept.dropFrame});
+    document_->timeForm = TimeForm(FrameRate{wholeValue, wholeScale, kept.dropFrame});
     kept.frameRateValue = wholeValue;
     kept.frameRateScale = wholeScale;
 }
@@ -237,7 +238,7 @@ void ZT_VkjsonParser::KeepVideoSyncTimeList(ValueChecks& checks, const JsonValue
         } else {
             kept.at = static_cast<std::uint64_t>(FindMember(entry, words::kFrameNumber)->GetDouble());
         }
-        document_.videoSync.entries.push_back(std::move(kept));
+        document_->videoSync.entries.push_back(std::move(kept));
     }
 }
 

@@ -1,9 +1,11 @@
-// Reads a document: the top level key by key, the outline and the time information into values, the samples only as far
-// as their end.
+// Reads a document: the top level key by key, the outline into an index, the time information into values, and of the
+// samples only as much as finding their end takes.
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -16,9 +18,13 @@ namespace zentor {
 
 enum class ParserChoice : std::uint32_t { kVersion1 = 0, kVersion2 = 1, kProbe = 2 };
 
-// Reads the document in `bytes`, which must outlive it. Every fault of the document is a ZT_Exception with its byte
-// offset as first detail: codes 28 to 32, 37, 39 to 44, 46, 47, 49; and 14, 15, 21 for the copy of the samples.
-std::unique_ptr<VkjsonDocument> ParseDocument(std::string_view bytes, ParserChoice choice);
+// Called now and then with the offset up to which a document has been read.
+using PassedOffset = std::function<void(std::size_t)>;
+
+// Reads the document in `bytes`. Every fault of the document is a ZT_Exception with its byte offset as first detail:
+// codes 28 to 32, 37, 39 to 44, 46, 47, 49; 34.
+std::unique_ptr<VkjsonDocument> ParseDocument(std::string_view bytes, ParserChoice choice,
+                                              const PassedOffset& passed = [](std::size_t) {});
 
 // What a document can have at its top.
 enum class TopLevelKey {
@@ -38,12 +44,17 @@ inline constexpr std::size_t kTopLevelKeys = 10;
 // Parses one document. What the two versions share.
 class ZT_VkjsonParser {
 public:
-    ZT_VkjsonParser(std::string_view bytes, VkjsonDocument& document) : cursor_(bytes), document_(document) {}
+    // `gallop`: as of ZT_SampleDataProcessor::TakeSamples.
+    ZT_VkjsonParser(std::string_view bytes, bool gallop, const PassedOffset& passed)
+        : cursor_(bytes), gallop_(gallop), passed_(passed), document_(std::make_unique<VkjsonDocument>()) {}
     virtual ~ZT_VkjsonParser() = default;
     ZT_VkjsonParser(const ZT_VkjsonParser&) = delete;
     ZT_VkjsonParser& operator=(const ZT_VkjsonParser&) = delete;
 
-    void Parse();
+    // Once.
+    std::unique_ptr<VkjsonDocument> Parse();
+    // Whether the end of the samples has been taken from few of them, up to now.
+    bool HasGalloped() const { return document_ != nullptr && document_->samples.HasGalloped(); }
 
 protected:
     // A value together with the checks that stand at it.
@@ -52,7 +63,10 @@ protected:
         ValueChecks checks;
     };
 
+    // Lives as long as the library.
     virtual const ZT_VkjsonValidator& Validator() const = 0;
+    // Whether outlines may be plain ones, as ScanOutline knows them.
+    virtual bool HasPlainOutlines() const = 0;
     // Reads the value of a key that the versions treat differently; keyOffset is the key's own.
     virtual void ReadVersionProperty(TopLevelKey key, std::size_t keyOffset) = 0;
     virtual void CheckBeforeSamples(std::size_t) const {}
@@ -82,12 +96,17 @@ private:
     TopLevelKey ReadProperty();
     void ReadCommonProperty(TopLevelKey key, std::size_t keyOffset);
     void ReadDataOutline();
-    void RegisterDynamicNodes(ValueChecks& checks, const JsonValue& nodes);
     void ReadDataDynamicSamples(std::size_t keyOffset);
     void CheckMandatoryProperties(std::size_t endOffset) const;
 
+    void RequireOpening(std::string_view key, JsonType type) const;
+    [[noreturn]] void RaiseEnd(std::string_view key) const;
+
     JsonCursor cursor_;
-    VkjsonDocument& document_;
+    bool gallop_;
+    const PassedOffset& passed_;
+    std::unique_ptr<VkjsonDocument> document_;
+    OutlineContents outline_;
     std::array<std::optional<std::size_t>, kTopLevelKeys> offsets_;  // of the keys that have been read
 };
 

@@ -4,6 +4,11 @@
 
 namespace zentor {
 
+const ZT_VkjsonValidator& ZT_VkjsonParser_v1::Validator() const {
+    static const ZT_VkjsonValidator_v1 validator;
+    return validator;
+}
+
 void ZT_VkjsonParser_v1::ReadVersionProperty(TopLevelKey key, std::size_t keyOffset) {
     switch (key) {
         case TopLevelKey::kUseTimecode:

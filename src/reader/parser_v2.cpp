@@ -12,6 +12,11 @@ void RequireBefore(bool isBefore, std::string_view first, TopLevelKey key, std::
 
 }  // namespace
 
+const ZT_VkjsonValidator& ZT_VkjsonParser_v2::Validator() const {
+    static const ZT_VkjsonValidator_v2 validator;
+    return validator;
+}
+
 void ZT_VkjsonParser_v2::ReadVersionProperty(TopLevelKey key, std::size_t keyOffset) {
     if (key == TopLevelKey::kDynamicSamplesPresent) {
         samplesPresent_ = ReadBoolean(words::kDynamicSamplesPresent);

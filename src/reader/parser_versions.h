@@ -11,12 +11,12 @@ public:
     using ZT_VkjsonParser::ZT_VkjsonParser;
 
 private:
-    const ZT_VkjsonValidator& Validator() const override { return validator_; }
+    const ZT_VkjsonValidator& Validator() const override;
+    bool HasPlainOutlines() const override { return false; }
     void ReadVersionProperty(TopLevelKey key, std::size_t keyOffset) override;
     void AddMissing(std::string& names) const override;
     void CheckTimeMode(TopLevelKey key, std::size_t keyOffset) const;
 
-    ZT_VkjsonValidator_v1 validator_;
     bool useTimecode_ = false;
 };
 
@@ -26,14 +26,14 @@ public:
     using ZT_VkjsonParser::ZT_VkjsonParser;
 
 private:
-    const ZT_VkjsonValidator& Validator() const override { return validator_; }
+    const ZT_VkjsonValidator& Validator() const override;
+    bool HasPlainOutlines() const override { return true; }
     void ReadVersionProperty(TopLevelKey key, std::size_t keyOffset) override;
     void CheckBeforeSamples(std::size_t keyOffset) const override;
     void AddMissing(std::string& names) const override;
     void CheckSamplesPresent(TopLevelKey key, std::size_t keyOffset) const;
     void ReadDynamicDataInfo();
 
-    ZT_VkjsonValidator_v2 validator_;
     bool samplesPresent_ = false;
 };
 

@@ -1,7 +1,7 @@
 #include "reader/sample_index.h"
 
-#include <string>
-#include <unordered_set>
+#include <cstdint>
+#include <vector>
 
 #include "errors/raise.h"
 #include "reader/bracket_search.h"
@@ -14,8 +14,8 @@ namespace {
 
 class IndexWalk {
 public:
-    IndexWalk(std::string_view bytes, std::size_t begin, std::size_t end, SampleSets& sets)
-        : cursor_(bytes, begin), end_(end), sets_(sets) {}
+    IndexWalk(std::string_view bytes, std::size_t begin, std::size_t end, OutlineContents& outline)
+        : cursor_(bytes, begin), end_(end), outline_(outline), seen_(outline.sets.size()) {}
 
     void Walk() {
         cursor_.Skip('[');
@@ -65,26 +65,28 @@ private:
         RawString id;
         const std::int64_t offset = Offset();
         if (!cursor_.TakeString(id)) Raise({kMissingRequiredProperties, offset}, words::kSampleSetId);
-        const auto found = id.hasBackslash ? sets_.find(id.Decoded()) : sets_.find(id.text);
-        if (found == sets_.end()) Raise({kDynamicNodeNotPresent, offset}, Excerpt(id.Decoded()));
-        if (!seen_.insert(&found->second).second) RaiseSetData(found->second, static_cast<std::size_t>(offset));
-        return found->second;
+        const std::uint64_t* const number = id.hasBackslash ? outline_.ids.Find(id.Decoded()) : outline_.ids.Find(id.text);
+        if (number == nullptr) Raise({kDynamicNodeNotPresent, offset}, Excerpt(id.Decoded()));
+        SampleSet& set = outline_.sets[*number];
+        if (seen_[*number]) RaiseSetData(set, static_cast<std::size_t>(offset));
+        seen_[*number] = true;
+        return set;
     }
 
     // Goes past the records, the "]" and the "}".
     void TakeSamples(SampleSet& set) {
         const std::string_view bytes = cursor_.Bytes();
-        set.start = cursor_.Offset();
-        set.hasQuotedLength = set.kind == SampleKind::kPaddedString && HasQuotedLength(set, bytes);
+        set.place.start = cursor_.Offset();
+        set.place.hasQuotedLength = set.kind == SampleKind::kPaddedString && HasQuotedLength(set, bytes);
         const std::uint64_t size = set.Size();
-        if (size >= bytes.size() - set.start) {
+        if (size >= bytes.size() - set.place.start) {
             // The set is told of when somebody asks for its samples; here it is only left out.
-            set.state = SampleSet::State::kPastEnd;
+            set.place.state = SamplePlace::State::kPastEnd;
             std::size_t depth = 1;
-            cursor_.MoveTo(set.start + FindClosingBracket(bytes.substr(set.start), depth));
+            cursor_.MoveTo(set.place.start + FindClosingBracket(bytes.substr(set.place.start), depth));
         } else {
-            if (set.count != 0) set.state = SampleSet::State::kPresent;
-            cursor_.MoveTo(set.start + size);
+            if (set.count != 0) set.place.state = SamplePlace::State::kPresent;
+            cursor_.MoveTo(set.place.start + size);
             if (!cursor_.Skip(']')) RaiseSetData(set, cursor_.Offset());
         }
         if (!cursor_.Skip('}')) RaiseSetData(set, cursor_.Offset());
@@ -92,7 +94,7 @@ private:
 
     static bool HasQuotedLength(const SampleSet& set, std::string_view bytes) {
         const std::uint64_t before = kRecordStart.size() + set.timeWidth + kRecordMiddle.size() + kPaddedStart.size();
-        return before < bytes.size() - set.start && bytes[set.start + before] == '"';
+        return before < bytes.size() - set.place.start && bytes[set.place.start + before] == '"';
     }
 
     [[noreturn]] static void RaiseSetData(const SampleSet& set, std::size_t offset) {
@@ -101,14 +103,14 @@ private:
 
     JsonCursor cursor_;
     std::size_t end_;
-    SampleSets& sets_;
-    std::unordered_set<const SampleSet*> seen_;
+    OutlineContents& outline_;
+    std::vector<bool> seen_;  // by the numbers of the dynamic nodes
 };
 
 }  // namespace
 
-void IndexSampleSets(std::string_view bytes, std::size_t begin, std::size_t end, SampleSets& sets) {
-    IndexWalk(bytes, begin, end, sets).Walk();
+void IndexSampleSets(std::string_view bytes, std::size_t begin, std::size_t end, OutlineContents& outline) {
+    IndexWalk(bytes, begin, end, outline).Walk();
 }
 
 }  // namespace zentor

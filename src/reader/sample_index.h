@@ -3,17 +3,13 @@
 
 #include <cstddef>
 #include <string_view>
-#include <unordered_map>
 
-#include "reader/sample_set.h"
+#include "reader/outline_contents.h"
 
 namespace zentor {
 
-// By identifier.
-using SampleSets = std::unordered_map<std::string_view, SampleSet>;
-
 // Goes through the array of sample sets, from its "[" at `begin` to after its "]" at `end`, jumping over each set by
-// its computed size, and records where the sets are. Codes 32, 39, 43, 49 with the offset of the fault.
-void IndexSampleSets(std::string_view bytes, std::size_t begin, std::size_t end, SampleSets& sets);
+// its computed size, and records in `outline.sets` where they are. Codes 32, 39, 43, 49 with the offset of the fault.
+void IndexSampleSets(std::string_view bytes, std::size_t begin, std::size_t end, OutlineContents& outline);
 
 }  // namespace zentor

@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "errors/raise.h"
-#include "util/json_cursor.h"
 #include "reader/schema_words.h"
+#include "reader/static_text.h"
 #include "util/number_text.h"
 
 namespace zentor {
@@ -31,44 +31,61 @@ void SampleReader::RaiseAt(const ErrorEntry& entry, std::uint64_t index) const {
     Raise({entry, static_cast<std::int64_t>(set_.OffsetOf(index))}, set_.PlaceOf(index));
 }
 
-std::optional<Instant> SampleReader::FindTime(std::uint64_t index) const {
-    const std::string_view record = Record(index);
+std::optional<Instant> SampleReader::FindTime(std::uint64_t index) {
+    const std::string_view record = window_.Record(index);
     Instant time;
     const bool isTime = record.starts_with(kRecordStart) &&
                         record.substr(kRecordStart.size() + set_.timeWidth).starts_with('"') &&
-                        form_.Parse(record.substr(kRecordStart.size(), set_.timeWidth), time);
+                        form_.ParseRecorded(record.substr(kRecordStart.size(), set_.timeWidth), time);
     return isTime ? std::optional(time) : std::nullopt;
 }
 
-Instant SampleReader::TimeOf(std::uint64_t index) const {
+Instant SampleReader::TimeOf(std::uint64_t index) {
     const std::optional<Instant> time = FindTime(index);
     if (time) return *time;
-    CheckRecord(index, Record(index));
+    RaiseFault(FaultOf(index), index);
     RaiseAt(kInvalidSampleTime, index);
 }
 
-// Everything about a record but its value.
-void SampleReader::CheckRecord(std::uint64_t index, std::string_view record) const {
+SampleReader::Fault SampleReader::FaultOf(std::uint64_t index) {
+    std::string_view record = window_.Record(index);
+    const bool isLast = index + 1 == set_.count;
+    const char next = record.back();
+    record.remove_suffix(1);
+    if (!record.ends_with(kRecordEnd) || next != (isLast ? ']' : ',')) return Fault::kForm;
+    if (!Take(record, "{")) return Fault::kForm;
+    if (!Take(record, "\"time\":")) return Fault::kNoTimeKey;
+    if (!Take(record, "\"")) return Fault::kTime;
+    Instant time;
+    if (!form_.ParseRecorded(record.substr(0, set_.timeWidth), time)) return Fault::kTime;
+    record.remove_prefix(set_.timeWidth);
+    if (!Take(record, "\",")) return Fault::kForm;
+    return Take(record, "\"value\":") ? Fault::kNone : Fault::kNoValueKey;
+}
+
+void SampleReader::RaiseFault(Fault fault, std::uint64_t index) const {
     const auto raiseMissing = [&](std::string_view key) {
         Raise({kMissingSampleProperty, static_cast<std::int64_t>(set_.OffsetOf(index))}, key, set_.PlaceOf(index));
     };
-    const bool isLast = index + 1 == set_.count;
-    if (!record.ends_with(kRecordEnd) || bytes_[set_.OffsetOf(index) + width_] != (isLast ? ']' : ',')) {
-        RaiseAt(kInvalidSample, index);
+    switch (fault) {
+        case Fault::kNone:
+            return;
+        case Fault::kForm:
+            RaiseAt(kInvalidSample, index);
+        case Fault::kNoTimeKey:
+            raiseMissing("time");
+            break;
+        case Fault::kTime:
+            RaiseAt(kInvalidSampleTime, index);
+        case Fault::kNoValueKey:
+            raiseMissing(words::kValue);
     }
-    if (!Take(record, "{")) RaiseAt(kInvalidSample, index);
-    if (!Take(record, "\"time\":")) raiseMissing("time");
-    if (!Take(record, "\"")) RaiseAt(kInvalidSampleTime, index);
-    Instant time;
-    if (!form_.Parse(record.substr(0, set_.timeWidth), time)) RaiseAt(kInvalidSampleTime, index);
-    record.remove_prefix(set_.timeWidth);
-    if (!Take(record, "\",")) RaiseAt(kInvalidSample, index);
-    if (!Take(record, "\"value\":")) raiseMissing(words::kValue);
 }
 
-void SampleReader::Read(std::uint64_t index, ZT_Sample& sample) const {
-    const std::string_view record = Record(index);
-    CheckRecord(index, record);
+void SampleReader::Read(std::uint64_t index, ZT_Sample& sample) {
+    RaiseFault(FaultOf(index), index);
+    std::string_view record = window_.Record(index);
+    record.remove_suffix(1);
     sample.time.assign(record, kRecordStart.size(), set_.timeWidth);
     const std::size_t before = kRecordStart.size() + set_.timeWidth + kRecordMiddle.size();
     const std::string_view value = record.substr(before, record.size() - before - kRecordEnd.size());
@@ -117,10 +134,10 @@ void SampleReader::ReadNumberArray(std::uint64_t index, std::string_view value, 
 
 std::string SampleReader::ReadPaddedString(std::uint64_t index, std::string_view value) const {
     if (!Take(value, kPaddedStart)) RaiseAt(kInvalidSampleValue, index);
-    const std::size_t quotes = set_.hasQuotedLength ? 2 : 0;
+    const std::size_t quotes = set_.place.hasQuotedLength ? 2 : 0;
     std::string_view digits = value.substr(0, set_.lengthDigits + quotes);
     value.remove_prefix(digits.size());
-    if (set_.hasQuotedLength && !Unquote(digits)) RaiseAt(kInvalidSampleValue, index);
+    if (set_.place.hasQuotedLength && !Unquote(digits)) RaiseAt(kInvalidSampleValue, index);
     double length = 0;
     const bool isLength = !digits.empty() && std::all_of(digits.begin(), digits.end(), IsDigit) &&
                           ParseNumber(digits.data(), digits.data() + digits.size(), length) != nullptr;
@@ -128,10 +145,30 @@ std::string SampleReader::ReadPaddedString(std::uint64_t index, std::string_view
     if (length > static_cast<double>(set_.maxLength)) {
         Raise({kInvalidPaddedStringLength, static_cast<std::int64_t>(set_.OffsetOf(index))});
     }
-    const std::string_view text = value.substr(0, set_.maxLength);
-    const auto count = static_cast<std::size_t>(length);
-    if (text.find('\\') == std::string_view::npos) return std::string(text.substr(0, count));
-    return DecodeEscapes(text).substr(0, count);
+    return CutPaddedText(value.substr(0, set_.maxLength), length);
+}
+
+void SampleReader::CheckAll() {
+    window_.Limit(0, set_.count);
+    ZT_Sample sample;
+    std::string previous;
+    for (std::uint64_t index = 0; index < set_.count; ++index) {
+        Read(index, sample);
+        Instant before;
+        Instant time;
+        form_.ParseRecorded(sample.time, time);
+        if (index != 0 && form_.ParseRecorded(previous, before) && time < before) RaiseAt(kInvalidTimeValue, index);
+        previous.swap(sample.time);
+    }
+}
+
+SampleReader MakeSampleReader(const DocumentBytes& bytes, SampleSet set, const SamplePlace& place,
+                              const TimeForm& form) {
+    set.place = place;
+    set.timeWidth = form.Width();
+    const std::uint64_t size = bytes.Size();
+    if (set.count == 0 || place.start >= size || set.Size() >= size - place.start) Raise(kCorruptFile);
+    return {bytes, std::move(set), form};
 }
 
 }  // namespace zentor

@@ -2,9 +2,11 @@
 #pragma once
 
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "errors/error_table.h"
+#include "reader/record_window.h"
 #include "reader/sample_set.h"
 #include "util/time_form.h"
 #include "zentor/records.h"
@@ -12,36 +14,46 @@
 namespace zentor {
 
 // Reads from the bytes of the document each time anew. The set is in the document, as far as its length goes; an index
-// is below its count. Every failure has code 39 and the offset of the sample.
+// is below its count. What is malformed has code 39 and the offset of the sample; any function can fail with 5 and 34.
 class SampleReader {
 public:
-    SampleReader(std::string_view bytes, const SampleSet& set, const TimeForm& form)
-        : bytes_(bytes), set_(set), width_(set.RecordWidth()), form_(form) {}
+    SampleReader(const DocumentBytes& bytes, SampleSet set, const TimeForm& form)
+        : window_(bytes, set), set_(std::move(set)), form_(form) {}
 
-    // The time of a sample; nothing when there is none that can be read.
-    std::optional<Instant> FindTime(std::uint64_t index) const;
-    Instant TimeOf(std::uint64_t index) const;
-    std::string_view TimeText(std::uint64_t index) const {
-        return Record(index).substr(kRecordStart.size(), set_.timeWidth);
+    const SampleSet& set() const { return set_; }
+    RecordWindow& window() { return window_; }
+
+    // The time of a sample, valid until the next sample is read; nothing when there is none that can be read.
+    std::optional<Instant> FindTime(std::uint64_t index);
+    Instant TimeOf(std::uint64_t index);
+    std::string TimeText(std::uint64_t index) {
+        return std::string(window_.Record(index).substr(kRecordStart.size(), set_.timeWidth));
     }
+    // What is malformed about a record, its value aside: the first of these in its text.
+    enum class Fault { kNone, kForm, kNoTimeKey, kTime, kNoValueKey };
+    Fault FaultOf(std::uint64_t index);
+    // Nothing without a fault.
+    void RaiseFault(Fault fault, std::uint64_t index) const;
 
     // Replaces the sample.
-    void Read(std::uint64_t index, ZT_Sample& sample) const;
+    void Read(std::uint64_t index, ZT_Sample& sample);
+    // Reads all of them; their times must not go back.
+    void CheckAll();
 
 private:
-    std::string_view Record(std::uint64_t index) const {
-        return bytes_.substr(set_.start + index * (width_ + 1), width_);
-    }
-    void CheckRecord(std::uint64_t index, std::string_view record) const;
     double ReadNumber(std::uint64_t index, std::string_view quoted) const;
     void ReadNumberArray(std::uint64_t index, std::string_view value, std::vector<double>& numbers) const;
     std::string ReadPaddedString(std::uint64_t index, std::string_view value) const;
     [[noreturn]] void RaiseAt(const ErrorEntry& entry, std::uint64_t index) const;
 
-    std::string_view bytes_;
-    const SampleSet& set_;
-    std::uint64_t width_;
-    const TimeForm& form_;
+    RecordWindow window_;
+    SampleSet set_;
+    TimeForm form_;
 };
+
+// The samples of a set at the place that was found when the document was opened, described by the outline as it is now.
+// Code 5 when they cannot be there.
+SampleReader MakeSampleReader(const DocumentBytes& bytes, SampleSet set, const SamplePlace& place,
+                              const TimeForm& form);
 
 }  // namespace zentor

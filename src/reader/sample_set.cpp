@@ -21,12 +21,15 @@ std::uint64_t CountOf(const JsonValue& object, std::string_view key) {
 
 std::uint64_t NumberWidth(const JsonValue& properties) {
     const JsonValue& pattern = *FindMember(properties, words::kPattern);
-    const std::uint64_t decimals = CountOf(pattern, words::kDigitsDecimal);
-    const std::uint64_t sign = FindMember(pattern, words::kIsSigned)->GetBool() ? 1 : 0;
-    return 2 + sign + CountOf(pattern, words::kDigitsInteger) + (decimals == 0 ? 0 : decimals + 1);
+    return zentor::NumberWidth(FindMember(pattern, words::kIsSigned)->GetBool(), CountOf(pattern, words::kDigitsInteger),
+                               CountOf(pattern, words::kDigitsDecimal));
 }
 
 }  // namespace
+
+std::uint64_t NumberWidth(bool isSigned, std::uint64_t digitsInteger, std::uint64_t digitsDecimal) {
+    return 2 + (isSigned ? 1 : 0) + digitsInteger + (digitsDecimal == 0 ? 0 : digitsDecimal + 1);
+}
 
 std::uint64_t SampleSet::ValueWidth() const {
     switch (kind) {
@@ -35,7 +38,7 @@ std::uint64_t SampleSet::ValueWidth() const {
         case SampleKind::kNumberArray:
             return Product(numberWidth + 1, arraySize) + 1;
         default:
-            return kPaddedStart.size() + lengthDigits + (hasQuotedLength ? 2 : 0) + kPaddedMiddle.size() + maxLength +
+            return kPaddedStart.size() + lengthDigits + (place.hasQuotedLength ? 2 : 0) + kPaddedMiddle.size() + maxLength +
                    kPaddedEnd.size();
     }
 }
@@ -47,7 +50,7 @@ std::uint64_t SampleSet::RecordWidth() const {
 std::uint64_t SampleSet::Size() const { return count == 0 ? 0 : Product(RecordWidth() + 1, count) - 1; }
 
 std::string SampleSet::PlaceOf(std::uint64_t index) const {
-    return "sampleSetID:" + Excerpt(id) + "/sample[" + std::to_string(index) + "]";
+    return Quoted("sampleSetID:" + Excerpt(id) + "/sample[" + std::to_string(index) + "]");
 }
 
 SampleSet DescribeSampleSet(const JsonValue& node) {

@@ -19,16 +19,23 @@
 
 namespace zentor {
 
-enum class SampleKind { kNumber = 0, kPaddedString = 1, kNumberArray = 2 };
+enum class SampleKind : std::uint8_t { kNumber = 0, kPaddedString = 1, kNumberArray = 2 };
 
-struct SampleSet {
-    enum class State {
+// Where the samples of a dynamic node are.
+struct SamplePlace {
+    enum class State : std::uint8_t {
         kNoData,   // the document has no such set, or an empty one
         kPresent,  // ends where the outline says
         kPastEnd,  // would end past the end of the file
     };
 
-    std::string_view id;  // borrowed from the outline
+    std::uint64_t start = 0;  // of the first record, in the file
+    State state = State::kNoData;
+    bool hasQuotedLength = false;  // padded strings; seen at the first sample
+};
+
+struct SampleSet {
+    std::string id;
     SampleKind kind = SampleKind::kNumber;
     std::uint64_t count = 0;  // from the outline, like all that follow; 0 where it does not say
     std::uint64_t timeWidth = 0;
@@ -36,15 +43,13 @@ struct SampleSet {
     std::uint64_t arraySize = 0;     // number arrays
     std::uint64_t maxLength = 0;     // padded strings
     std::uint64_t lengthDigits = 0;  // padded strings
-    bool hasQuotedLength = false;    // padded strings; seen at the first sample
-    State state = State::kNoData;
-    std::uint64_t start = 0;  // of the first record, in the file
+    SamplePlace place;
 
     // Sizes that no file can have come out as some huge number.
     std::uint64_t ValueWidth() const;
     std::uint64_t RecordWidth() const;
     std::uint64_t Size() const;
-    std::uint64_t OffsetOf(std::uint64_t index) const { return start + index * (RecordWidth() + 1); }
+    std::uint64_t OffsetOf(std::uint64_t index) const { return place.start + index * (RecordWidth() + 1); }
     // How a sample is named in messages.
     std::string PlaceOf(std::uint64_t index) const;
 };
@@ -57,6 +62,9 @@ inline constexpr std::string_view kRecordEnd = "}";
 inline constexpr std::string_view kPaddedStart = "{\"length\":";
 inline constexpr std::string_view kPaddedMiddle = ",\"str\":\"";
 inline constexpr std::string_view kPaddedEnd = "\"}";
+
+// How wide a number of this pattern is, with its quotes.
+std::uint64_t NumberWidth(bool isSigned, std::uint64_t digitsInteger, std::uint64_t digitsDecimal);
 
 // What the outline says of the set of a dynamic node that has been validated; all but the width of times.
 SampleSet DescribeSampleSet(const JsonValue& node);

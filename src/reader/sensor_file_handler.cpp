@@ -1,13 +1,11 @@
 #include "reader/sensor_file_handler.h"
 
-#include <string_view>
+#include <utility>
 
 #include "errors/host_boundary.h"
 #include "errors/raise.h"
 #include "reader/client_forms.h"
 #include "reader/data_path.h"
-#include "reader/node_records.h"
-#include "reader/schema_words.h"
 
 namespace zentor {
 
@@ -30,82 +28,42 @@ void CheckScale(ZT_Time time, const char* name) {
     if (time.scale == 0) Raise(kZeroScaleValue, name);
 }
 
-// Calls `take` with the path of each child, which is one object that changes.
-template <class Take>
-void ForEachChild(const Outline& outline, ZT_DataPath parent, Take&& take) {
-    const JsonValue& children = outline.ChildrenOf(outline.FindNode(parent));
-    parent.items.emplace_back();
-    ZT_DataPathItem& item = parent.items.back();
-    for (JsonSize i = 0; i < children.Size(); ++i) {
-        item.matchName = TextOf(*FindMember(children[i], words::kMatchName));
-        item.index = i;
-        take(parent, children.Size());
-    }
-}
-
-void FillChildren(const Outline& outline, ZT_DataPath parent, ZT_GroupChildren& children) {
-    ZT_GroupChildren filled;
-    ForEachChild(outline, std::move(parent), [&](const ZT_DataPath& path, JsonSize count) {
-        if (filled.paths.empty()) filled.paths.reserve(count);
-        filled.paths.push_back(path);
-    });
-    children = std::move(filled);
-}
-
-void HandOverChildren(const Outline& outline, const char* dataPath, void* handle) {
-    const HostTables tables = RequireHostTables();
-    ForEachChild(outline, PathFrom(dataPath),
-                 [&](const ZT_DataPath& path, JsonSize count) { HandOver(tables, handle, path, count); });
+SampleRange RequireSamples(const char* dataPath, SampleRange samples) {
+    if (samples.Count() == 0) Raise(kFetchDynamicSampleFailure, Quoted(dataPath));
+    return samples;
 }
 
 constexpr const char* kRootPath = "[\"dataOutline\"]";
 
 }  // namespace
 
-SensorFileHandlerImpl::SensorFileHandlerImpl(std::string inputPath, std::shared_ptr<const DocumentRecord> record)
+SensorFileHandlerImpl::SensorFileHandlerImpl(std::string inputPath, std::shared_ptr<const DocumentRecord> record,
+                                             const ReadOptions& options)
     : inputPath_(std::move(inputPath)),
       record_(std::move(record)),
-      bytes_(record_->documentPath),
-      document_(
-          ParseDocument(bytes_.bytes(), record_->isKnownVersion2 ? ParserChoice::kVersion2 : ParserChoice::kProbe)) {}
-
-const JsonValue* SensorFileHandlerImpl::FindNode(const char* dataPath) const {
-    return document_->outline.FindNode(PathFrom(dataPath));
+      bytes_(record_->documentPath, options.privateCopy),
+      document_(ParseDocument(bytes_.bytes(),
+                              record_->isKnownVersion2 ? ParserChoice::kVersion2 : ParserChoice::kProbe,
+                              [this](std::size_t offset) { bytes_.Pass(offset); })),
+      queries_(*document_, bytes_) {
+    bytes_.EndOpening();
+    if (options.checkSamples) queries_.CheckSamples();
 }
 
-ZT_DynamicDataInfo SensorFileHandlerImpl::DynamicDataInfoAt(const char* dataPath) const {
-    ZT_DynamicDataInfo info = DynamicDataInfoOf(FindNode(dataPath));
-    if (!document_->timeForm) return info;
-    auto span = document_->samples.FindTimeSpan(bytes_.bytes(), info.sampleSetID, *document_->timeForm);
-    if (!span) return info;
-    info.firstSampleTime = std::move(span->first);
-    info.lastSampleTime = std::move(span->last);
-    return info;
+NodeNumber SensorFileHandlerImpl::FindNode(const char* dataPath) const {
+    bytes_.CheckUnchanged();
+    return queries_.FindNode(PathFrom(dataPath));
 }
 
-template <class Find>
-SampleRange SensorFileHandlerImpl::FindSamples(const char* dataPath, Find&& find) const {
-    bytes_.CheckLength();
-    const std::string_view id = TextOf(*FindMember(RequireDynamicNode(FindNode(dataPath)), words::kSampleSetId));
-    if (!document_->timeForm) Raise(kSamplesNotFound, Excerpt(id));
-    const SampleRange samples = find(id, *document_->timeForm);
-    if (samples.Count() == 0) Raise(kFetchDynamicSampleFailure, Quoted(dataPath));
-    return samples;
-}
-
-SampleRange SensorFileHandlerImpl::FindSamplesBetween(const char* dataPath, ZT_Time start, ZT_Time end) const {
+SampleRange SensorFileHandlerImpl::SamplesBetween(const char* dataPath, ZT_Time start, ZT_Time end) const {
     CheckScale(start, "startTime");
     CheckScale(end, "endTime");
-    return FindSamples(dataPath, [&](std::string_view id, const TimeForm& form) {
-        return document_->samples.FindRange(bytes_.bytes(), id, form, start, end);
-    });
+    return RequireSamples(dataPath, queries_.SamplesBetween(FindNode(dataPath), start, end));
 }
 
-SampleRange SensorFileHandlerImpl::FindSampleAt(const char* dataPath, ZT_Time time) const {
+SampleRange SensorFileHandlerImpl::SampleAt(const char* dataPath, ZT_Time time) const {
     CheckScale(time, "time");
-    return FindSamples(dataPath, [&](std::string_view id, const TimeForm& form) {
-        return document_->samples.FindLatest(bytes_.bytes(), id, form, time);
-    });
+    return RequireSamples(dataPath, queries_.SampleAt(FindNode(dataPath), time));
 }
 
 ZT_Result SensorFileHandlerImpl::GetRootChildren(ZT_GroupChildren* children) noexcept {
@@ -115,32 +73,34 @@ ZT_Result SensorFileHandlerImpl::GetRootChildren(ZT_GroupChildren* children) noe
 ZT_Result SensorFileHandlerImpl::GetGroupChildren(const char* dataPath, ZT_GroupChildren* children) noexcept {
     return RunOperation(this, [&] {
         ZT_GroupChildren& record = Emptied(children, "ZT_GroupChildren");
-        bytes_.CheckLength();
-        FillChildren(document_->outline, PathFrom(dataPath), record);
+        bytes_.CheckUnchanged();
+        ZT_GroupChildren filled;
+        queries_.ForEachChild(PathFrom(dataPath), [&](const ZT_DataPath& path, std::uint64_t count) {
+            if (filled.paths.empty()) filled.paths.reserve(count);
+            filled.paths.push_back(path);
+        });
+        record = std::move(filled);
     });
 }
 
 ZT_Result SensorFileHandlerImpl::GetGroupChildInfo(const char* dataPath, ZT_GroupChildInfo* info) noexcept {
     return RunOperation(this, [&] {
         ZT_GroupChildInfo& record = Emptied(info, "ZT_GroupChildInfo");
-        bytes_.CheckLength();
-        record = GroupChildInfoOf(FindNode(dataPath));
+        record = queries_.GroupChildInfo(FindNode(dataPath));
     });
 }
 
 ZT_Result SensorFileHandlerImpl::GetStaticDataInfo(const char* dataPath, ZT_StaticDataInfo* info) noexcept {
     return RunOperation(this, [&] {
         ZT_StaticDataInfo& record = Emptied(info, "ZT_StaticDataInfo");
-        bytes_.CheckLength();
-        record = StaticDataInfoOf(FindNode(dataPath));
+        record = queries_.StaticDataInfo(FindNode(dataPath));
     });
 }
 
 ZT_Result SensorFileHandlerImpl::GetDynamicDataInfo(const char* dataPath, ZT_DynamicDataInfo* info) noexcept {
     return RunOperation(this, [&] {
         ZT_DynamicDataInfo& record = Emptied(info, "ZT_DynamicDataInfo");
-        bytes_.CheckLength();
-        record = DynamicDataInfoAt(dataPath);
+        record = queries_.DynamicDataInfo(FindNode(dataPath));
     });
 }
 
@@ -148,7 +108,7 @@ ZT_Result SensorFileHandlerImpl::GetDynamicSamples(const char* dataPath, ZT_Time
                                                    DynamicDataSampleSet* samples) noexcept {
     return RunOperation(this, [&] {
         DynamicDataSampleSet& record = Emptied(samples, "DynamicDataSampleSet");
-        record.samples = FindSamplesBetween(dataPath, start, end).ReadAll();
+        record.samples = SamplesBetween(dataPath, start, end).ReadAll();
     });
 }
 
@@ -156,7 +116,7 @@ ZT_Result SensorFileHandlerImpl::GetDynamicSample(const char* dataPath, ZT_Time 
                                                   DynamicDataSampleSet* samples) noexcept {
     return RunOperation(this, [&] {
         DynamicDataSampleSet& record = Emptied(samples, "DynamicDataSampleSet");
-        record.samples = FindSampleAt(dataPath, time).ReadAll();
+        record.samples = SampleAt(dataPath, time).ReadAll();
     });
 }
 
@@ -174,32 +134,32 @@ ZT_Result SensorFileHandlerImpl::GetRootChildrenClient(void* handle) noexcept {
 
 ZT_Result SensorFileHandlerImpl::GetGroupChildrenClient(const char* dataPath, void* handle) noexcept {
     return RunOperation(this, [&] {
-        bytes_.CheckLength();
-        HandOverChildren(document_->outline, dataPath, handle);
+        const HostTables tables = RequireHostTables();
+        bytes_.CheckUnchanged();
+        queries_.ForEachChild(PathFrom(dataPath), [&](const ZT_DataPath& path, std::uint64_t count) {
+            HandOver(tables, handle, path, count);
+        });
     });
 }
 
 ZT_Result SensorFileHandlerImpl::GetGroupChildInfoClient(const char* dataPath, void* handle) noexcept {
     return RunOperation(this, [&] {
         const HostTables tables = RequireHostTables();
-        bytes_.CheckLength();
-        HandOver(tables, handle, GroupChildInfoOf(FindNode(dataPath)));
+        HandOver(tables, handle, queries_.GroupChildInfo(FindNode(dataPath)));
     });
 }
 
 ZT_Result SensorFileHandlerImpl::GetStaticDataInfoClient(const char* dataPath, void* handle) noexcept {
     return RunOperation(this, [&] {
         const HostTables tables = RequireHostTables();
-        bytes_.CheckLength();
-        HandOver(tables, handle, StaticDataInfoOf(FindNode(dataPath)));
+        HandOver(tables, handle, queries_.StaticDataInfo(FindNode(dataPath)));
     });
 }
 
 ZT_Result SensorFileHandlerImpl::GetDynamicDataInfoClient(const char* dataPath, void* handle) noexcept {
     return RunOperation(this, [&] {
         const HostTables tables = RequireHostTables();
-        bytes_.CheckLength();
-        HandOver(tables, handle, DynamicDataInfoAt(dataPath));
+        HandOver(tables, handle, queries_.DynamicDataInfo(FindNode(dataPath)));
     });
 }
 
@@ -207,14 +167,14 @@ ZT_Result SensorFileHandlerImpl::GetDynamicSamplesClient(const char* dataPath, Z
                                                          void* handle) noexcept {
     return RunOperation(this, [&] {
         const HostTables tables = RequireHostTables();
-        HandOver(tables, handle, FindSamplesBetween(dataPath, start, end));
+        HandOver(tables, handle, SamplesBetween(dataPath, start, end));
     });
 }
 
 ZT_Result SensorFileHandlerImpl::GetDynamicSampleClient(const char* dataPath, ZT_Time time, void* handle) noexcept {
     return RunOperation(this, [&] {
         const HostTables tables = RequireHostTables();
-        HandOver(tables, handle, FindSampleAt(dataPath, time));
+        HandOver(tables, handle, SampleAt(dataPath, time));
     });
 }
 

@@ -6,6 +6,7 @@
 
 #include "conversion/document_record.h"
 #include "model/shared_object_impl.h"
+#include "reader/document_queries.h"
 #include "reader/mapped_document.h"
 #include "reader/parser.h"
 #include "zentor/records.h"
@@ -18,11 +19,19 @@ public:
     virtual ~ISensorFileHandler_I() = default;
 };
 
+// How a document is read; a host can ask for each.
+struct ReadOptions {
+    bool privateCopy = false;   // from a copy of its own
+    bool checkSamples = false;  // every sample when it is opened
+};
+
 // Owned by the manager, whatever a host's reference counting says. Read-only once it exists.
 class SensorFileHandlerImpl final : public ISensorFileHandler_I, public ZT_PLUGIN::SharedObjectImpl {
 public:
-    // Reads the document that stands for the input. Codes of MappedDocument and ParseDocument.
-    SensorFileHandlerImpl(std::string inputPath, std::shared_ptr<const DocumentRecord> record);
+    // Reads the document that stands for the input. Codes of MappedDocument and ParseDocument; those of samples that
+    // are checked.
+    SensorFileHandlerImpl(std::string inputPath, std::shared_ptr<const DocumentRecord> record,
+                          const ReadOptions& options);
     ~SensorFileHandlerImpl() override = default;
 
     const std::string& InputPath() const { return inputPath_; }
@@ -52,19 +61,17 @@ public:
 private:
     void OnUnreferenced() noexcept override {}
 
-    const JsonValue* FindNode(const char* dataPath) const;
-    ZT_DynamicDataInfo DynamicDataInfoAt(const char* dataPath) const;
-    // At least one sample of the node at a path: those between two times, or the one at a time. Codes 1, 5, 21, 33, 35,
-    // 36, 38, 39, 45.
-    SampleRange FindSamplesBetween(const char* dataPath, ZT_Time start, ZT_Time end) const;
-    SampleRange FindSampleAt(const char* dataPath, ZT_Time time) const;
-    template <class Find>
-    SampleRange FindSamples(const char* dataPath, Find&& find) const;
+    NodeNumber FindNode(const char* dataPath) const;
+    // At least one sample of the node at a path: those between two times, or the one at a time. Codes 1, 5, 21, 33, 36,
+    // 38, 39, 45.
+    SampleRange SamplesBetween(const char* dataPath, ZT_Time start, ZT_Time end) const;
+    SampleRange SampleAt(const char* dataPath, ZT_Time time) const;
 
     std::string inputPath_;
     std::shared_ptr<const DocumentRecord> record_;  // before the mapping, so that it is unmapped when it is deleted
     MappedDocument bytes_;
     std::unique_ptr<VkjsonDocument> document_;
+    DocumentQueries queries_;
 };
 
 }  // namespace zentor

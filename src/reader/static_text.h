@@ -1,5 +1,8 @@
-// Numbers that documents before version 2 hold as text.
+// Numbers that documents hold as text, and padded texts.
 #pragma once
+
+#include <string>
+#include <string_view>
 
 #include "reader/json_value.h"
 
@@ -9,5 +12,8 @@ namespace zentor {
 bool ReadNumberText(const JsonValue& value, double& number);
 // A length: a JSON number, or a string of digits, within the range of counts.
 bool ReadLength(const JsonValue& value, double& length);
+// The text before the padding, from the bytes between the quotes: its length counts bytes of the document, and escapes
+// are decoded after that.
+std::string CutPaddedText(std::string_view bytes, double length);
 
 }  // namespace zentor

@@ -17,6 +17,7 @@ public:
 
     // Creates the file, empty and open for writing. Codes 14, 15.
     void Create();
+    const std::string& Path() const { return path_; }
     // Code 21.
     void Write(std::string_view bytes);
     // Closes the file; it stays until the handler goes. Code 21.

@@ -5,8 +5,6 @@
 #include "errors/raise.h"
 #include "format/frame_rate.h"
 #include "reader/schema_words.h"
-#include "reader/value_reader.h"
-#include "util/group_limit.h"
 #include "util/match_name.h"
 
 namespace zentor {
@@ -28,13 +26,6 @@ void RequireOneForEachElement(const ValueChecks& checks, const JsonValue& proper
 }
 
 }  // namespace
-
-// What is known on the way through an outline.
-struct ZT_VkjsonValidator::OutlineWalk {
-    ValueChecks& checks;
-    NodesByName nodes;
-    std::size_t groupDepth = 0;
-};
 
 void ZT_VkjsonValidator::UtcInfo(ValueChecks& checks, const JsonValue& info) const {
     checks.RequireCount(info, words::kPrecisionLength);
@@ -81,53 +72,23 @@ void ZT_VkjsonValidator::VideoSyncEntry(ValueChecks& checks, const JsonValue& en
           Quoted(checks.Place()));
 }
 
-NodesByName ZT_VkjsonValidator::DataOutline(ValueChecks& checks, const JsonValue& outline,
-                                            std::size_t textLength) const {
-    constexpr std::size_t kUsualNode = 256;
-    OutlineWalk walk{checks, {}};
-    walk.nodes.reserve(textLength / kUsualNode);
-    Nodes(walk, outline);
-    return std::move(walk.nodes);
-}
-
-// Recursion ends at the limit of groups.
-void ZT_VkjsonValidator::Nodes(OutlineWalk& walk, const JsonValue& nodes) const {
-    for (JsonSize i = 0; i < nodes.Size(); ++i) {
-        const auto into = walk.checks.Into(i);
-        Node(walk, nodes[i]);
-    }
-}
-
-void ZT_VkjsonValidator::Node(OutlineWalk& walk, const JsonValue& node) const {
-    walk.checks.RequireType(node, words::kDataOutline, JsonType::kObject);
+ZT_NodeType ZT_VkjsonValidator::NodeHead(const ValueChecks& checks, const JsonValue& node) const {
     const std::string_view type =
-        walk.checks.RequireOneOf(node, words::kObjectType, {words::kDataStatic, words::kDataDynamic, words::kDataGroup},
-                                 "one of \"dataStatic\", \"dataDynamic\" or \"dataGroup\"");
-    walk.checks.Require(node, words::kDisplayName, JsonType::kString);
-    MatchName(walk, node);
-    if (type == words::kDataGroup) {
-        Group(walk, node);
-    } else if (type == words::kDataStatic) {
-        StaticDataNode(walk.checks, node);
+        checks.RequireOneOf(node, words::kObjectType, {words::kDataStatic, words::kDataDynamic, words::kDataGroup},
+                            "one of \"dataStatic\", \"dataDynamic\" or \"dataGroup\"");
+    checks.Require(node, words::kDisplayName, JsonType::kString);
+    const std::string_view name = TextOf(checks.Require(node, words::kMatchName, JsonType::kString));
+    if (!IsMatchName(name)) checks.RaiseAt(kInvalidMatchName, words::kMatchName, words::kMatchName);
+    if (type == words::kDataGroup) return ZT_NODE_GROUP;
+    return type == words::kDataStatic ? ZT_NODE_STATIC : ZT_NODE_DYNAMIC;
+}
+
+void ZT_VkjsonValidator::NodeBody(ValueChecks& checks, const JsonValue& node, ZT_NodeType type) const {
+    if (type == ZT_NODE_STATIC) {
+        StaticDataNode(checks, node);
     } else {
-        DynamicDataNode(walk.checks, node);
+        DynamicDataNode(checks, node);
     }
-}
-
-void ZT_VkjsonValidator::Group(OutlineWalk& walk, const JsonValue& node) const {
-    if (walk.groupDepth == kGroupLimit) Raise({kTooDeepNesting, walk.checks.OffsetOf()}, kNestingLimitText);
-    const JsonValue& children = walk.checks.Require(node, words::kChildren, JsonType::kArray);
-    if (!AllowsEmptyArrays()) walk.checks.RequireElements(children, words::kChildren);
-    const auto into = walk.checks.Into(words::kChildren);
-    ++walk.groupDepth;
-    Nodes(walk, children);
-    --walk.groupDepth;
-}
-
-void ZT_VkjsonValidator::MatchName(OutlineWalk& walk, const JsonValue& node) const {
-    const std::string_view name = TextOf(walk.checks.Require(node, words::kMatchName, JsonType::kString));
-    if (!IsMatchName(name)) walk.checks.RaiseAt(kInvalidMatchName, words::kMatchName, words::kMatchName);
-    if (!walk.nodes.insert(&node).second) walk.checks.RaiseAt(kDuplicateMatchName, Excerpt(name), words::kMatchName);
 }
 
 void ZT_VkjsonValidator::DynamicDataNode(ValueChecks& checks, const JsonValue& node) const {
@@ -211,7 +172,6 @@ void ZT_VkjsonValidator::ArrayRanges(ValueChecks& checks, const JsonValue& prope
 void ZT_VkjsonValidator::ArrayDisplayNames(ValueChecks& checks, const JsonValue& properties) const {
     const JsonValue* const names = checks.Allow(properties, words::kArrayDisplayNames, JsonType::kArray);
     if (names == nullptr) return;
-    if (!AllowsEmptyArrays()) checks.RequireElements(*names, words::kArrayDisplayNames);
     for (JsonSize i = 0; i < names->Size(); ++i) {
         const auto into = checks.Into(words::kArrayDisplayNames);
         const auto intoName = checks.Into(i);

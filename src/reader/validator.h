@@ -4,26 +4,11 @@
 #pragma once
 
 #include <string_view>
-#include <unordered_set>
 
 #include "reader/value_checks.h"
+#include "zentor/records.h"
 
 namespace zentor {
-
-// Hashes and compares nodes by match name, and lets a name stand for its node.
-struct NodeNameHash {
-    using is_transparent = void;
-    std::size_t operator()(std::string_view name) const { return std::hash<std::string_view>()(name); }
-    std::size_t operator()(const JsonValue* node) const { return (*this)(TextOf(*FindMember(*node, "matchName"))); }
-};
-struct NodeNameEqual {
-    using is_transparent = void;
-    static std::string_view NameOf(std::string_view name) { return name; }
-    static std::string_view NameOf(const JsonValue* node) { return TextOf(*FindMember(*node, "matchName")); }
-    bool operator()(const auto& a, const auto& b) const { return NameOf(a) == NameOf(b); }
-};
-// The nodes of an outline; their match names are unique.
-using NodesByName = std::unordered_set<const JsonValue*, NodeNameHash, NodeNameEqual>;
 
 // The rules that all versions share.
 class ZT_VkjsonValidator {
@@ -34,26 +19,23 @@ public:
     void UtcInfo(ValueChecks& checks, const JsonValue& info) const;
     void TimecodeInfo(ValueChecks& checks, const JsonValue& info) const;
     void VideoSyncTimeList(ValueChecks& checks, const JsonValue& list) const;
-    // Returns the nodes by their match names. `textLength`: of the outline in the document, in bytes.
-    NodesByName DataOutline(ValueChecks& checks, const JsonValue& outline, std::size_t textLength) const;
+    // What a node of any kind has: its kind, which is returned, and its names. A match name has to be unique besides.
+    ZT_NodeType NodeHead(const ValueChecks& checks, const JsonValue& node) const;
+    // What else a static or a dynamic node has.
+    void NodeBody(ValueChecks& checks, const JsonValue& node, ZT_NodeType type) const;
+    // Whether groups may be empty.
+    virtual bool AllowsEmptyArrays() const = 0;
 
 protected:
     // What distinguishes the versions.
     virtual void StaticDataNode(ValueChecks& checks, const JsonValue& node) const = 0;
     virtual std::string_view DynamicType(ValueChecks& checks, const JsonValue& dataType) const = 0;
-    virtual bool AllowsEmptyArrays() const = 0;
 
     void NumberStringProperties(ValueChecks& checks, const JsonValue& dataType) const;
     void PaddedStringProperties(ValueChecks& checks, const JsonValue& dataType) const;
     void NumberArrayProperties(ValueChecks& checks, const JsonValue& dataType) const;
 
 private:
-    struct OutlineWalk;
-
-    void Nodes(OutlineWalk& walk, const JsonValue& nodes) const;
-    void Node(OutlineWalk& walk, const JsonValue& node) const;
-    void Group(OutlineWalk& walk, const JsonValue& node) const;
-    void MatchName(OutlineWalk& walk, const JsonValue& node) const;
     void DynamicDataNode(ValueChecks& checks, const JsonValue& node) const;
     void Pattern(ValueChecks& checks, const JsonValue& properties) const;
     void Range(ValueChecks& checks, const JsonValue& range) const;
@@ -64,17 +46,21 @@ private:
 
 // Documents before version 2: the types of static nodes are those of dynamic ones.
 class ZT_VkjsonValidator_v1 final : public ZT_VkjsonValidator {
+public:
+    bool AllowsEmptyArrays() const override { return false; }
+
 protected:
     void StaticDataNode(ValueChecks& checks, const JsonValue& node) const override;
     std::string_view DynamicType(ValueChecks& checks, const JsonValue& dataType) const override;
-    bool AllowsEmptyArrays() const override { return false; }
 };
 
 class ZT_VkjsonValidator_v2 final : public ZT_VkjsonValidator {
+public:
+    bool AllowsEmptyArrays() const override { return true; }
+
 protected:
     void StaticDataNode(ValueChecks& checks, const JsonValue& node) const override;
     std::string_view DynamicType(ValueChecks& checks, const JsonValue& dataType) const override;
-    bool AllowsEmptyArrays() const override { return true; }
 };
 
 }  // namespace zentor

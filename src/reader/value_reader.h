@@ -1,8 +1,10 @@
-// Reads one JSON value of a document into memory.
+// Reads one JSON value of a document, into memory or only to see that it is one.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "util/json_cursor.h"
@@ -15,38 +17,18 @@ namespace zentor {
 inline constexpr std::size_t kNestingLimit = 400;
 inline constexpr const char* kNestingLimitText = "100";  // the limit of groups, which is the one that messages name
 
-// Drives RapidJSON's document builder, without recursion. Texts without escapes stay in the document's bytes.
-class ValueReader {
-public:
-    // Reads the value at the cursor, which belongs to the top-level property `property`. Codes 32 and 43, with the byte
-    // offset; 34.
-    static JsonDocument Read(JsonCursor& cursor, std::string_view property);
+// Reads the value at the cursor, which belongs to the top-level property `property`. Codes 32 and 43, with the byte
+// offset; 34. Texts without escapes stay in the document's bytes.
+JsonDocument ReadValue(JsonCursor& cursor, std::string_view property);
+// The same into a document that is being built (see JsonDocument::Populate).
+void ReadValueInto(JsonDocument& builder, JsonCursor& cursor, std::string_view property);
 
-    bool operator()(JsonDocument& builder);  // for JsonDocument::Populate
+// Arrays under a key that other members of their object follow: where each begins, at its "[", and ends, after its "]".
+using ArraySpans = std::vector<std::pair<std::size_t, std::size_t>>;
 
-private:
-    struct Level {
-        bool isObject;
-        JsonSize count;
-        std::string_view key;  // of an object: the member that is being read
-    };
-
-    ValueReader(JsonCursor& cursor, std::string_view property) : cursor_(cursor), property_(property) {}
-
-    bool BeginValue(JsonDocument& builder);
-    bool Open(JsonDocument& builder, bool isObject);
-    bool EndValues(JsonDocument& builder);
-    void Close(JsonDocument& builder);
-    void ReadKey(JsonDocument& builder);
-    void ReadString(JsonDocument& builder);
-    void ReadNumber(JsonDocument& builder);
-    void ReadWord(JsonDocument& builder);
-    std::string PropertyName() const;
-
-    JsonCursor& cursor_;
-    std::string_view property_;
-    std::vector<Level> levels_;
-};
+// Goes past the value at the cursor with the same failures, and keeps nothing but the spans of arrays under `key`, in
+// the order in which they begin.
+ArraySpans CheckValue(JsonCursor& cursor, std::string_view property, std::string_view key);
 
 // The failures of a number that stands at `offset`: codes 32 and 43.
 [[noreturn]] void RaiseNumberFailure(NumberStatus status, std::size_t offset, const std::string& property);

@@ -1,9 +1,7 @@
-// What is kept of a document that has been read: its outline and time information, as values.
+// What is kept of a document that has been read: where its nodes and samples are, and its time information.
 #pragma once
 
-#include <memory>
 #include <optional>
-#include <string>
 
 #include "reader/outline.h"
 #include "reader/sample_data_processor.h"
@@ -11,7 +9,7 @@
 
 namespace zentor {
 
-// Strings of the outline point into the bytes that it was read from; they must outlive it.
+// Nothing of it points into the bytes that it was read from; those of its functions that need bytes are given them.
 struct VkjsonDocument {
     ZT_FileInfo info;
     ZT_VideoSyncTimeList videoSync;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstring>
 #include <limits>
 
 #include "util/number_text.h"
@@ -13,6 +14,10 @@ namespace {
 
 constexpr int kDigitsOfLargestDouble = 309;
 constexpr std::size_t kExactDigits = 15;
+
+const char* Find(const char* from, const char* end, char c) {
+    return static_cast<const char*>(std::memchr(from, c, static_cast<std::size_t>(end - from)));
+}
 
 // Whole numbers with few digits are most of a document.
 bool ReadShortInteger(const char* from, const char* end, double& value) {
@@ -111,18 +116,22 @@ bool JsonCursor::SkipWord(std::string_view word) {
 bool JsonCursor::TakeString(RawString& string) {
     if (next_ == end_ || *next_ != '"') return false;
     bool hasBackslash = false;
-    for (const char* at = next_ + 1; at != end_; ++at) {
-        if (*at == '"') {
-            string = {{next_ + 1, static_cast<std::size_t>(at - next_ - 1)}, hasBackslash};
-            next_ = at + 1;
-            return true;
+    const char* const begin = next_ + 1;
+    const char* quote = nullptr;
+    for (const char* at = begin;;) {
+        if (quote == nullptr || quote < at) {  // not looked for again for each escape before it
+            quote = at == end_ ? nullptr : Find(at, end_, '"');
+            if (quote == nullptr) return false;
         }
-        if (*at == '\\') {
-            hasBackslash = true;
-            if (++at == end_) break;
-        }
+        const char* const backslash = Find(at, quote, '\\');
+        if (backslash == nullptr) break;
+        hasBackslash = true;
+        if (backslash + 1 == end_) return false;
+        at = backslash + 2;
     }
-    return false;
+    string = {{begin, static_cast<std::size_t>(quote - begin)}, hasBackslash};
+    next_ = quote + 1;
+    return true;
 }
 
 void JsonCursor::SkipDigits() {

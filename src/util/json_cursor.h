@@ -60,6 +60,10 @@ public:
         return true;
     }
     bool SkipWord(std::string_view word);
+    // Whether the bytes end within this word.
+    bool IsCutWord(std::string_view word) const {
+        return word.starts_with(std::string_view(next_, static_cast<std::size_t>(end_ - next_)));
+    }
 
     // Takes a string with its quotes; false, without moving, when one of them is missing. A quote after a backslash
     // does not end it.

@@ -66,6 +66,32 @@ std::int64_t FrameOfNumber(std::int64_t number, const FrameRate& rate) {
     return number - (number / tenMinutes * 9 + minutes) * counts.dropped;
 }
 
+// The numbers of a time code.
+struct Label {
+    std::uint32_t hours = 0;
+    std::uint32_t minutes = 0;
+    std::uint32_t seconds = 0;
+    std::uint32_t frames = 0;
+};
+
+bool ReadLabel(std::string_view text, const FrameRate& rate, Label& label) {
+    if (text.size() != TimeCodeWidth(rate)) return false;
+    if (!TakeDecimal(text.substr(0, 2), label.hours) || !TakeDecimal(text.substr(3, 2), label.minutes) ||
+        !TakeDecimal(text.substr(6, 2), label.seconds) || !TakeDecimal(text.substr(9), label.frames)) {
+        return false;
+    }
+    return label.hours <= 23 && label.minutes <= 59 && label.seconds <= 59 && label.frames < NominalRate(rate);
+}
+
+bool IsLeftOut(const Label& label, const FrameRate& rate) {
+    return label.seconds == 0 && label.minutes % 10 != 0 && label.frames < CountsOf(rate).dropped;
+}
+
+std::int64_t FrameOfLabel(const Label& label, const FrameRate& rate) {
+    const std::int64_t seconds = (std::int64_t{label.hours} * 60 + label.minutes) * 60 + label.seconds;
+    return FrameOfNumber(seconds * NominalRate(rate) + label.frames, rate);
+}
+
 }  // namespace
 
 TimeValue Reduce(TimeValue time, bool* wasReduced) {
@@ -146,17 +172,16 @@ char* FormatTimeCode(std::int64_t frame, const FrameRate& rate, char* out) {
 }
 
 bool ParseTimeCode(std::string_view text, const FrameRate& rate, std::int64_t& frame) {
-    if (text.size() != TimeCodeWidth(rate)) return false;
-    std::uint32_t hours = 0, minutes = 0, seconds = 0, frames = 0;
-    const std::uint32_t nominal = NominalRate(rate);
-    if (!TakeDecimal(text.substr(0, 2), hours) || !TakeDecimal(text.substr(3, 2), minutes) ||
-        !TakeDecimal(text.substr(6, 2), seconds) || !TakeDecimal(text.substr(9), frames)) {
-        return false;
-    }
-    if (hours > 23 || minutes > 59 || seconds > 59 || frames >= nominal) return false;
-    if (rate.dropFrame && seconds == 0 && minutes % 10 != 0 && frames < CountsOf(rate).dropped) return false;
-    const std::int64_t number = ((std::int64_t{hours} * 60 + minutes) * 60 + seconds) * nominal + frames;
-    frame = FrameOfNumber(number, rate);
+    Label label;
+    if (!ReadLabel(text, rate, label) || (rate.dropFrame && IsLeftOut(label, rate))) return false;
+    frame = FrameOfLabel(label, rate);
+    return true;
+}
+
+bool ParseTimeCodeLabel(std::string_view text, const FrameRate& rate, std::int64_t& frame) {
+    Label label;
+    if (!ReadLabel(text, rate, label)) return false;
+    frame = FrameOfLabel(label, rate);
     return true;
 }
 

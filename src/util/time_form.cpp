@@ -35,6 +35,13 @@ bool TimeForm::Parse(std::string_view text, Instant& instant) const {
     return true;
 }
 
+bool TimeForm::ParseRecorded(std::string_view text, Instant& instant) const {
+    const FrameRate* const rate = Rate();
+    if (rate == nullptr) return Parse(text, instant);
+    instant.decimals = {};
+    return ParseTimeCodeLabel(text, *rate, instant.whole);
+}
+
 bool TimeForm::ParseForDocument(std::string_view text, Instant& instant) const {
     return Parse(text, instant) && (Rate() == nullptr || HasUsualSeparators(text));
 }

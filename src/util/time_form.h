@@ -49,7 +49,11 @@ public:
     // False for a text that is no time of this form. Seconds with an offset are those of Greenwich.
     bool Parse(std::string_view text, Instant& instant) const;
 
-    // The same for a text that goes into a document as it is: between the numbers of a time code stand colons, or a
+    // Parse for the time of a sample that has been recorded: a label that drop frame leaves out, as some recorders
+    // write them, is a frame like others, the one that comes out by counting.
+    bool ParseRecorded(std::string_view text, Instant& instant) const;
+
+    // Parse for a text that goes into a document as it is: between the numbers of a time code stand colons, or a
     // semicolon before the frames.
     bool ParseForDocument(std::string_view text, Instant& instant) const;
 

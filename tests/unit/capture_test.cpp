@@ -11,8 +11,7 @@
 #include "conversion/bvh/capture_input.h"
 #include "conversion/bvh/frame_time.h"
 #include "failure.h"
-#include "reader/node_records.h"
-#include "reader/parser.h"
+#include "open_text.h"
 #include "written_document.h"
 
 namespace zentor_test {
@@ -49,27 +48,28 @@ Converted Convert(const std::string& capture) {
 // The nodes of an outline, a line each: depth, names, and of arrays their elements, offsets and samples.
 class Listing {
 public:
-    explicit Listing(const std::string& text) : text_(text), document_(ParseDocument(text, ParserChoice::kVersion2)) {}
+    explicit Listing(const std::string& text) : document_(text, ParserChoice::kVersion2) {}
 
     std::string Rate() const {
         return std::to_string(document_->info.frameRateValue) + "/" + std::to_string(document_->info.frameRateScale);
     }
 
     std::string Nodes() {
-        AddChildren(document_->outline.TopLevelNodes(), 0);
+        AddChildren(kRootNode, 0);
         return std::move(lines_);
     }
 
 private:
-    void AddChildren(const JsonValue& nodes, std::size_t depth) {
-        for (const JsonValue& node : nodes.GetArray()) {
-            const ZT_GroupChildInfo info = GroupChildInfoOf(&node);
+    void AddChildren(NodeNumber group, std::size_t depth) {
+        const OutlineIndex::Children children = document_.index().ChildrenOf(group);
+        for (NodeNumber node = children.first; node != children.first + children.count; ++node) {
+            const ZT_GroupChildInfo info = document_.Child(node);
             lines_ += std::string(depth, ' ') + info.matchName + " " + info.displayName;
             if (info.nodeType == ZT_NODE_STATIC)
-                AddNumbers(boost::get<std::vector<double>>(StaticDataInfoOf(&node).value));
-            if (info.nodeType == ZT_NODE_DYNAMIC) AddSamples(DynamicDataInfoOf(&node));
+                AddNumbers(boost::get<std::vector<double>>(document_.Static(node).value));
+            if (info.nodeType == ZT_NODE_DYNAMIC) AddSamples(document_.Dynamic(node));
             lines_ += '\n';
-            if (info.nodeType == ZT_NODE_GROUP) AddChildren(document_->outline.ChildrenOf(&node), depth + 1);
+            if (info.nodeType == ZT_NODE_GROUP) AddChildren(node, depth + 1);
         }
     }
     void AddNumbers(const std::vector<double>& numbers) {
@@ -80,16 +80,13 @@ private:
         EXPECT_EQ(info.interpolation, "linear");
         for (const std::string& name : info.dataType.arrayDisplayNames) lines_ += ' ' + name;
         if (info.sampleCount == 0) return;
-        const SampleRange samples =
-            document_->samples.FindRange(text_, info.sampleSetID, *document_->timeForm, {0, 1}, {86400, 1});
-        for (const ZT_Sample& sample : samples.ReadAll()) {
+        for (const ZT_Sample& sample : document_.Samples(info.sampleSetID)) {
             lines_ += " |";
             AddNumbers(boost::get<std::vector<double>>(sample.value));
         }
     }
 
-    const std::string& text_;
-    std::unique_ptr<VkjsonDocument> document_;
+    OpenText document_;
     std::string lines_;
 };
 
@@ -511,10 +508,9 @@ TEST(Capture, ManyNodesShareMemoryAndFiles) {
     const Converted converted = Convert(capture);
     ASSERT_EQ(converted.failure, "");
     EXPECT_EQ(TemporaryFiles(), before);
-    const auto document = ParseDocument(converted.text, ParserChoice::kVersion2);
+    const OpenText document(converted.text, ParserChoice::kVersion2);
     const std::string last = "node" + std::to_string(3 * kJoints - 1);
-    const auto samples =
-        document->samples.FindRange(converted.text, last, *document->timeForm, {0, 1}, {86400, 1}).ReadAll();
+    const auto samples = document.Samples(last);
     ASSERT_EQ(samples.size(), std::size_t{kFrames});
     EXPECT_EQ(boost::get<std::vector<double>>(samples.back().value),
               std::vector<double>({12.345678, -123.45678, 0.00012345}));

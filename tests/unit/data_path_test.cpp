@@ -35,11 +35,13 @@ const std::string kNotAGroup = "33: Leaf node is not a group node.";
 
 class Nodes : public testing::TestWithParam<bool> {
 protected:
-    const JsonValue* Find(const std::string& path) const { return document_->outline.FindNode(ParseDataPath(path)); }
+    NodeNumber Find(const std::string& path) const { return document_.Find(path); }
+    ZT_StaticDataInfo Static(const std::string& path) const { return document_.Static(Find(path)); }
+    ZT_DynamicDataInfo Dynamic(const std::string& path) const { return document_.Dynamic(Find(path)); }
 
     const bool isV2_ = GetParam();
     const std::string text_ = isV2_ ? Document2() : Document1();
-    const std::unique_ptr<VkjsonDocument> document_ = ParseDocument(text_, ParserChoice::kProbe);
+    const OpenText document_{text_, ParserChoice::kProbe};
 };
 
 // The type in words, with what the document says of it.
@@ -99,12 +101,12 @@ TEST(DataPath, Texts) {
 }
 
 TEST_P(Nodes, AreFoundAlongPaths) {
-    EXPECT_EQ(Find(R"(["dataOutline"])"), nullptr);
+    EXPECT_EQ(Find(R"(["dataOutline"])"), kRootNode);
     const std::pair<const char*, const char*> cases[] = {
         {"[0]", "d1"},          {R"(["d3"])", "d3"},    {"[3]", "g1"},
         {R"([3]["t1"])", "t1"}, {R"(["g1"][2])", "a1"}, {R"(["dataOutline"]["g1"]["g2"])", "g2"}};
     for (const auto& [path, name] : cases) {
-        EXPECT_EQ(FailureOf([&] { EXPECT_EQ(GroupChildInfoOf(Find(path)).matchName, name) << path; }), "") << path;
+        EXPECT_EQ(FailureOf([&] { EXPECT_EQ(document_.Child(Find(path)).matchName, name) << path; }), "") << path;
     }
     const std::string count = isV2_ ? "5" : "4";
     const std::pair<const char*, std::string> failures[] = {
@@ -137,53 +139,53 @@ TEST_P(Nodes, PathsOfItemsAreChecked) {
         {{{{"", -1}, {"g1", 3}, {"a1", 1}}},
          "33: t1:Match name found for child Node at index 1 for path item 2,Input match name:a1."}};
     for (const auto& [path, failure] : cases) {
-        EXPECT_EQ(FailureOf([&] { document_->outline.FindNode(path); }), failure) << path.ToString();
+        EXPECT_EQ(FailureOf([&] { document_.queries().FindNode(path); }), failure) << path.ToString();
     }
 }
 
 TEST_P(Nodes, OfOtherKindsAreRefused) {
-    EXPECT_EQ(FailureOf([&] { StaticDataInfoOf(Find("[0]")); }), NotFound("Static", "Dynamic"));
-    EXPECT_EQ(FailureOf([&] { StaticDataInfoOf(Find("[3]")); }), NotFound("Static", "Group"));
-    EXPECT_EQ(FailureOf([&] { DynamicDataInfoOf(Find("[3][0]")); }), NotFound("Dynamic", "Static"));
-    EXPECT_EQ(FailureOf([&] { DynamicDataInfoOf(nullptr); }), NotFound("Dynamic", "Group"));
+    EXPECT_EQ(FailureOf([&] { Static("[0]"); }), NotFound("Static", "Dynamic"));
+    EXPECT_EQ(FailureOf([&] { Static("[3]"); }), NotFound("Static", "Group"));
+    EXPECT_EQ(FailureOf([&] { Dynamic("[3][0]"); }), NotFound("Dynamic", "Static"));
+    EXPECT_EQ(FailureOf([&] { document_.Dynamic(kRootNode); }), NotFound("Dynamic", "Group"));
     EXPECT_EQ(FailureOf([&] { document_->outline.ChildrenOf(Find("[0]")); }), kNotAGroup);
     EXPECT_EQ(FailureOf([&] { document_->outline.ChildrenOf(Find("[3][1]")); }), kNotAGroup);
 }
 
 TEST_P(Nodes, DynamicRecords) {
-    const ZT_DynamicDataInfo info = DynamicDataInfoOf(Find("[0]"));
+    const ZT_DynamicDataInfo info = Dynamic("[0]");
     EXPECT_EQ(info.displayName + ' ' + info.matchName + ' ' + info.sampleSetID, "Speed d1 s1");
     EXPECT_EQ(info.interpolation, "linear");
     EXPECT_TRUE(info.hasExpectedFrequencyB);
     EXPECT_EQ(info.sampleCount, 2u);
     EXPECT_EQ(info.expectedMaxInterSampleDuration, "00:00:00:01");
     EXPECT_EQ(Describe(info.dataType), NumberType("numberString"));
-    const ZT_DynamicDataInfo other = DynamicDataInfoOf(Find("[1]"));
+    const ZT_DynamicDataInfo other = Dynamic("[1]");
     EXPECT_EQ(other.interpolation, "hold");
     EXPECT_FALSE(other.hasExpectedFrequencyB);
     EXPECT_EQ(other.expectedMaxInterSampleDuration, "");
     EXPECT_EQ(Describe(other.dataType), StringType("paddedString"));
-    EXPECT_EQ(Describe(DynamicDataInfoOf(Find("[2]")).dataType),
+    EXPECT_EQ(Describe(Dynamic("[2]").dataType),
               ArrayType(isV2_ ? "numberStringArray" : "numberArray"));
 }
 
 TEST_P(Nodes, StaticRecords) {
-    const ZT_StaticDataInfo number = StaticDataInfoOf(Find("[3][0]"));
+    const ZT_StaticDataInfo number = Static("[3][0]");
     EXPECT_EQ(number.displayName + ' ' + number.matchName, "Static n1 n1");
     EXPECT_EQ(boost::get<double>(number.value), 2.5);
     EXPECT_EQ(Describe(number.dataType), NumberType(isV2_ ? "number" : "numberString"));
-    const ZT_StaticDataInfo string = StaticDataInfoOf(Find("[3][1]"));
+    const ZT_StaticDataInfo string = Static("[3][1]");
     EXPECT_EQ(boost::get<std::string>(string.value), "ab");
     EXPECT_EQ(Describe(string.dataType), StringType(isV2_ ? "string" : "paddedString"));
-    const ZT_StaticDataInfo array = StaticDataInfoOf(Find("[3][2]"));
+    const ZT_StaticDataInfo array = Static("[3][2]");
     EXPECT_EQ(boost::get<std::vector<double>>(array.value), (std::vector<double>{3, 4}));
     EXPECT_EQ(Describe(array.dataType), ArrayType("numberArray"));
     if (isV2_) {
-        const ZT_StaticDataInfo flag = StaticDataInfoOf(Find("[3][3]"));
+        const ZT_StaticDataInfo flag = Static("[3][3]");
         EXPECT_TRUE(boost::get<bool>(flag.value));
         EXPECT_EQ(Describe(flag.dataType), "boolean, pattern 0 -1 -1, string -1 -1 0, array -1 0");
     } else {
-        EXPECT_EQ(boost::get<double>(StaticDataInfoOf(Find(R"(["g1"]["g2"]["n2"])")).value), 7);
+        EXPECT_EQ(boost::get<double>(Static(R"(["g1"]["g2"]["n2"])").value), 7);
     }
 }
 
@@ -195,15 +197,14 @@ TEST_P(Nodes, RecordsWithoutWhatIsOptional) {
     }
     text = Replaced(text, R"("hasExpectedFrequencyB":true)", R"("hasExpectedFrequecyB":true)");
     text = Replaced(text, "\"occurring\"", "\"occuring\"");
-    const std::unique_ptr<VkjsonDocument> read = ParseDocument(text, ParserChoice::kProbe);
-    const JsonValue& nodes = read->outline.TopLevelNodes();
-    const ZT_DynamicDataInfo number = DynamicDataInfoOf(&nodes[0]);
+    const OpenText read(text, ParserChoice::kProbe);
+    const ZT_DynamicDataInfo number = read.Dynamic(read.Find("[0]"));
     EXPECT_TRUE(number.hasExpectedFrequencyB);
     EXPECT_EQ(number.expectedMaxInterSampleDuration, "00:00:00:01");
     EXPECT_EQ(Describe(number.dataType), Replaced(NumberType("numberString"), "1 3 2", "1 -1 -1"));
-    EXPECT_EQ(Describe(DynamicDataInfoOf(&nodes[1]).dataType),
+    EXPECT_EQ(Describe(read.Dynamic(read.Find("[1]")).dataType),
               Replaced(StringType("paddedString"), "4 1 0", "-1 -1 0"));
-    EXPECT_EQ(Describe(DynamicDataInfoOf(&nodes[2]).dataType),
+    EXPECT_EQ(Describe(read.Dynamic(read.Find("[2]")).dataType),
               Replaced(Replaced(ArrayType(isV2_ ? "numberStringArray" : "numberArray"), "0 1 0", "0 -1 0"), "2 1 x y",
                        "-1 0"));
 }
@@ -213,7 +214,7 @@ TEST_P(Nodes, ChildPathsHandedBackReachTheChildren) {
     const TestFolder folder;
     const auto record = std::make_shared<DocumentRecord>();
     record->documentPath = folder.Write("a.vkjson", text_);
-    SensorFileHandlerImpl handler(record->documentPath, record);
+    SensorFileHandlerImpl handler(record->documentPath, record, ReadOptions());
     std::vector<std::string> names;
     ZT_GroupChildren children;
     ASSERT_EQ(handler.GetRootChildren(&children), 0u);
@@ -223,7 +224,7 @@ TEST_P(Nodes, ChildPathsHandedBackReachTheChildren) {
         ZT_GroupChildInfo info;
         ASSERT_EQ(handler.GetGroupChildInfo(path.ToString().c_str(), &info), 0u) << path.ToString();
         EXPECT_EQ(path.items.back().matchName, info.matchName) << path.ToString();
-        EXPECT_EQ(GroupChildInfoOf(document_->outline.FindNode(path)).matchName, info.matchName);
+        EXPECT_EQ(document_.Child(document_.queries().FindNode(path)).matchName, info.matchName);
         names.push_back(info.matchName);
         const bool isGroup = info.nodeType == ZT_NODE_GROUP;
         EXPECT_EQ(handler.GetGroupChildren(path.ToString().c_str(), &children), isGroup ? 0u : 33u);
@@ -241,10 +242,10 @@ INSTANTIATE_TEST_SUITE_P(BothVersions, Nodes, testing::Bool(),
 
 TEST(DataPath, OutlineWithoutNodes) {
     const std::string text = Outline2("");
-    const std::unique_ptr<VkjsonDocument> read = ParseDocument(text, ParserChoice::kProbe);
-    EXPECT_EQ(FailureOf([&] { read->outline.FindNode(ParseDataPath("[0]")); }),
+    const OpenText read(text, ParserChoice::kProbe);
+    EXPECT_EQ(FailureOf([&] { read.Find("[0]"); }),
               "33: Invalid node index, 0 child nodes present for node at path item :1. Input index : 0.");
-    EXPECT_EQ(read->outline.ChildrenOf(nullptr).Size(), 0u);
+    EXPECT_EQ(read.index().ChildrenOf(kRootNode).count, 0u);
 }
 
 }  // namespace zentor_test

@@ -7,9 +7,7 @@
 #include <string>
 
 #include "failure.h"
-#include "reader/data_path.h"
-#include "reader/node_records.h"
-#include "reader/parser.h"
+#include "open_text.h"
 
 namespace zentor_test {
 
@@ -111,24 +109,24 @@ inline void ExpectFailure(std::string text, ParserChoice choice, const std::stri
 }
 
 // Asks for everything about the nodes below the path and compares the ways to each; returns how many there are.
-inline std::size_t WalkNodes(const zentor::Outline& outline,
+inline std::size_t WalkNodes(const OpenText& document,
                              const ZT_DataPath& path = zentor::ParseDataPath("[\"dataOutline\"]")) {
-    const zentor::JsonValue& nodes = outline.ChildrenOf(outline.FindNode(path));
-    std::size_t count = nodes.Size();
-    for (zentor::JsonSize i = 0; i < nodes.Size(); ++i) {
-        const ZT_GroupChildInfo info = zentor::GroupChildInfoOf(&nodes[i]);
+    const zentor::DocumentQueries& queries = document.queries();
+    const zentor::OutlineIndex::Children nodes = document.index().ChildrenOf(queries.FindNode(path));
+    std::size_t count = nodes.count;
+    for (std::uint64_t i = 0; i < nodes.count; ++i) {
+        const zentor::NodeNumber node = nodes.first + i;
+        const ZT_GroupChildInfo info = document.Child(node);
         ZT_DataPath child = path;
         child.items.push_back({info.matchName, -1});
-        EXPECT_TRUE(info.matchName.empty() || outline.FindNode(child) == &nodes[i]);
-        child.items.back().index = i;
-        EXPECT_EQ(outline.FindNode(child), &nodes[i]);
+        EXPECT_TRUE(info.matchName.empty() || queries.FindNode(child) == node);
+        child.items.back().index = static_cast<std::int64_t>(i);
+        EXPECT_EQ(queries.FindNode(child), node);
         if (info.nodeType == ZT_NODE_GROUP) {
-            count += WalkNodes(outline, child);
+            count += WalkNodes(document, child);
         } else {
             const bool isStatic = info.nodeType == ZT_NODE_STATIC;
-            EXPECT_EQ(isStatic ? zentor::StaticDataInfoOf(&nodes[i]).matchName
-                               : zentor::DynamicDataInfoOf(&nodes[i]).matchName,
-                      info.matchName);
+            EXPECT_EQ(isStatic ? document.Static(node).matchName : document.Dynamic(node).matchName, info.matchName);
         }
     }
     return count;

@@ -8,7 +8,7 @@
 #include "model/dynamic_string.h"
 #include "model/node_factories.h"
 #include "model_call.h"
-#include "reader/parser.h"
+#include "open_text.h"
 #include "written_document.h"
 
 namespace zentor_test {
@@ -466,10 +466,8 @@ TEST(DynamicNode, LongSetsAreWrittenAsShortOnes) {
     for (const char* value : {"first", longText.c_str(), "last"}) ASSERT_EQ(text.Add(0, 1, value), 0U);
     EXPECT_EQ(document.Write(), 1U);
     const std::string written = document.Text();
-    const auto parsed = Parsed(written);
-    const auto read = [&](const char* id) {
-        return parsed->samples.FindRange(written, id, *parsed->timeForm, {0, 1}, {86399, 1}).ReadAll();
-    };
+    const OpenText parsed(written, ParserChoice::kVersion2);
+    const auto read = [&](const char* id) { return parsed.Samples(id); };
     const std::vector<ZT_Sample> numbers = read("d");
     ASSERT_EQ(numbers.size(), std::size_t{kSamples});
     for (int k = 0; k < kSamples; ++k) {

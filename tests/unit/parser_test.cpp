@@ -61,7 +61,7 @@ std::string WithIgnored(const std::string& value) {
 // What a number in a document is read as.
 double NumberFrom(const std::string& text) {
     const std::string document = Outline2(StaticNode("n", R"("number",)" + kNumberProperties, text));
-    return boost::get<double>(StaticDataInfoOf(&ParseDocument(document, kV2)->outline.TopLevelNodes()[0]).value);
+    return boost::get<double>(OpenText(document, kV2).Static(0).value);
 }
 
 }  // namespace
@@ -266,9 +266,9 @@ TEST(Parser, EscapesInStrings) {
     for (const auto& [raw, text] : cases) {
         const std::string document = Replaced(Document2(), R"("creator":"me")", "\"creator\":\"" + raw + "\"");
         const std::string outline = Replaced(document, "Speed", raw);
-        const std::unique_ptr<VkjsonDocument> read = ParseDocument(outline, kV2);
+        const OpenText read(outline, kV2);
         EXPECT_EQ(read->info.creator, text);
-        EXPECT_EQ(GroupChildInfoOf(&read->outline.TopLevelNodes()[0]).displayName, text);
+        EXPECT_EQ(read.Child(read.Find("[0]")).displayName, text);
     }
     // Names of properties are strings, too.
     ExpectFailure(Replaced(Document2(), "\"interpolation\"", R"("inter\u0070olation")"), kV2, "");
@@ -301,9 +301,10 @@ TEST(Parser, SamplesAreSkippedByTheirSquareBrackets) {
     }
     ExpectFailure(Replaced(Document2(), "[a]", "a[b") + "@", kV2, InvalidJson("\"dataDynamicSamples\""));
     ExpectFailure(Replaced(Document2(), R"(,"creator")", R"(@x,"creator")"), kV2, NoComma("dataDynamicSamples"));
-    const std::unique_ptr<VkjsonDocument> read = ParseDocument(Document2(), kV2);
+    const std::string text = Document2();
+    const OpenText read(text, kV2);
     EXPECT_EQ(read->info.creator, "me");
-    EXPECT_EQ(read->outline.TopLevelNodes().Size(), 4u);
+    EXPECT_EQ(read.index().ChildrenOf(kRootNode).count, 4u);
 }
 
 TEST(Parser, BracketsAreCountedLikeOneByOne) {

@@ -91,25 +91,24 @@ std::string Show(const std::vector<ZT_Sample>& samples) {
 // An open document, and what queries of it give: samples, or a failure. Exactly its bytes, on the heap.
 class Opened {
 public:
-    explicit Opened(const std::string& text)
-        : bytes_(text.begin(), text.end()), document_(ParseDocument(View(), kProbe)) {}
+    explicit Opened(const std::string& text) : bytes_(text.begin(), text.end()), document_(View(), kProbe) {}
 
     std::vector<ZT_Sample> Between(ZT_Time start, ZT_Time end, const std::string& id = "s") const {
-        return document_->samples.FindRange(View(), id, *document_->timeForm, start, end).ReadAll();
+        return document_.Samples(id, start, end);
     }
     std::vector<ZT_Sample> At(ZT_Time time, const std::string& id = "s") const {
-        return document_->samples.FindLatest(View(), id, *document_->timeForm, time).ReadAll();
+        return document_.queries().SampleAt(document_.NodeOfSet(id), time).ReadAll();
     }
     std::string SpanOf(const std::string& id) const {
-        const auto span = document_->samples.FindTimeSpan(View(), id, *document_->timeForm);
-        return span ? span->first + " " + span->last : "none";
+        const ZT_DynamicDataInfo info = document_.Dynamic(document_.NodeOfSet(id));
+        return info.firstSampleTime.empty() ? "none" : info.firstSampleTime + " " + info.lastSampleTime;
     }
 
 private:
     std::string_view View() const { return {bytes_.data(), bytes_.size()}; }
 
     std::vector<char> bytes_;
-    std::unique_ptr<VkjsonDocument> document_;
+    OpenText document_;
 };
 
 std::string Answer(const Opened& document, ZT_Time start, ZT_Time end, const std::string& id = "s") {

@@ -1,11 +1,26 @@
 #include "util/file_mapper.h"
 
+#include <errno.h>
 #include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
+
 namespace zentor {
+
+namespace {
+
+using Stamp = std::array<std::int64_t, 5>;
+
+Stamp StampOf(const struct stat& info) {
+    return {info.st_size, info.st_mtim.tv_sec, info.st_mtim.tv_nsec, info.st_ctim.tv_sec, info.st_ctim.tv_nsec};
+}
+
+int Descriptor(os::FileHandle file) { return static_cast<int>(file); }
+
+}  // namespace
 
 MapResult FileMapper::Map(const std::string& path) {
     Unmap();
@@ -28,6 +43,7 @@ MapResult FileMapper::Map(const std::string& path) {
             start_ = static_cast<const char*>(view);
             size_ = size;
             file_ = static_cast<os::FileHandle>(descriptor);
+            stamp_ = StampOf(info);
             return result;
         }
     }
@@ -35,18 +51,39 @@ MapResult FileMapper::Map(const std::string& path) {
     return result;
 }
 
-bool FileMapper::HasShrunk() const {
+void FileMapper::Pass(std::size_t offset) const {
+    const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+    if (start_ != nullptr) madvise(const_cast<char*>(start_), offset / page * page, MADV_DONTNEED);
+}
+
+void FileMapper::EndMapping() {
+    if (start_ != nullptr) munmap(const_cast<char*>(start_), size_);
+    start_ = nullptr;
+}
+
+bool FileMapper::ReadAt(std::uint64_t offset, char* to, std::size_t count) const {
+    constexpr std::size_t kMostAtOnce = std::size_t{1} << 30;
+    if (offset > size_ || count > size_ - offset) return false;
+    while (count != 0) {
+        const ssize_t done =
+            pread(Descriptor(file_), to, std::min(count, kMostAtOnce), static_cast<off_t>(offset));
+        if (done < 0 && errno == EINTR) continue;
+        if (done <= 0) return false;
+        to += done;
+        offset += static_cast<std::uint64_t>(done);
+        count -= static_cast<std::size_t>(done);
+    }
+    return true;
+}
+
+bool FileMapper::HasChanged() const {
     struct stat info;
-    if (file_ == os::kNoFile || fstat(static_cast<int>(file_), &info) != 0) return false;
-    return static_cast<std::uint64_t>(info.st_size) < size_;
+    return file_ != os::kNoFile && (fstat(Descriptor(file_), &info) != 0 || StampOf(info) != stamp_);
 }
 
 void FileMapper::Unmap() {
-    if (start_ != nullptr) {
-        munmap(const_cast<char*>(start_), size_);
-        close(static_cast<int>(file_));
-    }
-    start_ = nullptr;
+    EndMapping();
+    if (file_ != os::kNoFile) close(Descriptor(file_));
     size_ = 0;
     file_ = os::kNoFile;
 }

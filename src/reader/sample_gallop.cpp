@@ -1,0 +1,108 @@
+#include "reader/sample_gallop.h"
+
+#include <algorithm>
+
+#include "reader/sample_set.h"
+#include "reader/schema_words.h"
+#include "util/json_cursor.h"
+
+namespace zentor {
+
+namespace {
+
+// Records of one set, as far as their times tell.
+class Records {
+public:
+    // False when there is no record at `start`.
+    bool Begin(std::string_view bytes, std::size_t start) {
+        bytes_ = bytes;
+        start_ = start;
+        JsonCursor cursor(bytes, start + kRecordStart.size() - 1);
+        RawString time;
+        if (!bytes.substr(start).starts_with(kRecordStart) || !cursor.TakeString(time)) return false;
+        timeWidth_ = time.text.size();
+        cursor.MoveTo(start);
+        cursor.SkipValue();
+        width_ = cursor.Offset() - start;
+        most_ = (bytes.size() - start) / (width_ + 1);
+        return true;
+    }
+
+    // Behind the last record: the first place that does not hold one which comes after the one before.
+    std::size_t End() const {
+        std::size_t last = 0;  // known to be one
+        std::size_t beyond = 1;
+        while (IsRecordAfter(beyond, last)) {
+            last = beyond;
+            beyond *= 2;
+        }
+        while (beyond - last > 1) {
+            const std::size_t middle = last + (beyond - last) / 2;
+            if (IsRecordAfter(middle, last)) {
+                last = middle;
+            } else {
+                beyond = middle;
+            }
+        }
+        return start_ + last * (width_ + 1) + width_;
+    }
+
+private:
+    // Records of a set that comes later may stand in the same steps. Their times begin anew.
+    bool IsRecordAfter(std::size_t index, std::size_t other) const {
+        if (index >= most_) return false;
+        const std::size_t at = start_ + index * (width_ + 1);
+        return bytes_[at - 1] == ',' && bytes_.substr(at).starts_with(kRecordStart) && TimeAt(index) >= TimeAt(other);
+    }
+    std::string_view TimeAt(std::size_t index) const {
+        return bytes_.substr(start_ + index * (width_ + 1) + kRecordStart.size(), timeWidth_);
+    }
+
+    std::string_view bytes_;
+    std::size_t start_ = 0;
+    std::size_t timeWidth_ = 0;
+    std::size_t width_ = 0;
+    std::size_t most_ = 0;
+};
+
+bool TakeKey(JsonCursor& cursor, std::string_view expected) {
+    RawString key;
+    cursor.SkipWhiteSpace();
+    if (!cursor.TakeString(key) || key.text != expected) return false;
+    cursor.SkipWhiteSpace();
+    if (!cursor.Skip(':')) return false;
+    cursor.SkipWhiteSpace();
+    return true;
+}
+
+bool TakeSet(JsonCursor& cursor) {
+    RawString id;
+    cursor.SkipWhiteSpace();
+    if (!cursor.Skip('{') || !TakeKey(cursor, words::kSampleSetId) || !cursor.TakeString(id)) return false;
+    cursor.SkipWhiteSpace();
+    if (!cursor.Skip(',') || !TakeKey(cursor, words::kSamples) || !cursor.Skip('[')) return false;
+    Records records;
+    if (cursor.AtEnd()) return false;
+    if (cursor.Peek() != ']') {
+        if (!records.Begin(cursor.Bytes(), cursor.Offset())) return false;
+        cursor.MoveTo(records.End());
+    }
+    return cursor.Skip(']') && cursor.Skip('}');
+}
+
+}  // namespace
+
+std::optional<std::size_t> GallopOverSamples(std::string_view bytes, std::size_t begin) {
+    JsonCursor cursor(bytes, begin);
+    cursor.Skip('[');
+    cursor.SkipWhiteSpace();
+    if (cursor.Skip(']')) return cursor.Offset();
+    for (;;) {
+        if (!TakeSet(cursor)) return std::nullopt;
+        cursor.SkipWhiteSpace();
+        if (cursor.Skip(']')) return cursor.Offset();
+        if (!cursor.Skip(',')) return std::nullopt;
+    }
+}
+
+}  // namespace zentor

@@ -1,0 +1,43 @@
+// The samples that a query asks for.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <vector>
+
+#include "reader/sample_reader.h"
+#include "zentor/records.h"
+
+namespace zentor {
+
+// Numbers of records, up to the second one.
+struct RecordSpan {
+    std::uint64_t begin = 0;
+    std::uint64_t end = 0;
+
+    std::uint64_t Count() const { return end - begin; }
+};
+
+// Samples of one set in the order in which a query wants them: two spans of them in the order of the records, or both
+// backwards.
+class SampleRange {
+public:
+    SampleRange(SampleReader reader, const std::array<RecordSpan, 2>& spans, bool isReversed);
+
+    std::uint64_t Count() const { return spans_[0].Count() + spans_[1].Count(); }
+    // The sample at a place in the range. Codes 5, 34, 39.
+    void Read(std::uint64_t place, ZT_Sample& sample) {
+        if (isReversed_) place = Count() - 1 - place;
+        const std::uint64_t inFirst = spans_[0].Count();
+        reader_.Read(place < inFirst ? spans_[0].begin + place : spans_[1].begin + place - inFirst, sample);
+    }
+    // All of them. Codes 5, 34, 39.
+    std::vector<ZT_Sample> ReadAll();
+
+private:
+    SampleReader reader_;
+    std::array<RecordSpan, 2> spans_;
+    bool isReversed_;
+};
+
+}  // namespace zentor
