@@ -53,10 +53,12 @@ constexpr ZT_PluginCallbacks kLoading = [] {
 
 }  // namespace
 
-Library::Library(const std::string& locale) {
+Library::Library(const std::string& locale, bool privateCopy) {
     suite_.addFormat = [](void* list, const char* extension, const char* displayName) {
         static_cast<Converters*>(list)->formats.push_back({extension, displayName});
     };
+    options_.privateCopy = privateCopy ? 1 : 0;
+    extensions_.options = &options_;
     suite_.extensions = &extensions_;
     suite_.localizedMessage = &TakeMessage;
     suite_.reportError = &TakeReport;

@@ -89,7 +89,7 @@ struct Converters {
 // The manager, for as long as a command runs.
 class Library {
 public:
-    explicit Library(const std::string& locale);
+    Library(const std::string& locale, bool privateCopy);
     ~Library();
     Library(const Library&) = delete;
     Library& operator=(const Library&) = delete;
@@ -101,6 +101,9 @@ public:
     // Throws a failure of the library's own that the command has found first.
     [[noreturn]] void Fail(std::uint32_t code, const char* key);
 
+    // Whether documents that are opened from now on are read to their last sample.
+    void SetCheckSamples(bool check) { options_.checkSamples = check ? 1 : 0; }
+
     // `load`: whether each module that can be used is loaded, too.
     Converters ListConverters(bool load = false);
 
@@ -109,6 +112,7 @@ private:
     static void TakeReport(void* library, std::uint32_t code, const char* message, std::int64_t extra1,
                            std::int64_t extra2);
 
+    ZT_HostOptions options_{};
     ZT_HostExtensions extensions_{};
     ZT_HostSuite suite_{};
     IZentor* manager_ = nullptr;

@@ -35,6 +35,7 @@ void AddCommonOptions(CLI::App& app, CommonOptions& common) {
     app.add_flag("--json", common.json, "Print the result as JSON");
     app.add_flag("--quiet", common.quiet, "Show no progress and no summary");
     app.add_option("--locale", common.locale, "Language of messages, e.g. en_US");
+    app.add_flag("--private-copy", common.privateCopy, "Read documents from a copy that nobody else can change");
     app.set_version_flag("--version", "zentor " ZENTOR_VERSION);
     app.require_subcommand(1);
     app.fallthrough();
@@ -126,7 +127,7 @@ int Run(std::vector<std::string> arguments) {
         return app.exit(error) == 0 ? 0 : kWrongUsage;
     }
     try {
-        Library library(given.common.locale);
+        Library library(given.common.locale, given.common.privateCopy);
         const bool isGood = chosen(library);
         FlushOutput();
         return isGood ? 0 : kFailed;

@@ -138,7 +138,8 @@ private:
         Require(answer.samples.size() <= 1);
         if (!isInOrder_) return;
         const QueryTime at = form_.At(time.value, time.scale);
-        const auto after = std::find_if(times_.begin(), times_.end(), [&](const auto& sample) { return sample->Get() > at; });
+        const auto after =
+            std::find_if(times_.begin(), times_.end(), [&](const auto& sample) { return sample->Get() > at; });
         const bool isThere = after != times_.begin();
         Answer expected = AnswerOf([&] {
             std::vector<ZT_Sample> samples;

@@ -15,6 +15,7 @@ struct CommonOptions {
     bool json = false;
     bool quiet = false;
     std::string locale = "en_US";
+    bool privateCopy = false;
 };
 
 struct ConvertOptions {

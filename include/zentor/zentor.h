@@ -60,6 +60,7 @@ typedef struct ZT_FileInfoCallbacks ZT_FileInfoCallbacks;
 typedef struct ZT_VideoSyncCallbacks ZT_VideoSyncCallbacks;
 typedef struct ZT_DataTypeCallbacks ZT_DataTypeCallbacks;
 typedef struct ZT_PluginCallbacks ZT_PluginCallbacks;
+typedef struct ZT_HostOptions ZT_HostOptions;
 typedef struct ZT_HostExtensions ZT_HostExtensions;
 typedef struct ZT_HostSuite ZT_HostSuite;
 typedef struct ZT_LibraryCallbacks ZT_LibraryCallbacks;
@@ -189,9 +190,9 @@ struct ZT_DataTypeCallbacks {
     void (*addArrayDisplayName)(void* handle, uint64_t index, const char* text, uint64_t length);
 };
 
-// Hands over the plug-in modules that were found (of the extensions, slot 9), in the order in which they are asked: each folder and its
-// problems, then the modules that were found there, each with its converters, and these with their extensions and
-// signatures.
+// Hands over the plug-in modules that were found (of the extensions, slot 9), in the order in which they are asked:
+// each folder and its problems, then the modules that were found there, each with its converters, and these with their
+// extensions and signatures.
 struct ZT_PluginCallbacks {
     uint32_t size ZT_OWN_SIZE(ZT_PluginCallbacks);
     // Where modules are looked for, whether there is such a folder or not: the folders of the environment variable
@@ -217,10 +218,25 @@ struct ZT_PluginCallbacks {
     void (*setLoadResult)(void* listContext, uint32_t code, const char* message, const char* diagnosis);
 };
 
+// How the library works for this host. Read at the beginning of each operation; 0 is the default of each.
+struct ZT_HostOptions {
+    uint32_t size ZT_OWN_SIZE(ZT_HostOptions);
+    // 1: OpenFile copies a document that is not open yet to the folder for temporary files first, and all queries read
+    // the copy, so that it does not matter what others do to the file afterwards. Codes 14 and 15 (no such folder or
+    // file), 21 (no room).
+    uint8_t privateCopy;
+    // 1: OpenFile, of a document that is not open yet, and ConvertFile with `validate` read every sample: its form,
+    // time and value, and that no time is before the one in front of it. Code 39 with the offset of the first sample
+    // that is wrong, 36. Otherwise what is wrong within a set of samples is met by the query that reads it.
+    uint8_t checkSamples;
+    uint8_t reserved[2];  // 0
+};
+
 // What hosts can have beyond results (slot 9).
 struct ZT_HostExtensions {
     uint32_t size ZT_OWN_SIZE(ZT_HostExtensions);
     const ZT_PluginCallbacks* plugins;
+    const ZT_HostOptions* options;
 };
 
 struct ZT_HostSuite {

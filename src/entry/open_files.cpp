@@ -18,7 +18,7 @@ struct OpenedDocument {
     std::unique_ptr<SensorFileHandlerImpl> handler;
 };
 
-OpenedDocument OpenDocument(const InputFile& input, const std::string& outputPath) {
+OpenedDocument OpenDocument(const InputFile& input, const std::string& outputPath, const ReadOptions& options) {
     OpenedDocument opened;
     std::shared_ptr<DocumentRecord> record = PrepareInput(input, outputPath);
     const bool isConverted = record->isTemporary;
@@ -26,7 +26,7 @@ OpenedDocument OpenDocument(const InputFile& input, const std::string& outputPat
         // Before it is mapped: a mapped file cannot be renamed everywhere.
         opened.placement = std::make_unique<OutputPlacement>(record, outputPath);
     }
-    opened.handler = std::make_unique<SensorFileHandlerImpl>(input.path, std::move(record), ReadOptions());
+    opened.handler = std::make_unique<SensorFileHandlerImpl>(input.path, std::move(record), options);
     if (!isConverted && !outputPath.empty() && !File_IO::IsSameFile(input.path, outputPath)) {
         opened.placement = std::make_unique<OutputPlacement>(CopyBeside(input.path, outputPath), outputPath);
     }
@@ -72,7 +72,7 @@ private:
     std::multiset<std::string>::iterator output_;
 };
 
-ISensorFileHandler* OpenFiles::Open(const InputFile& input, const std::string& outputPath) {
+ISensorFileHandler* OpenFiles::Open(const InputFile& input, const std::string& outputPath, const ReadOptions& options) {
     const FileKey key = KeyOfInput(input.path);
     std::unique_lock lock(mutex_);
     reservationsChanged_.wait(lock, [&] { return !IsBusy(key, outputPath); });
@@ -80,7 +80,7 @@ ISensorFileHandler* OpenFiles::Open(const InputFile& input, const std::string& o
     if (open == nullptr) {
         if (!outputPath.empty() && IsOpenDocument(outputPath)) RefuseOutput();
         const Reservation reservation(*this, lock, key, outputPath);
-        OpenedDocument opened = OpenDocument(input, outputPath);
+        OpenedDocument opened = OpenDocument(input, outputPath, options);
         const FileKey document = KeyOfDocument(opened.handler->DocumentPath());
         lock.lock();
         ISensorFileHandler* const handler = Add(key, document, std::move(opened.handler));

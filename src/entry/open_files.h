@@ -21,7 +21,7 @@ public:
     // The handler of an input, opened now or before, whatever path with the same extension leads to it; `outputPath` is
     // absolute or empty. Codes of PrepareInput, CheckOutput, CopyBeside, OutputPlacement and SensorFileHandlerImpl; 7
     // when the output is an open document.
-    ISensorFileHandler* Open(const InputFile& input, const std::string& outputPath);
+    ISensorFileHandler* Open(const InputFile& input, const std::string& outputPath, const ReadOptions& options);
     // Gives one use back; true when it was the last. Codes 1 (the last one, while a query of the handler is calling
     // this thread), 26, 27.
     bool Close(const ISensorFileHandler* handler);

@@ -2,10 +2,20 @@
 
 #include "conversion/input_checks.h"
 #include "errors/host_boundary.h"
+#include "errors/host_tables.h"
 #include "errors/raise.h"
 #include "util/file_io.h"
 
 namespace zentor {
+
+namespace {
+
+ReadOptions HostReadOptions() {
+    const ZT_HostOptions options = ReadHostOptions();
+    return {options.privateCopy != 0, options.checkSamples != 0};
+}
+
+}  // namespace
 
 ZT_Result ZentorImpl::OpenFile(ISensorFileHandler** handler, const char* inputPath, const char* outputPath) noexcept {
     return RunOperation(this, [&] {
@@ -17,7 +27,7 @@ ZT_Result ZentorImpl::OpenFile(ISensorFileHandler** handler, const char* inputPa
             CheckInputFilePath(outputPath);
             output = File_IO::ResolveLinks(File_IO::AbsolutePath(outputPath));
         }
-        *handler = openFiles_.Open(input, output);
+        *handler = openFiles_.Open(input, output, HostReadOptions());
     });
 }
 
@@ -33,8 +43,9 @@ ZT_Result ZentorImpl::ConvertFile(IVkjsonStream** stream, const char* inputPath,
         if (stream == nullptr) Raise(kInvalidPointer, Quoted("IZentor"));
         *stream = nullptr;
         const InputFile input = CheckInput(inputPath);
+        const ReadOptions options{false, HostReadOptions().checkSamples};
         std::shared_ptr<DocumentRecord> record = PrepareInput(input, {});
-        if (validate != 0) SensorFileHandlerImpl(input.path, record, ReadOptions());
+        if (validate != 0) SensorFileHandlerImpl(input.path, record, options);
         *stream = driver_.MakeStream(std::move(record), input.path);
     });
 }

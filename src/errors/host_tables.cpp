@@ -16,4 +16,6 @@ ZT_HostExtensions ReadHostExtensions() noexcept {
     return ReadHostTable(suite == nullptr ? nullptr : suite->extensions);
 }
 
+ZT_HostOptions ReadHostOptions() noexcept { return ReadHostTable(ReadHostExtensions().options); }
+
 }  // namespace zentor

@@ -31,5 +31,6 @@ struct HostTables {
 HostTables ReadHostTables() noexcept;
 // The extensions of the suite.
 ZT_HostExtensions ReadHostExtensions() noexcept;
+ZT_HostOptions ReadHostOptions() noexcept;
 
 }  // namespace zentor

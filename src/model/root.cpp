@@ -20,9 +20,7 @@ VkjsonRootImpl::VkjsonRootImpl(std::uint64_t streamId, std::string_view creator)
     Stream().root = this;
 }
 
-VkjsonRootImpl::~VkjsonRootImpl() {
-    Stream().root = nullptr;
-}
+VkjsonRootImpl::~VkjsonRootImpl() { Stream().root = nullptr; }
 
 std::uint32_t VkjsonRootImpl::WriteDocument(ZT_ErrorRecord* error) noexcept {
     bool written = false;

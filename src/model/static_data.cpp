@@ -145,8 +145,7 @@ void VkjsonStaticDataNumArrImpl::SetRanges(const double* minima, const double* m
                                            ZT_ErrorRecord* error) noexcept {
     RunForClient(error, [&] {
         if (count != array_.values.size()) throw ZT_PluginException(ZT_RANGE_COUNT);
-        if ((minima == nullptr || maxima == nullptr) && count != 0)
-            throw ZT_PluginException(ZT_NULL_ARGUMENT);
+        if ((minima == nullptr || maxima == nullptr) && count != 0) throw ZT_PluginException(ZT_NULL_ARGUMENT);
         std::vector<MinMax> ranges;
         for (std::uint64_t k = 0; k < count; ++k) {
             ranges.push_back(CheckedRange(minima[k], maxima[k], array_.values[k]));

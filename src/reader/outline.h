@@ -21,7 +21,8 @@ namespace zentor {
 // What one node says; the values are valid.
 class NodeValues {
 public:
-    explicit NodeValues(const DocumentBytes& bytes) : window_(bytes, kUsualNode), pool_(memory_.data(), memory_.size()) {}
+    explicit NodeValues(const DocumentBytes& bytes)
+        : window_(bytes, kUsualNode), pool_(memory_.data(), memory_.size()) {}
 
     bool IsRoot() const { return bytes_.empty(); }
     ZT_NodeType type() const { return type_; }

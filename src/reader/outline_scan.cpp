@@ -293,9 +293,14 @@ private:
     }
 
     bool TypeWord(Type& type) {
-        static constexpr std::array<std::string_view, 8> kWords = {
-            "",           words::kNumber,       words::kString,       words::kBoolean,
-            words::kNumberArray, words::kNumberString, words::kPaddedString, words::kNumberStringArray};
+        static constexpr std::array<std::string_view, 8> kWords = {"",
+                                                                   words::kNumber,
+                                                                   words::kString,
+                                                                   words::kBoolean,
+                                                                   words::kNumberArray,
+                                                                   words::kNumberString,
+                                                                   words::kPaddedString,
+                                                                   words::kNumberStringArray};
         std::string_view text;
         if (!String(text)) return false;
         for (std::size_t k = 1; k < kWords.size(); ++k) {
@@ -468,7 +473,8 @@ private:
         const bool hasDuration = (node.keys & Bit(kDuration)) != 0;
         if (others != kNeeded || flags == 0 || flags == kFlags || (node.hasFrequency && !hasDuration)) return false;
         const Type type = node.dataType.type;
-        if (type != Type::kNumberString && type != Type::kPaddedString && type != Type::kNumberStringArray) return false;
+        if (type != Type::kNumberString && type != Type::kPaddedString && type != Type::kNumberStringArray)
+            return false;
         if (!contents_.ids.Add(node.sampleSetId, contents_.sets.size())) return false;
         node.dataType.set.id = node.sampleSetId;
         contents_.sets.push_back(std::move(node.dataType.set));

@@ -56,8 +56,7 @@ std::uint32_t WholeOrZero(double number) {
 
 std::string_view NameOf(TopLevelKey key) { return kNames[static_cast<std::size_t>(key)]; }
 
-std::unique_ptr<VkjsonDocument> ParseDocument(std::string_view bytes, ParserChoice choice,
-                                              const PassedOffset& passed) {
+std::unique_ptr<VkjsonDocument> ParseDocument(std::string_view bytes, ParserChoice choice, const PassedOffset& passed) {
     if (choice == ParserChoice::kProbe) {
         choice = IsVersion2(JsonCursor(bytes)) ? ParserChoice::kVersion2 : ParserChoice::kVersion1;
     }

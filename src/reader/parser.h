@@ -10,9 +10,9 @@
 #include <optional>
 #include <string_view>
 
-#include "util/json_cursor.h"
 #include "reader/value_checks.h"
 #include "reader/vkjson_document.h"
+#include "util/json_cursor.h"
 
 namespace zentor {
 
@@ -23,8 +23,8 @@ using PassedOffset = std::function<void(std::size_t)>;
 
 // Reads the document in `bytes`. Every fault of the document is a ZT_Exception with its byte offset as first detail:
 // codes 28 to 32, 37, 39 to 44, 46, 47, 49; 34.
-std::unique_ptr<VkjsonDocument> ParseDocument(std::string_view bytes, ParserChoice choice,
-                                              const PassedOffset& passed = [](std::size_t) {});
+std::unique_ptr<VkjsonDocument> ParseDocument(
+    std::string_view bytes, ParserChoice choice, const PassedOffset& passed = [](std::size_t) {});
 
 // What a document can have at its top.
 enum class TopLevelKey {

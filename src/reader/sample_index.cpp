@@ -5,8 +5,8 @@
 
 #include "errors/raise.h"
 #include "reader/bracket_search.h"
-#include "util/json_cursor.h"
 #include "reader/schema_words.h"
+#include "util/json_cursor.h"
 
 namespace zentor {
 
@@ -65,7 +65,8 @@ private:
         RawString id;
         const std::int64_t offset = Offset();
         if (!cursor_.TakeString(id)) Raise({kMissingRequiredProperties, offset}, words::kSampleSetId);
-        const std::uint64_t* const number = id.hasBackslash ? outline_.ids.Find(id.Decoded()) : outline_.ids.Find(id.text);
+        const std::uint64_t* const number =
+            id.hasBackslash ? outline_.ids.Find(id.Decoded()) : outline_.ids.Find(id.text);
         if (number == nullptr) Raise({kDynamicNodeNotPresent, offset}, Excerpt(id.Decoded()));
         SampleSet& set = outline_.sets[*number];
         if (seen_[*number]) RaiseSetData(set, static_cast<std::size_t>(offset));

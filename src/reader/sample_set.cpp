@@ -21,8 +21,8 @@ std::uint64_t CountOf(const JsonValue& object, std::string_view key) {
 
 std::uint64_t NumberWidth(const JsonValue& properties) {
     const JsonValue& pattern = *FindMember(properties, words::kPattern);
-    return zentor::NumberWidth(FindMember(pattern, words::kIsSigned)->GetBool(), CountOf(pattern, words::kDigitsInteger),
-                               CountOf(pattern, words::kDigitsDecimal));
+    return zentor::NumberWidth(FindMember(pattern, words::kIsSigned)->GetBool(),
+                               CountOf(pattern, words::kDigitsInteger), CountOf(pattern, words::kDigitsDecimal));
 }
 
 }  // namespace
@@ -38,8 +38,8 @@ std::uint64_t SampleSet::ValueWidth() const {
         case SampleKind::kNumberArray:
             return Product(numberWidth + 1, arraySize) + 1;
         default:
-            return kPaddedStart.size() + lengthDigits + (place.hasQuotedLength ? 2 : 0) + kPaddedMiddle.size() + maxLength +
-                   kPaddedEnd.size();
+            return kPaddedStart.size() + lengthDigits + (place.hasQuotedLength ? 2 : 0) + kPaddedMiddle.size() +
+                   maxLength + kPaddedEnd.size();
     }
 }
 

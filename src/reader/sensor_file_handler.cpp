@@ -42,8 +42,7 @@ SensorFileHandlerImpl::SensorFileHandlerImpl(std::string inputPath, std::shared_
     : inputPath_(std::move(inputPath)),
       record_(std::move(record)),
       bytes_(record_->documentPath, options.privateCopy),
-      document_(ParseDocument(bytes_.bytes(),
-                              record_->isKnownVersion2 ? ParserChoice::kVersion2 : ParserChoice::kProbe,
+      document_(ParseDocument(bytes_.bytes(), record_->isKnownVersion2 ? ParserChoice::kVersion2 : ParserChoice::kProbe,
                               [this](std::size_t offset) { bytes_.Pass(offset); })),
       queries_(*document_, bytes_) {
     bytes_.EndOpening();

@@ -35,8 +35,8 @@ TimeSearch::TimeSearch(SampleReader& reader) : reader_(reader) {
 void TimeSearch::SplitRuns() {
     const Run whole = runs_[0];
     const Instant first = whole.first.Get();
-    const std::uint64_t anew = FindBetween({0, whole.records.end - 1, 0, 0}, 0,
-                                           [&](const Instant& time) { return time < first; });
+    const std::uint64_t anew =
+        FindBetween({0, whole.records.end - 1, 0, 0}, 0, [&](const Instant& time) { return time < first; });
     runs_[1] = {{anew, whole.records.end}, KeptTime(reader_.TimeOf(anew)), whole.last};
     runs_[0] = {{0, anew}, whole.first, KeptTime(reader_.TimeOf(anew - 1))};
 }
@@ -90,8 +90,8 @@ std::uint64_t TimeSearch::FindBetween(Bracket bracket, double target, IsPast&& i
         if (window.First() <= before + 1 && past <= window.End()) return FindInWindow(before + 1, past, isPast);
         const double share = (target - timeBefore) / (timePast - timeBefore);
         const bool isSteady = !halve && share >= 0 && share <= 1;  // of equal times it is no number
-        const auto steps = isSteady ? static_cast<std::uint64_t>(share * static_cast<double>(past - before))
-                                    : (past - before) / 2;
+        const auto steps =
+            isSteady ? static_cast<std::uint64_t>(share * static_cast<double>(past - before)) : (past - before) / 2;
         const std::uint64_t around = before + std::clamp<std::uint64_t>(steps, 1, past - before - 1);
         window.MoveAround(around, before + 1, past, kAround);
         const std::uint64_t first = window.First();
@@ -124,8 +124,7 @@ std::array<RecordSpan, 2> TimeSearch::FindRange(const QueryTime& from, const Que
 std::array<RecordSpan, 2> TimeSearch::FindLatest(const QueryTime& time) {
     const bool isInFirst = runs_[1].records.Count() == 0 || runs_[0].first.Get() <= time;
     const Run& run = runs_[isInFirst ? 0 : 1];
-    const std::uint64_t end =
-        FindFirst(run, Approximate(time), [&](const Instant& sample) { return sample > time; });
+    const std::uint64_t end = FindFirst(run, Approximate(time), [&](const Instant& sample) { return sample > time; });
     return {RecordSpan{end == run.records.begin ? end : end - 1, end}, RecordSpan{}};
 }
 

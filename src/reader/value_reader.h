@@ -7,8 +7,8 @@
 #include <utility>
 #include <vector>
 
-#include "util/json_cursor.h"
 #include "reader/json_value.h"
+#include "util/json_cursor.h"
 
 namespace zentor {
 

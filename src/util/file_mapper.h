@@ -31,7 +31,8 @@ public:
 
     // The pages before this offset may leave the process's memory; they come back when they are read again.
     void Pass(std::size_t offset) const;
-    // Where files that are mapped can be cut short, there are no bytes to look at any more; ReadAt and HasChanged go on.
+    // Where files that are mapped can be cut short, there are no bytes to look at any more; ReadAt and HasChanged go
+    // on.
     void EndMapping();
 
     // Copies bytes from a place in the file; false when they are not all there.

@@ -376,17 +376,3 @@ TEST(Open, TheNameAndTheFirstPropertyChooseTheVersion) {
     }
     TakeReports();
 }
-
-#if !defined(_WIN32)
-TEST(Open, AFileThatShrinksIsNoticed) {
-    const TestFolder folder;
-    Manager manager;
-    const std::string path = folder.Write("a.vkjson", kDocument);
-    OpenDocument document(manager, path);
-    TakeReports();
-    std::filesystem::resize_file(PathOf(path), 100);
-    ZT_GroupChildInfo info;
-    EXPECT_EQ(document->GetGroupChildInfo("[0]", &info), 5U);
-    EXPECT_EQ(OnlyReport(), "5 Unable to stat input file, probably file is corrupt.");
-}
-#endif

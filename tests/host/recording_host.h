@@ -41,9 +41,17 @@ inline void AddReport(void* context, std::uint32_t code, const char* message, st
     Reports().push_back({context, code, message, extra1, extra2});
 }
 
+// Options that tests change for a while.
+inline ZT_HostOptions& Options() {
+    static ZT_HostOptions options{};
+    return options;
+}
+
 inline const ZT_HostSuite& Suite() {
+    static const ZT_HostExtensions extensions{sizeof(ZT_HostExtensions), nullptr, &Options()};
     static const ZT_HostSuite suite = [] {
         ZT_HostSuite table{};
+        table.extensions = &extensions;
         table.addFormat = [](void* list, const char* extension, const char* displayName) {
             static_cast<std::vector<std::pair<std::string, std::string>>*>(list)->emplace_back(extension, displayName);
         };

@@ -106,7 +106,7 @@ TEST(Samples, FailedQueriesLeaveTheRecordEmptyAndHandNothingOver) {
     EXPECT_EQ(document->GetDynamicSampleClient("[0]", {4, 1}, &log), 39U);
     EXPECT_TRUE(log.empty());
     const auto offset = static_cast<std::int64_t>(text.find(R"({"time":"00:00:03:12")"));
-    const Report report = {&manager, 39, "Invalid sample value:sampleSetID:a/sample[2]", offset, -1};
+    const Report report = {&manager, 39, "Invalid sample value:\"sampleSetID:a/sample[2]\"", offset, -1};
     EXPECT_EQ(TakeReports(), std::vector<Report>(3, report));
     EXPECT_EQ(document->GetDynamicSample("[0]", {9, 1}, &samples), 0U);
     EXPECT_EQ(LogOf(samples), Log({"00:00:04:12|4|"}));

@@ -165,8 +165,7 @@ TEST_P(Nodes, DynamicRecords) {
     EXPECT_FALSE(other.hasExpectedFrequencyB);
     EXPECT_EQ(other.expectedMaxInterSampleDuration, "");
     EXPECT_EQ(Describe(other.dataType), StringType("paddedString"));
-    EXPECT_EQ(Describe(Dynamic("[2]").dataType),
-              ArrayType(isV2_ ? "numberStringArray" : "numberArray"));
+    EXPECT_EQ(Describe(Dynamic("[2]").dataType), ArrayType(isV2_ ? "numberStringArray" : "numberArray"));
 }
 
 TEST_P(Nodes, StaticRecords) {

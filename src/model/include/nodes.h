@@ -261,8 +261,8 @@ protected:
 // The root of a document.
 struct IVkjsonRoot_v1 {
     // slot 1: finishes the document. 1 when it was written, 0 when it had been finished, or had failed, before. After a
-    // failure it will not be written any more. A file failure with code c is reported as c + 1000. Codes 2001 (there are
-    // samples of a node that is not attached to a group of the document, whether the node is still there or not; a
+    // failure it will not be written any more. A file failure with code c is reported as c + 1000. Codes 2001 (there
+    // are samples of a node that is not attached to a group of the document, whether the node is still there or not; a
     // dynamic array without a size), 2002 (a static array without elements), and those of WriteHeader.
     virtual uint32_t WriteDocument(ZT_ErrorRecord* error) noexcept = 0;
     // slot 2: replaces the creator. Code 1505 for null.

@@ -65,8 +65,7 @@ bool FileMapper::ReadAt(std::uint64_t offset, char* to, std::size_t count) const
     constexpr std::size_t kMostAtOnce = std::size_t{1} << 30;
     if (offset > size_ || count > size_ - offset) return false;
     while (count != 0) {
-        const ssize_t done =
-            pread(Descriptor(file_), to, std::min(count, kMostAtOnce), static_cast<off_t>(offset));
+        const ssize_t done = pread(Descriptor(file_), to, std::min(count, kMostAtOnce), static_cast<off_t>(offset));
         if (done < 0 && errno == EINTR) continue;
         if (done <= 0) return false;
         to += done;
