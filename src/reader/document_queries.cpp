@@ -42,31 +42,40 @@ ZT_DynamicDataInfo DocumentQueries::DynamicDataInfo(NodeNumber node) const {
     return info;
 }
 
-SampleReader DocumentQueries::SamplesOf(NodeNumber node) const {
+std::shared_ptr<const KnownSamples> DocumentQueries::SamplesOf(NodeNumber node) const {
     const OutlineIndex& index = outline_.index();
     RequireType(index.TypeOf(node), ZT_NODE_DYNAMIC);
     const std::uint64_t number = index.DynamicNumber(node);
+    if (auto known = known_->Find(number)) return known;
     SampleSet set = outline_.SampleSetOf(bytes_, number);
     const SamplePlace place = document_.samples.PlaceOf(number);
     if (!document_.timeForm || place.state == SamplePlace::State::kNoData) Raise(kSamplesNotFound, Excerpt(set.id));
     if (place.state == SamplePlace::State::kPastEnd) {
         Raise({kInvalidSampleSetInfo, static_cast<std::int64_t>(place.start)}, Excerpt(set.id));
     }
-    return MakeSampleReader(bytes_, std::move(set), place, *document_.timeForm);
+    SampleReader reader = MakeSampleReader(bytes_, std::move(set), place, *document_.timeForm);
+    auto runs = FindRuns(reader);
+    auto found = std::make_shared<const KnownSamples>(KnownSamples{reader.set(), std::move(runs)});
+    known_->Keep(number, found);
+    return found;
 }
 
 SampleRange DocumentQueries::SamplesBetween(NodeNumber node, ZT_Time start, ZT_Time end) const {
-    SampleReader reader = SamplesOf(node);
+    const auto samples = SamplesOf(node);
+    const TimeForm& form = *document_.timeForm;
+    SampleReader reader(bytes_, samples->set, form);
     const bool isReversed = IsLater(start, end);
     if (isReversed) std::swap(start, end);
-    const TimeForm& form = *document_.timeForm;
-    const auto spans = TimeSearch(reader).FindRange(form.At(start.value, start.scale), form.At(end.value, end.scale));
+    const auto spans = TimeSearch(reader, samples->runs)
+                           .FindRange(form.At(start.value, start.scale), form.At(end.value, end.scale));
     return {std::move(reader), spans, isReversed};
 }
 
 SampleRange DocumentQueries::SampleAt(NodeNumber node, ZT_Time time) const {
-    SampleReader reader = SamplesOf(node);
-    const auto spans = TimeSearch(reader).FindLatest(document_.timeForm->At(time.value, time.scale));
+    const auto samples = SamplesOf(node);
+    SampleReader reader(bytes_, samples->set, *document_.timeForm);
+    const auto spans =
+        TimeSearch(reader, samples->runs).FindLatest(document_.timeForm->At(time.value, time.scale));
     return {std::move(reader), spans, false};
 }
 

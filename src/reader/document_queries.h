@@ -1,7 +1,10 @@
 // Answers what hosts ask of an open document.
 #pragma once
 
+#include <memory>
+
 #include "reader/document_bytes.h"
+#include "reader/known_samples.h"
 #include "reader/node_records.h"
 #include "reader/sample_range.h"
 #include "reader/vkjson_document.h"
@@ -47,11 +50,13 @@ public:
     void CheckSamples() const;
 
 private:
-    SampleReader SamplesOf(NodeNumber node) const;
+    // Where the samples of a node are; code 33 for a node of another kind.
+    std::shared_ptr<const KnownSamples> SamplesOf(NodeNumber node) const;
 
     const VkjsonDocument& document_;
     const Outline& outline_;
     const DocumentBytes& bytes_;
+    std::unique_ptr<KnownSampleSets> known_ = std::make_unique<KnownSampleSets>();
 };
 
 }  // namespace zentor

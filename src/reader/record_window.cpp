@@ -6,7 +6,7 @@ namespace zentor {
 
 namespace {
 
-constexpr std::size_t kAlong = std::size_t{1} << 17;
+constexpr std::size_t kAlong = std::size_t{1} << 15;
 
 }  // namespace
 

@@ -5,18 +5,11 @@
 #include <cstdint>
 #include <vector>
 
+#include "reader/known_samples.h"
 #include "reader/sample_reader.h"
 #include "zentor/records.h"
 
 namespace zentor {
-
-// Numbers of records, up to the second one.
-struct RecordSpan {
-    std::uint64_t begin = 0;
-    std::uint64_t end = 0;
-
-    std::uint64_t Count() const { return end - begin; }
-};
 
 // Samples of one set in the order in which a query wants them: two spans of them in the order of the records, or both
 // backwards.

@@ -25,6 +25,19 @@ bool Unquote(std::string_view& text) {
     return true;
 }
 
+// A number with nothing before or after it.
+bool ReadPaddedNumber(std::string_view text, double& number) {
+    const char* next = text.data();
+    const char* const end = next + text.size();
+    const bool isNegative = text.starts_with('-');
+    if (isNegative || text.starts_with('+')) ++next;
+    if (next == end || !(IsDigit(*next) || *next == '.')) return false;
+    while (end - next > 1 && *next == '0' && IsDigit(next[1])) ++next;  // the padding, which would take long
+    if (ParseNumber(next, end, number) != end) return false;
+    if (isNegative) number = -number;
+    return true;
+}
+
 }  // namespace
 
 void SampleReader::RaiseAt(const ErrorEntry& entry, std::uint64_t index) const {
@@ -51,12 +64,19 @@ SampleReader::Fault SampleReader::FaultOf(std::uint64_t index) {
     std::string_view record = window_.Record(index);
     const bool isLast = index + 1 == set_.count;
     const char next = record.back();
+    Instant time;
+    // Nearly all of them have the form of the first look.
+    const std::size_t afterTime = kRecordStart.size() + set_.timeWidth;
+    if (record.starts_with(kRecordStart) && record.substr(afterTime).starts_with(kRecordMiddle) &&
+        record[record.size() - 2] == kRecordEnd.front() && next == (isLast ? ']' : ',') &&
+        form_.ParseRecorded(record.substr(kRecordStart.size(), set_.timeWidth), time)) {
+        return Fault::kNone;
+    }
     record.remove_suffix(1);
     if (!record.ends_with(kRecordEnd) || next != (isLast ? ']' : ',')) return Fault::kForm;
     if (!Take(record, "{")) return Fault::kForm;
     if (!Take(record, "\"time\":")) return Fault::kNoTimeKey;
     if (!Take(record, "\"")) return Fault::kTime;
-    Instant time;
     if (!form_.ParseRecorded(record.substr(0, set_.timeWidth), time)) return Fault::kTime;
     record.remove_prefix(set_.timeWidth);
     if (!Take(record, "\",")) return Fault::kForm;
@@ -110,9 +130,7 @@ void SampleReader::Read(std::uint64_t index, ZT_Sample& sample) {
 
 double SampleReader::ReadNumber(std::uint64_t index, std::string_view quoted) const {
     double number = 0;
-    const bool isNumber = Unquote(quoted) && ParseNumber(quoted.data(), quoted.data() + quoted.size(), number) ==
-                                                 quoted.data() + quoted.size();
-    if (!isNumber) RaiseAt(kInvalidSampleValue, index);
+    if (!Unquote(quoted) || !ReadPaddedNumber(quoted, number)) RaiseAt(kInvalidSampleValue, index);
     return number;
 }
 
@@ -124,10 +142,11 @@ void SampleReader::ReadNumberArray(std::uint64_t index, std::string_view value, 
         if (!numbers.empty() && !Take(value, ",")) {
             RaiseAt(value.starts_with(']') ? kInvalidArrayCount : kInvalidSampleValue, index);
         }
-        const std::size_t end = value.find_first_of(",]");
+        std::size_t end = 0;
+        while (end != value.size() && value[end] != ',' && value[end] != ']') ++end;
         if (value.starts_with(']')) RaiseAt(kInvalidArrayCount, index);
         numbers.push_back(ReadNumber(index, value.substr(0, end)));
-        value.remove_prefix(std::min(end, value.size()));
+        value.remove_prefix(end);
     }
     if (value != "]") RaiseAt(kInvalidSampleValue, index);
 }

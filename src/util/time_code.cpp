@@ -74,22 +74,27 @@ struct Label {
     std::uint32_t frames = 0;
 };
 
-bool ReadLabel(std::string_view text, const FrameRate& rate, Label& label) {
-    if (text.size() != TimeCodeWidth(rate)) return false;
-    if (!TakeDecimal(text.substr(0, 2), label.hours) || !TakeDecimal(text.substr(3, 2), label.minutes) ||
-        !TakeDecimal(text.substr(6, 2), label.seconds) || !TakeDecimal(text.substr(9), label.frames)) {
-        return false;
-    }
-    return label.hours <= 23 && label.minutes <= 59 && label.seconds <= 59 && label.frames < NominalRate(rate);
+// Of a text that is as long as labels are.
+bool ReadLabel(std::string_view text, std::uint32_t nominalRate, Label& label) {
+    bool isGood = true;
+    const auto digit = [&](std::size_t at) {
+        const std::uint32_t value = static_cast<unsigned char>(text[at]) - std::uint32_t{'0'};
+        isGood = isGood && value <= 9;
+        return value;
+    };
+    const auto two = [&](std::size_t at) { return digit(at) * 10 + digit(at + 1); };
+    label = {two(0), two(3), two(6), two(9)};
+    if (text.size() > 11) label.frames = label.frames * 10 + digit(11);
+    return isGood && label.hours <= 23 && label.minutes <= 59 && label.seconds <= 59 && label.frames < nominalRate;
 }
 
 bool IsLeftOut(const Label& label, const FrameRate& rate) {
     return label.seconds == 0 && label.minutes % 10 != 0 && label.frames < CountsOf(rate).dropped;
 }
 
-std::int64_t FrameOfLabel(const Label& label, const FrameRate& rate) {
+std::int64_t FrameOfLabel(const Label& label, const FrameRate& rate, std::uint32_t nominalRate) {
     const std::int64_t seconds = (std::int64_t{label.hours} * 60 + label.minutes) * 60 + label.seconds;
-    return FrameOfNumber(seconds * NominalRate(rate) + label.frames, rate);
+    return FrameOfNumber(seconds * nominalRate + label.frames, rate);
 }
 
 }  // namespace
@@ -173,15 +178,17 @@ char* FormatTimeCode(std::int64_t frame, const FrameRate& rate, char* out) {
 
 bool ParseTimeCode(std::string_view text, const FrameRate& rate, std::int64_t& frame) {
     Label label;
-    if (!ReadLabel(text, rate, label) || (rate.dropFrame && IsLeftOut(label, rate))) return false;
-    frame = FrameOfLabel(label, rate);
+    const std::uint32_t nominal = NominalRate(rate);
+    if (text.size() != TimeCodeWidth(rate) || !ReadLabel(text, nominal, label)) return false;
+    if (rate.dropFrame && IsLeftOut(label, rate)) return false;
+    frame = FrameOfLabel(label, rate, nominal);
     return true;
 }
 
-bool ParseTimeCodeLabel(std::string_view text, const FrameRate& rate, std::int64_t& frame) {
+bool TimeCodeReader::Read(std::string_view text, std::int64_t& frame) const {
     Label label;
-    if (!ReadLabel(text, rate, label)) return false;
-    frame = FrameOfLabel(label, rate);
+    if (text.size() != width_ || !ReadLabel(text, nominal_, label)) return false;
+    frame = FrameOfLabel(label, rate_, nominal_);
     return true;
 }
 

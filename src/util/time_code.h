@@ -53,9 +53,22 @@ char* FormatTimeCode(std::int64_t frame, const FrameRate& rate, char* out);
 // False for a text that is no time code of this rate, or names a frame that is dropped. Any byte may separate the
 // numbers: many write a semicolon before the frames when they are counted with drop frame.
 bool ParseTimeCode(std::string_view text, const FrameRate& rate, std::int64_t& frame);
-// The same, where a label that drop frame leaves out names the frame that counting gives: that of a label shortly
-// before it.
-bool ParseTimeCodeLabel(std::string_view text, const FrameRate& rate, std::int64_t& frame);
+
+// Reads many time codes of one rate. A label that drop frame leaves out names the frame that counting gives: that of a
+// label shortly before it.
+class TimeCodeReader {
+public:
+    explicit TimeCodeReader(const FrameRate& rate)
+        : rate_(rate), width_(TimeCodeWidth(rate)), nominal_(NominalRate(rate)) {}
+
+    // False for a text that is no time code of this rate.
+    bool Read(std::string_view text, std::int64_t& frame) const;
+
+private:
+    FrameRate rate_;
+    std::size_t width_;
+    std::uint32_t nominal_;
+};
 
 // When a frame begins: exact where that fits, else a time a little later, at which that frame of a day is still shown
 // at rates from 1 to 1000 frames a second.

@@ -36,10 +36,9 @@ bool TimeForm::Parse(std::string_view text, Instant& instant) const {
 }
 
 bool TimeForm::ParseRecorded(std::string_view text, Instant& instant) const {
-    const FrameRate* const rate = Rate();
-    if (rate == nullptr) return Parse(text, instant);
+    if (!recorded_) return Parse(text, instant);
     instant.decimals = {};
-    return ParseTimeCodeLabel(text, *rate, instant.whole);
+    return recorded_->Read(text, instant.whole);
 }
 
 bool TimeForm::ParseForDocument(std::string_view text, Instant& instant) const {

@@ -4,6 +4,7 @@
 #include <boost/variant.hpp>
 #include <compare>
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 #include "util/time_code.h"
@@ -36,7 +37,7 @@ public:
         bool isGmt;
     };
 
-    explicit TimeForm(const FrameRate& rate) : form_(rate) {}
+    explicit TimeForm(const FrameRate& rate) : form_(rate), recorded_(rate) {}
     explicit TimeForm(const Utc& utc) : form_(utc) {}
 
     // The rate of time codes; null for the other form.
@@ -72,6 +73,7 @@ public:
 
 private:
     boost::variant<FrameRate, Utc> form_;
+    std::optional<TimeCodeReader> recorded_;  // of time codes
 };
 
 std::strong_ordering operator<=>(const Instant& instant, const QueryTime& time);

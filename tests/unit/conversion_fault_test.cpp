@@ -254,10 +254,10 @@ TEST(OpeningFaults, PrivateCopies) {
     const TestFolder folder;
     const auto record = std::make_shared<DocumentRecord>();
     record->documentPath = folder.Write("in.vkjson", kDocumentWithSamples);
-    const std::map<std::string, std::string> codes = {{"File_IO::GetTempFile", "14: "},
-                                                      {"File_IO::Open", "15: "},
-                                                      {"File_IO::Write", "21: "},
-                                                      {"File_IO::Close", "21: "}};
+    const std::map<std::string, std::set<std::string>> codes = {{"File_IO::GetTempFile", {"14", "15"}},
+                                                                {"File_IO::Open", {"15"}},
+                                                                {"File_IO::Write", {"21"}},
+                                                                {"File_IO::Close", {"21"}}};
     std::set<std::string> failed;
     for (int n = 1;; ++n) {
         std::string failure;
@@ -272,7 +272,7 @@ TEST(OpeningFaults, PrivateCopies) {
             break;
         }
         if (codes.contains(struck)) {
-            EXPECT_TRUE(failure.starts_with(codes.at(struck))) << struck << ' ' << failure;
+            EXPECT_TRUE(codes.at(struck).contains(failure.substr(0, 2))) << struck << ' ' << failure;
             failed.insert(struck);
         }
     }
