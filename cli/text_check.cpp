@@ -1,6 +1,7 @@
 #include "text_check.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <string_view>
 
 #include "util/file_mapper.h"
@@ -10,16 +11,25 @@ namespace zentor_cli {
 
 namespace {
 
-constexpr bool NeedsEscape(char c) { return (c >= '\0' && c < ' ') || c == '\\'; }
+constexpr bool NeedsEscape(char c) { return static_cast<unsigned char>(c) < ' ' || c == '\\'; }
 
-std::size_t FindUnescaped(std::string_view text) {
+// From an offset on. What has been looked at may leave memory.
+std::size_t FindUnescaped(const zentor::FileMapper& file, std::size_t begin) {
     constexpr std::size_t kBlock = 4096;
-    for (std::size_t begin = 0; begin < text.size(); begin += kBlock) {
+    constexpr std::size_t kPassedAtOnce = std::size_t{32} << 20;
+    const std::string_view text = file.bytes();
+    for (std::size_t end = begin + kPassedAtOnce; begin < text.size(); begin += kBlock) {
+        if (begin >= end) {
+            file.Pass(begin);
+            end += kPassedAtOnce;
+        }
         const std::string_view block = text.substr(begin, kBlock);
         // Without a way out of the loop, so that it is done for many bytes at once.
-        bool found = false;
-        for (const char c : block) found = found | NeedsEscape(c);
-        if (found) {
+        std::uint8_t found = 0;
+        for (const char c : block) {
+            found = static_cast<std::uint8_t>(found | (static_cast<unsigned char>(c) < ' ') | (c == '\\'));
+        }
+        if (found != 0) {
             return begin +
                    static_cast<std::size_t>(std::find_if(block.begin(), block.end(), &NeedsEscape) - block.begin());
         }
@@ -46,14 +56,15 @@ std::size_t EscapeLength(std::string_view text) {
 }
 
 // The first character that a document cannot hold as it is.
-std::size_t FindFault(std::string_view document) {
+std::size_t FindFault(const zentor::FileMapper& file) {
+    const std::string_view document = file.bytes();
     const bool mayEscape = !IsOfBuiltInConverter(document);
     for (std::size_t begin = 0;;) {
-        const std::size_t found = FindUnescaped(document.substr(begin));
+        const std::size_t found = FindUnescaped(file, begin);
         if (found == std::string_view::npos) return found;
-        const std::size_t escape = mayEscape ? EscapeLength(document.substr(begin + found)) : 0;
-        if (escape == 0) return begin + found;
-        begin += found + escape;
+        const std::size_t escape = mayEscape ? EscapeLength(document.substr(found)) : 0;
+        if (escape == 0) return found;
+        begin = found + escape;
     }
 }
 
@@ -67,7 +78,7 @@ void CheckTexts(Stream& stream, const std::string& inputPath) {
     if (file.Map(stream->DocumentPath()) != zentor::MapResult::kMapped) {
         throw LibraryFailure("the document cannot be read back");
     }
-    const std::size_t at = FindFault(file.bytes());
+    const std::size_t at = FindFault(file);
     if (at == std::string_view::npos) return;
     const char* const what = file.bytes()[at] == '\\' ? "backslash" : "control character";
     throw LibraryFailure(std::string("the document is not valid: a text has a ") + what + " (at byte " +
