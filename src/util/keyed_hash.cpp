@@ -54,11 +54,11 @@ struct State {
 
 }  // namespace
 
-KeyedHash::KeyedHash() : key0_(RandomWord()), key1_(RandomWord()) {}
-
 std::uint64_t KeyedHash::operator()(std::string_view text) const {
-    State state{key0_ ^ 0x736F6D6570736575u, key1_ ^ 0x646F72616E646F6Du, key0_ ^ 0x6C7967656E657261u,
-                key1_ ^ 0x7465646279746573u};
+    static const std::uint64_t key0 = RandomWord();
+    static const std::uint64_t key1 = RandomWord();
+    State state{key0 ^ 0x736F6D6570736575u, key1 ^ 0x646F72616E646F6Du, key0 ^ 0x6C7967656E657261u,
+                key1 ^ 0x7465646279746573u};
     const std::size_t whole = text.size() & ~std::size_t{7};
     for (std::size_t at = 0; at < whole; at += 8) state.Take(Word(text.data() + at, 8));
     state.Take(std::uint64_t{text.size()} << 56 | Word(text.data() + whole, text.size() - whole));
