@@ -195,7 +195,7 @@ void TakeResults(ZT_HostSuite& suite) {
 }
 
 Document::Document(Library& library, const std::string& path) : library_(library) {
-    library.Check(library.manager().OpenFile(&handler_, path.c_str(), nullptr));
+    library.Take([&] { return library.manager().OpenFile(&handler_, path.c_str(), nullptr); });
 }
 
 FileInfo Document::Info() const {

@@ -103,7 +103,7 @@ Converters Library::ListConverters(bool load) {
 }
 
 Stream::Stream(Library& library, const std::string& inputPath, bool validate) : library_(library) {
-    library.Check(library.manager().ConvertFile(&stream_, inputPath.c_str(), validate ? 1 : 0));
+    library.Take([&] { return library.manager().ConvertFile(&stream_, inputPath.c_str(), validate ? 1 : 0); });
 }
 
 }  // namespace zentor_cli

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "util/console.h"
 #include "zentor/zentor.h"
 
 namespace zentor_cli {
@@ -100,6 +101,18 @@ public:
     void Check(ZT_Result result) const;
     // Throws a failure of the library's own that the command has found first.
     [[noreturn]] void Fail(std::uint32_t code, const char* key);
+
+    // Lets the library work at `call` while the command writes nothing. An input that cannot be opened makes it say so
+    // on standard output, where results belong; the failure is reported, too.
+    template <class Call>
+    void Take(Call&& call) {
+        ZT_Result result = ZT_OK;
+        {
+            const zentor::os::OutputAside aside;
+            result = call();
+        }
+        Check(result);
+    }
 
     // Whether documents that are opened from now on are read to their last sample.
     void SetCheckSamples(bool check) { options_.checkSamples = check ? 1 : 0; }

@@ -24,4 +24,17 @@ void IgnoreBrokenPipes();
 // Lets bytes go to standard output as they are.
 void SetBinaryOutput();
 
+// While it lives, what anybody writes to the process's standard output goes nowhere; the program itself writes nothing
+// in that time. Without a descriptor to spare, or without standard output, it changes nothing.
+class OutputAside {
+public:
+    OutputAside();
+    ~OutputAside();
+    OutputAside(const OutputAside&) = delete;
+    OutputAside& operator=(const OutputAside&) = delete;
+
+private:
+    int kept_ = -1;  // a descriptor of the standard output
+};
+
 }  // namespace zentor::os

@@ -56,6 +56,15 @@ expect 0 '[{"extension":"bvh","displayName":"Biovision Hierarchy"},{"extension":
 expect 0 "~^zentor [0-9]+\.[0-9]+\.[0-9]+$" "" --version
 expect 0 "~convert.*formats|formats.*convert" "" --help
 
+# What the library itself says on standard output is no result.
+cp table.csv unreadable.csv
+chmod 000 unreadable.csv
+if [ ! -r unreadable.csv ]; then
+  expect 1 "" "~^zentor: error " convert unreadable.csv -o -
+  expect 1 "" "~^zentor: error " info unreadable.csv --json
+fi
+rm -f unreadable.csv
+
 expect 0 "~^table\.vkjson \([0-9]+ bytes\)$" "" convert table.csv
 cp table.vkjson expected
 expect 0 "~^take\.2\.vkjson " "" convert take.2.csv

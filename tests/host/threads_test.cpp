@@ -83,6 +83,44 @@ std::uint32_t LastCode() {
 
 }  // namespace
 
+// The first who ask a group for a child by name, or a node for samples, find out for the others.
+TEST(Threads, AskOneDocumentForTheFirstTimeAtOnce) {
+    const TestFolder folder;
+    IZentor* manager = CreateManager();
+    ASSERT_NE(manager, nullptr);
+    std::string table = "a,b,c\n";
+    for (int row = 0; row < 300; ++row) table += "1,2," + std::to_string(row) + "\n";
+    const std::string path = folder.Write("table.csv", table);
+    const std::string capture = folder.Write("c.bvh", "HIERARCHY\nROOT Hips\n{\nOFFSET 0 0 0\nCHANNELS 1 Xposition\n}\n"
+                                                      "MOTION\nFrames: 3\nFrame Time: 0.04\n1\n2\n3\n");
+    std::atomic<int> wrong{0};
+    for (int round = 0; round < kRounds / 4; ++round) {
+        ISensorFileHandler* document = nullptr;
+        ISensorFileHandler* motion = nullptr;
+        ASSERT_EQ(manager->OpenFile(&document, path.c_str(), nullptr), 0U);
+        ASSERT_EQ(manager->OpenFile(&motion, capture.c_str(), nullptr), 0U);
+        InThreads([&](int thread) {
+            ZT_StaticDataInfo info;
+            DynamicDataSampleSet samples;
+            for (int k = 0; k < 4; ++k) {
+                // The third of the columns, each of which is a group and 300 values.
+                const int row = (k * 7 + thread) % 300;
+                const std::string name = "[\"data602\"][\"data" + std::to_string(603 + row) + "\"]";
+                const bool isRight = document->GetStaticDataInfo(name.c_str(), &info) == 0 &&
+                                     boost::get<double>(info.value) == row;
+                if (!isRight) ++wrong;
+                if (motion->GetDynamicSamples("[0][1]", {0, 1}, {1, 1}, &samples) != 0 || samples.samples.size() != 3) {
+                    ++wrong;
+                }
+            }
+        });
+        manager->CloseFile(&document);
+        manager->CloseFile(&motion);
+    }
+    EXPECT_EQ(wrong, 0);
+    DestroyZentor_1(&manager, nullptr);
+}
+
 TEST(Threads, SameAndDifferentFiles) {
     reports = 0;
     const TestFolder folder;

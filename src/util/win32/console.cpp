@@ -99,4 +99,23 @@ void IgnoreBrokenPipes() {}  // they fail anyway
 
 void SetBinaryOutput() { _setmode(_fileno(stdout), _O_BINARY); }
 
+// The library uses the same C runtime, and with it the same descriptors.
+OutputAside::OutputAside() {
+    std::fflush(stdout);
+    const int output = _fileno(stdout);
+    if (output < 0) return;
+    const int nowhere = _open("NUL", _O_WRONLY | _O_NOINHERIT);
+    if (nowhere < 0) return;
+    kept_ = _dup(output);
+    if (kept_ >= 0) _dup2(nowhere, output);
+    _close(nowhere);
+}
+
+OutputAside::~OutputAside() {
+    if (kept_ < 0) return;
+    std::fflush(stdout);
+    _dup2(kept_, _fileno(stdout));
+    _close(kept_);
+}
+
 }  // namespace zentor::os
