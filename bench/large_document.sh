@@ -3,7 +3,7 @@
 # middle and at the end of each node with what was written. Prints how many were compared, and fails when one differs.
 # Usage: large_document.sh NATIVE_BUILD_DIR WINDOWS_BUILD_DIR
 #   NATIVE_BUILD_DIR, WINDOWS_BUILD_DIR   the build folders of the presets, with the bench_* programs
-#   BENCH_DIR      where the document and its copy go (default TMPDIR, else /var/tmp): a disk
+#   BENCH_DIR      where the document goes (default TMPDIR, else /var/tmp): a disk
 #   BENCH_SAMPLES  samples of the document (default 60000000)
 set -euo pipefail
 
@@ -19,8 +19,8 @@ fail() {
     exit 1
 }
 
-# A sample takes 74 bytes. While a document is open, its samples are there a second time, in a temporary file.
-needed=$((samples * 2 * 74 / 1000000 + 100))
+# A sample takes 74 bytes.
+needed=$((samples * 74 / 1000000 + 100))
 available=$(($(df --output=avail -B 1000000 "$folder" | tail -n 1)))
 echo "free space in $folder: $available MB, needed: $needed MB"
 ((available >= needed)) || fail "set BENCH_DIR to a folder with more free space"

@@ -37,7 +37,8 @@ public:
     PeakSampler& operator=(const PeakSampler&) = delete;
 
     void Stop() { m_stopped = true; }
-    void Print() const { std::printf("private_kib %ld\n", std::max<long>(m_peak, PrivateKib())); }
+    long Peak() const { return std::max<long>(m_peak, PrivateKib()); }
+    void Print() const { std::printf("private_kib %ld\n", Peak()); }
 
 private:
     void Watch() {

@@ -47,7 +47,8 @@ for ((run = 1; run <= runs; ++run)); do
     done
 done
 
-declare -A bounds=([rapidjson]=1.0 [simdjson]=0.7)
+# To RapidJSON: of samples nothing but their end is looked for, an outline is read whole.
+declare -A bounds=([whole]=0.02 [tenth]=0.2 [flat]=1.0 [grouped]=1.0)
 for document in "${documents[@]}"; do
     bytes=$(wc -c <"$work/$document.vkjson")
     awk -v document="$document" -v bytes="$bytes" -v runs=$runs 'BEGIN {
@@ -58,30 +59,23 @@ for document in "${documents[@]}"; do
         cpu=$(median "$document.$program.cpu_seconds")
         wall_ratio=$(ratio "$(median "$document.zentor.wall_seconds")" "$wall")
         bound=
-        [[ $document != whole && $document != tenth ]] || bound=${bounds[$program]:-}
-        printf '%-12s %9.3f %9.3f %9.2f %9.2f%s\n' "$program" "$wall" "$cpu" "$wall_ratio" \
+        [[ $program != rapidjson ]] || bound=${bounds[$document]}
+        printf '%-12s %9.4f %9.4f %9.4f %9.4f%s\n' "$program" "$wall" "$cpu" "$wall_ratio" \
             "$(ratio "$(median "$document.zentor.cpu_seconds")" "$cpu")" \
             "${bound:+  bound $bound: $(within "$wall_ratio" "$bound")}"
     done
-    # All but the samples; in documents of static nodes that is everything.
-    outline=$bytes
-    [[ $document != whole && $document != tenth ]] ||
-        outline=$(tail -c 65536 "$work/$document.vkjson" | sed 's/.*"dataOutline"//' | wc -c)
-    kib=$(median "$document.zentor.private_kib")
-    bound=$((32 * 1024 + 8 * outline / 1024))
-    echo "zentor private memory: $kib KiB; bound 32 MiB + 8 x outline of $outline bytes: $bound KiB: $(within "$kib" $bound)"
+    for figure in "peak 64" "kept 32"; do
+        read -r name per_node <<<"$figure"
+        kib=$(median "$document.zentor.${name}_kib")
+        bound=$((1024 + per_node * nodes / 1024))
+        [[ $document != whole && $document != tenth ]] || bound=1024
+        echo "zentor's private memory, $name: $kib KiB; bound $bound KiB: $(within "$kib" $bound)"
+    done
 done
 
 echo
-for program in zentor rapidjson; do
-    awk -v program=$program -v tenth="$(median tenth.$program.wall_seconds)" \
-        -v whole="$(median whole.$program.wall_seconds)" -v tenth_samples=$((samples / 10)) \
-        -v whole_samples="$samples" 'BEGIN {
-            tenth *= 1e9 / tenth_samples
-            whole *= 1e9 / whole_samples
-            printf "%s per sample: %.1f ns (tenth), %.1f ns (whole), whole to tenth %.3f\n",
-                program, tenth, whole, whole / tenth }'
-done
+wall_ratio=$(ratio "$(median whole.zentor.wall_seconds)" "$(median tenth.zentor.wall_seconds)")
+printf 'opening ten times the samples takes %.2f times as long; bound 1.2: %s\n' "$wall_ratio" "$(within "$wall_ratio" 1.2)"
 
 # sample_query FIGURE LABEL DECIMALS WORDS VERDICT: a line for one query and what there is to say of its bound.
 sample_query() {
@@ -106,5 +100,7 @@ for query in static_data_by_index static_data_by_name child_info_by_index child_
     for document in grouped thousands flat; do
         printf ' %9.2f' "$(median "$document.query.${query}_microseconds")"
     done
-    echo
+    bound=4
+    [[ $query != *by_name ]] || bound=6
+    echo "  bound of the last $bound: $(within "$(median "flat.query.${query}_microseconds")" $bound)"
 done

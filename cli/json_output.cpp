@@ -1,5 +1,7 @@
 #include "json_output.h"
 
+#include <algorithm>
+
 #include "standard_output.h"
 #include "text_output.h"
 #include "util/utf_codec.h"
@@ -23,6 +25,11 @@ void JsonOutput::EndArray() {
 }
 
 void JsonOutput::Value(std::string_view text) {
+    const bool isAscii = std::none_of(text.begin(), text.end(), [](char c) { return static_cast<signed char>(c) < 0; });
+    if (isAscii) {
+        writer_.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
+        return;
+    }
     const std::string valid = zentor::Utf16ToUtf8(zentor::Utf8ToUtf16(text));
     writer_.String(valid.data(), static_cast<rapidjson::SizeType>(valid.size()));
 }

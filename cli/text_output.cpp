@@ -25,7 +25,19 @@ std::string NumbersText(std::span<const double> values) {
     return text;
 }
 
-std::string Printable(std::string_view text) {
+namespace {
+
+// The beginning of a long text that does not end within a character.
+std::string_view FirstPiece(std::string_view text) {
+    constexpr std::size_t kPiece = 65536;
+    constexpr std::size_t kLongestCharacter = 4;
+    if (text.size() <= kPiece) return text;
+    std::size_t end = kPiece;
+    while (end > kPiece - kLongestCharacter && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80) --end;
+    return text.substr(0, end);
+}
+
+std::string PrintablePiece(std::string_view text) {
     std::u16string shown;
     for (const char16_t unit : zentor::Utf8ToUtf16(text)) {
         if (!IsControl(unit)) {
@@ -40,6 +52,17 @@ std::string Printable(std::string_view text) {
     return zentor::Utf16ToUtf8(shown);
 }
 
+}  // namespace
+
+std::string Printable(std::string_view text) {
+    std::string shown;
+    for (std::string_view piece = FirstPiece(text); !text.empty(); piece = FirstPiece(text)) {
+        shown += PrintablePiece(piece);
+        text.remove_prefix(piece.size());
+    }
+    return shown;
+}
+
 std::string Padded(std::string text, std::size_t width) {
     if (text.size() < width) text.append(width - text.size(), ' ');
     return text;
@@ -47,6 +70,15 @@ std::string Padded(std::string text, std::size_t width) {
 
 void PrintField(const std::string& name, const std::string& value) {
     WriteOutput(Padded(name + ":", 22) + ' ' + value + '\n');
+}
+
+void PrintTextField(const std::string& name, std::string_view text) {
+    WriteOutput(Padded(name + ":", 22) + ' ');
+    for (std::string_view piece = FirstPiece(text); !text.empty(); piece = FirstPiece(text)) {
+        WriteOutput(PrintablePiece(piece));
+        text.remove_prefix(piece.size());
+    }
+    WriteOutput("\n");
 }
 
 }  // namespace zentor_cli

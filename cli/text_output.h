@@ -22,5 +22,7 @@ std::string Padded(std::string text, std::size_t width);
 
 // A line of a result: the name, a colon, blanks and the value.
 void PrintField(const std::string& name, const std::string& value);
+// The same with a text of a document, made printable.
+void PrintTextField(const std::string& name, std::string_view text);
 
 }  // namespace zentor_cli

@@ -71,7 +71,7 @@ std::string Describe(const FileInfo& info) {
 
 void Print(const FileInfo& info, const Counts& counts, const std::vector<VideoSync>& videoSync) {
     PrintField("version", Printable(info.version));
-    PrintField("creator", Printable(info.creator));
+    PrintTextField("creator", info.creator);
     PrintField("time mode", Describe(info));
     PrintField("groups", std::to_string(counts.groups));
     PrintField("static nodes", std::to_string(counts.staticNodes));
