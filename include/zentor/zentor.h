@@ -312,10 +312,12 @@ protected:
 // A data path names one node of the outline: an item in brackets for each level, which is an index among the siblings
 // from 0 on, or a match name in double quotes: `[0]["data1"]`. It may begin with the root, `["dataOutline"]`, which
 // alone names the list of the top-level nodes. Looking a node up takes the same time whatever the number of its
-// siblings.
+// siblings, but for the first time that a group is asked for a child by name: then all names of the group are read.
 //
-// All queries fail with 1 for a null record or data path and for an empty data path, and with 5 when the file has
-// become shorter since it was opened (where the system allows that). Queries by data path fail with 33 for a path that
+// A query reads what it needs from the file. All of them but those of slots 7, 8, 17 and 18, which are answered from
+// memory, fail with 5 when the file has been written to or otherwise changed since it was opened; an option of the host
+// (`privateCopy`) makes them independent of the file. All fail with 1 for a null record or data path and for an empty
+// data path. Queries by data path fail with 33 for a path that
 // names no node of the right kind and with 45 for one without its closing bracket. Client forms fail with 21 without a
 // host suite.
 struct ISensorFileHandler {
@@ -333,14 +335,16 @@ struct ISensorFileHandler {
     //
     // Times of time codes count from 00:00:00:00, those of UTC from 1970-01-01T00:00:00Z. What a time string of the
     // document cannot say is cut off before the comparison: parts of a frame, decimals that the document does not have.
-    // A time after the last time code counts as that one. Code 1 also for a time with scale 0.
+    // A time after the last time code counts as that one. Where times begin anew, as those of a recording past midnight
+    // do, samples of either part that are in the range come, in the order of the document. A label that drop frame
+    // leaves out is the frame that counting gives. Code 1 also for a time with scale 0.
     //
     // Codes: 21 (no sample there), 34, 36 (by its description in the outline the set of samples ends past the end of
-    // the file), 38 (the node has no samples), 39 (a sample is malformed, or the first one is later than the last; the
-    // first detail is its byte offset).
+    // the file), 38 (the node has no samples), 39 (a sample is malformed; the first detail is its byte offset).
     virtual ZT_Result GetDynamicSamples(const char* dataPath, ZT_Time start, ZT_Time end,
                                         DynamicDataSampleSet* samples) noexcept = 0;
-    // slot 6: the latest sample at or before `time`; of several at one time, the last. Codes as for slot 5.
+    // slot 6: the latest sample at or before `time`; of several at one time, the last; where times begin anew, of the
+    // part whose times those are. Codes as for slot 5.
     virtual ZT_Result GetDynamicSample(const char* dataPath, ZT_Time time, DynamicDataSampleSet* samples) noexcept = 0;
     // slots 7 and 8
     virtual ZT_Result GetFileInfo(ZT_FileInfo* info) noexcept = 0;
@@ -380,8 +384,7 @@ struct IZentor {
     // Codes of the arguments and of conversion: those of ConvertFile; and 4, 7 (the output is not a file, cannot be
     // written, is the input, or is an open document), 58 (the output's folder does not exist), 15, 21, 22 (the
     // converted document cannot be put in the output's place), 34 (disk full), 55. Codes of the document: 5, 6, 21 (it
-    // cannot be mapped, or its samples cannot be copied to a temporary file), 14 and 15 (there can be no temporary
-    // file), 28 to 32, 37, 39 to 44, 46, 47, 49, 54.
+    // cannot be mapped), 28 to 32, 37, 39 to 44, 46, 47, 49, 54; of a private copy 14, 15 and 21.
     virtual ZT_Result OpenFile(ISensorFileHandler** handler, const char* inputPath,
                                const char* outputPath) noexcept = 0;
     // slot 1: gives back a handler that OpenFile returned. The last close of a document unmaps it, deletes it when it

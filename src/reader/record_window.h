@@ -15,7 +15,7 @@ class RecordWindow {
 public:
     // The set is in the document.
     RecordWindow(const DocumentBytes& bytes, const SampleSet& set)
-        : bytes_(&bytes), start_(set.place.start), stride_(set.RecordWidth() + 1), count_(set.count) {}
+        : bytes_(&bytes), start_(set.place.start), stride_(set.RecordWidth() + 1) {}
 
     // A record with the byte after it, valid until the next call of a function that may read. When the window does not
     // hold it, it is moved so that it begins or ends with the record, as the latest move went on. Codes 5, 34.
@@ -43,7 +43,6 @@ private:
     const DocumentBytes* bytes_;
     std::uint64_t start_;
     std::uint64_t stride_;
-    std::uint64_t count_;
     std::uint64_t from_ = 0;
     std::uint64_t to_ = 0;
     std::uint64_t first_ = 0;
