@@ -10,6 +10,8 @@ MappedDocument::MappedDocument(const std::string& path, bool privateCopy) {
     CopyMapped();
     file_.Unmap();
     Map(copy_.Path());
+    isPrivate_ = true;
+    copy_.DeleteName();
 }
 
 void MappedDocument::Map(const std::string& path) {
@@ -39,7 +41,7 @@ void MappedDocument::CopyMapped() {
 }
 
 void MappedDocument::CheckUnchanged() const {
-    if (file_.HasChanged()) Raise(kCorruptFile);
+    if (!isPrivate_ && file_.HasChanged()) Raise(kCorruptFile);
 }
 
 void MappedDocument::Read(std::uint64_t offset, char* to, std::size_t count) const {

@@ -33,6 +33,7 @@ private:
     void CopyMapped();
 
     TempFileHandler copy_;  // outlives its mapping
+    bool isPrivate_ = false;
     FileMapper file_;
 };
 

@@ -28,8 +28,13 @@ public:
         return true;
     }
 
-    // Behind the last record: the first place that does not hold one which comes after the one before.
-    std::size_t End() const {
+    // Behind the last record: the first place that does not hold one which comes after the one before. `usual`: how
+    // many there were in the set before this one, as there often are in all.
+    std::size_t End(std::size_t usual) const {
+        if (usual != 0 && IsRecordAfter(usual - 1, 0)) {
+            const std::size_t end = EndOf(usual - 1);
+            if (end != bytes_.size() && bytes_[end] == ']') return end;
+        }
         std::size_t last = 0;  // known to be one
         std::size_t beyond = 1;
         while (IsRecordAfter(beyond, last)) {
@@ -44,12 +49,16 @@ public:
                 beyond = middle;
             }
         }
-        return start_ + last * (width_ + 1) + width_;
+        return EndOf(last);
     }
+    std::size_t CountUpTo(std::size_t end) const { return (end - start_ + 1) / (width_ + 1); }
 
 private:
+    std::size_t EndOf(std::size_t index) const { return start_ + index * (width_ + 1) + width_; }
+
     // Records of a set that comes later may stand in the same steps. Their times begin anew.
     bool IsRecordAfter(std::size_t index, std::size_t other) const {
+        if (index == other) return true;
         if (index >= most_) return false;
         const std::size_t at = start_ + index * (width_ + 1);
         return bytes_[at - 1] == ',' && bytes_.substr(at).starts_with(kRecordStart) && TimeAt(index) >= TimeAt(other);
@@ -75,7 +84,8 @@ bool TakeKey(JsonCursor& cursor, std::string_view expected) {
     return true;
 }
 
-bool TakeSet(JsonCursor& cursor) {
+// `count`: of records in the set before, and in this one then.
+bool TakeSet(JsonCursor& cursor, std::size_t& count) {
     RawString id;
     cursor.SkipWhiteSpace();
     if (!cursor.Skip('{') || !TakeKey(cursor, words::kSampleSetId) || !cursor.TakeString(id)) return false;
@@ -85,7 +95,9 @@ bool TakeSet(JsonCursor& cursor) {
     if (cursor.AtEnd()) return false;
     if (cursor.Peek() != ']') {
         if (!records.Begin(cursor.Bytes(), cursor.Offset())) return false;
-        cursor.MoveTo(records.End());
+        const std::size_t end = records.End(count);
+        count = records.CountUpTo(end);
+        cursor.MoveTo(end);
     }
     return cursor.Skip(']') && cursor.Skip('}');
 }
@@ -97,8 +109,8 @@ std::optional<std::size_t> GallopOverSamples(std::string_view bytes, std::size_t
     cursor.Skip('[');
     cursor.SkipWhiteSpace();
     if (cursor.Skip(']')) return cursor.Offset();
-    for (;;) {
-        if (!TakeSet(cursor)) return std::nullopt;
+    for (std::size_t count = 0;;) {
+        if (!TakeSet(cursor, count)) return std::nullopt;
         cursor.SkipWhiteSpace();
         if (cursor.Skip(']')) return cursor.Offset();
         if (!cursor.Skip(',')) return std::nullopt;

@@ -37,6 +37,10 @@ void TempFileHandler::Close() {
     Run(kFailureWritingTempFile, [&] { File_IO::Close(file); });
 }
 
+void TempFileHandler::DeleteName() noexcept {
+    if (os::DeleteFileAt(path_) == os::Status::kOk) path_.clear();
+}
+
 void TempFileHandler::Discard() noexcept {
     if (file_ != kNoFile) os::CloseFile(file_);
     file_ = kNoFile;

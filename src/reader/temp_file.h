@@ -18,6 +18,9 @@ public:
     // Creates the file, empty and open for writing. Codes 14, 15.
     void Create();
     const std::string& Path() const { return path_; }
+    // Deletes the file as soon as possible: where the system allows it, its bytes stay for who has it open, and nothing
+    // stays behind however the process ends.
+    void DeleteName() noexcept;
     // Code 21.
     void Write(std::string_view bytes);
     // Closes the file; it stays until the handler goes. Code 21.

@@ -182,6 +182,10 @@ void JsonCursor::SkipValue() {
         RawString ignored;
         if (TakeString(ignored)) continue;
         if (AtEnd()) return;
+        if (Peek() == '"') {  // of a string that does not end
+            next_ = end_;
+            return;
+        }
         const char c = *next_++;
         if (c == '{' || c == '[') ++depth;
         if (c == '}' || c == ']') --depth;

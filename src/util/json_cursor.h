@@ -71,7 +71,7 @@ public:
     // Takes a JSON number; after a failure the cursor is at the byte that is wrong. A number too small for a double
     // is 0.
     NumberStatus TakeNumber(double& value);
-    // Goes past one value of a text that has been read before.
+    // Goes past one value of a text that has been read before; to the end of the bytes where they end within it.
     void SkipValue();
     // Goes past a number or a word, up to what can follow it.
     void SkipScalar() {
