@@ -18,6 +18,11 @@ s|csv|time,value\n00:00:01:00,plain\n00:00:01:01,"a, b"\n00:00:01:02,"a""b"\n00:
 s|json|[{"time":"00:00:01:00","value":"plain"},{"time":"00:00:01:01","value":"a, b"},{"time":"00:00:01:02","value":"a\\"b"},{"time":"00:00:01:03","value":"c\\nd"},{"time":"00:00:01:04","value":""},{"time":"00:00:01:05","value":"é\\u001B\xef\xbf\xbdfour"}]
 EOF
 expect 0 "00:00:01:00  1.5" "" samples shapes.vkjson '[0]' --to 1
+expect 0 "00:00:01:00  1.5" "" --private-copy samples shapes.vkjson '[0]' --to 1
+# Opening reads no samples; validating reads all of them.
+expect 0 "~^version" "" info shapes.vkjson
+expect 1 '~^shapes\.vkjson: error 39: Invalid sample value:"sampleSetID:w/sample\[1\]" \(at byte [0-9]+\)$' "" \
+  validate shapes.vkjson
 expect 0 '[{"time":"00:00:01:00","value":1.5}]' "" --json samples shapes.vkjson '["dataOutline"][0]' --to 1
 expect 0 '[{"time":"00:00:01:00","value":1.5}]' "" samples shapes.vkjson '[0]' --at 1 --json --format json
 expect 0 "~^time,value" "" samples shapes.vkjson '[0]' --format csv
