@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "document.h"
-#include "util/file_io.h"
+#include "files/file_io.h"
 
 namespace zentor_fuzz {
 

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "util/file_io.h"
+#include "files/file_io.h"
 
 namespace zentor {
 

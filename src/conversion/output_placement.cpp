@@ -4,7 +4,7 @@
 #include "errors/exception.h"
 #include "errors/last_exception.h"
 #include "errors/raise.h"
-#include "util/file_io.h"
+#include "files/file_io.h"
 
 namespace zentor {
 

@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "conversion/document_record.h"
+#include "files/document_record.h"
 
 namespace zentor {
 

@@ -5,10 +5,10 @@
 #include <memory>
 #include <string>
 
-#include "conversion/document_record.h"
 #include "conversion/open_documents.h"
+#include "files/document_record.h"
+#include "files/file_io.h"
 #include "model/shared_object_impl.h"
-#include "util/file_io.h"
 #include "zentor/zentor.h"
 
 namespace zentor {

@@ -6,7 +6,7 @@
 #include "conversion/output_placement.h"
 #include "errors/call_scope.h"
 #include "errors/raise.h"
-#include "util/file_io.h"
+#include "files/file_io.h"
 
 namespace zentor {
 

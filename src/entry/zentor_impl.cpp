@@ -4,7 +4,7 @@
 #include "errors/host_boundary.h"
 #include "errors/host_tables.h"
 #include "errors/raise.h"
-#include "util/file_io.h"
+#include "files/file_io.h"
 
 namespace zentor {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "errors/raise.h"
-#include "util/file_io.h"
+#include "files/file_io.h"
 
 namespace ZT_PLUGIN {
 

@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "conversion/document_record.h"
+#include "files/document_record.h"
 #include "model/shared_object_impl.h"
 #include "reader/document_queries.h"
 #include "reader/mapped_document.h"

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "util/file_io.h"
+#include "files/file_io.h"
 
 namespace zentor {
 

@@ -1,8 +1,8 @@
 // Data paths, and what they lead to.
 #include <sstream>
 
-#include "conversion/document_record.h"
 #include "documents.h"
+#include "files/document_record.h"
 #include "reader/sensor_file_handler.h"
 #include "test_folder.h"
 

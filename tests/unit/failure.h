@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "errors/exception.h"
-#include "util/file_io.h"
+#include "files/file_io.h"
 
 namespace zentor_test {
 

@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <array>
 #include <bit>
 #include <cmath>
 #include <cstdio>
@@ -13,7 +12,6 @@
 
 #include "failure.h"
 #include "util/number_text.h"
-#include "util/text_encoding.h"
 #include "util/utf_codec.h"
 
 namespace zentor_test {
@@ -23,12 +21,6 @@ using namespace zentor;
 namespace {
 
 constexpr double kLargest = std::numeric_limits<double>::max();
-
-constexpr const char* kBadUtf16LowText = "1: Bad UTF-16 - leading low surrogate";
-constexpr const char* kBadUtf16MissingText = "1: Bad UTF-16 - missing low surrogate";
-constexpr const char* kBadUnicodeText = "1: Incomplete Unicode at end of string";
-
-std::u16string Letters(std::size_t count) { return std::u16string(count, u'a'); }
 
 // The number's text, by way of the C library.
 std::string ReferenceText(double value) {
@@ -50,95 +42,6 @@ std::size_t ParsedLength(const std::string& text, double& value) {
 
 }  // namespace
 
-TEST(TextEncoding, CodePointsNeedTheirRoom) {
-    const std::pair<std::uint32_t, std::string> cases[] = {
-        {0, std::string(1, '\0')},     {0x7F, "\x7F"},           {0x80, "\xC2\x80"},
-        {0x7FF, "\xDF\xBF"},           {0x800, "\xE0\xA0\x80"},  {0xD7FF, "\xED\x9F\xBF"},
-        {0xE000, "\xEE\x80\x80"},      {0xFFFF, "\xEF\xBF\xBF"}, {0x10000, "\xF0\x90\x80\x80"},
-        {0x10FFFF, "\xF4\x8F\xBF\xBF"}};
-    for (const auto& [codePoint, bytes] : cases) {
-        std::string room(bytes.size(), '?');
-        EXPECT_EQ(EncodeCodePoint(codePoint, room), bytes.size()) << codePoint;
-        EXPECT_EQ(room, bytes);
-        std::string tooSmall(bytes.size() - 1, '?');
-        EXPECT_EQ(EncodeCodePoint(codePoint, tooSmall), 0u) << codePoint;
-        EXPECT_EQ(tooSmall, std::string(bytes.size() - 1, '?'));
-    }
-    char room[4];
-    for (const std::uint32_t bad : {0x110000u, 0xFFFFFFFFu}) {
-        EXPECT_EQ(FailureOf([&] { EncodeCodePoint(bad, room); }), "1: Bad UTF-32 - out of range.");
-    }
-    for (const std::uint32_t bad : {0xD800u, 0xDBFFu, 0xDC00u, 0xDFFFu}) {
-        EXPECT_EQ(FailureOf([&] { EncodeCodePoint(bad, room); }), "1: Bad UTF-32 - surrogate code point");
-    }
-}
-
-TEST(TextEncoding, BlocksEndBeforeWhatDoesNotFit) {
-    const std::tuple<std::u16string, std::size_t, std::size_t> cases[] = {
-        {u"", 0, 0},
-        {Letters(20000), 16384, 16384},
-        {Letters(16382) + u"\u00E9z", 16383, 16384},
-        {Letters(16383) + u"\u00E9z", 16383, 16383},
-        {Letters(16381) + u"\u20AC", 16382, 16384},
-        {Letters(16382) + u"\u20AC", 16382, 16382},
-        {Letters(16380) + u"\U0001F600", 16382, 16384},
-        {Letters(16381) + u"\U0001F600", 16381, 16381},
-        {u"ab\xD83D", 2, 2},                        // the rest of the pair may come with the next run
-        {Letters(16384) + u"\xDC00", 16384, 16384}  // behind a full block: the matter of the next one
-    };
-    for (const auto& [units, consumed, produced] : cases) {
-        std::array<char, kUtf8BlockSize> block;
-        Utf8Block done{77, 77};
-        EXPECT_EQ(FailureOf([&] { done = ConvertRun(units, block); }), "");
-        EXPECT_EQ(std::pair(done.unitsConsumed, done.bytesProduced), std::pair(consumed, produced)) << units.size();
-    }
-}
-
-TEST(TextEncoding, WholeTextsAcrossBlocks) {
-    // Every code point twice, so that blocks end within sequences of all lengths; the second pass starts elsewhere.
-    std::string utf8;
-    for (int pass = 0; pass < 2; ++pass, utf8 += "x") {
-        for (std::uint32_t codePoint = 0; codePoint <= kLargestCodePoint; ++codePoint) {
-            if (!IsHighSurrogate(codePoint) && !IsLowSurrogate(codePoint)) AppendUtf8(utf8, codePoint);
-        }
-    }
-    const std::u16string utf16 = Utf8ToUtf16(utf8);
-    EXPECT_EQ(utf16.size(), 2 * (0x10000 - 0x800 + 2 * 0x100000 + 1));
-    EXPECT_TRUE(Utf16ToUtf8(utf16) == utf8);
-    std::string checked = "old";
-    ConvertToUtf8(utf16, checked);
-    EXPECT_TRUE(checked == utf8);
-    ConvertToUtf8(u"", checked);
-    EXPECT_EQ(checked, "");
-}
-
-TEST(TextEncoding, FailuresLeaveWhatWasConverted) {
-    const std::tuple<std::u16string, const char*, std::size_t> cases[] = {
-        {u"\xDC00", kBadUtf16LowText, 0},
-        {u"a\xDFFF\xD800", kBadUtf16LowText, 0},
-        {u"\xD800\u0041", kBadUtf16MissingText, 0},
-        {u"\xD83D\xD83D\xDE00", kBadUtf16MissingText, 0},
-        {u"\xD83D", kBadUnicodeText, 0},
-        {u"aaa\xDBFF", kBadUnicodeText, 3},
-        {Letters(20000) + u"\xDC00", kBadUtf16LowText, 16384},
-        {Letters(16384) + u"\xDC00", kBadUtf16LowText, 16384},
-        {Letters(16384) + u"\xD83D", kBadUnicodeText, 16384},
-        {Letters(16383) + u"\xD83D", kBadUnicodeText, 16383}};
-    for (const auto& [units, failure, kept] : cases) {
-        std::string text = "old";
-        EXPECT_EQ(FailureOf([&] { ConvertToUtf8(units, text); }), failure) << units.size() << " units";
-        EXPECT_EQ(text.size(), kept) << units.size() << " units";
-    }
-}
-
-TEST(TextEncoding, OnlyAsciiIsWidened) {
-    EXPECT_EQ(WidenAscii("^1 \x7F"), u"^1 \x7F");
-    EXPECT_EQ(WidenAscii(""), u"");
-    EXPECT_EQ(WidenAscii("abc\xE9"), u"");
-}
-
-// Continuations without a lead, overlong forms, surrogates, numbers above U+10FFFF: one mark a byte; sequences cut
-// short: one for the whole of it.
 TEST(UtfCodec, MalformedTextIsReplaced) {
     EXPECT_EQ(
         Utf8ToUtf16("\x80|\xC0\xAF|\xC1\x81|\xE0\x9F\xBF|\xF0\x8F\xBF\xBF|\xED\xA0\xBD|\xF4\x90\x80\x80|\xF5\xFF"),

@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "util/file_io.h"
+#include "files/file_io.h"
 
 namespace zentor {
 

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "conversion/input_checks.h"
-#include "util/file_io.h"
+#include "files/file_io.h"
 #include "util/module.h"
 
 namespace ZT_PLUGIN {

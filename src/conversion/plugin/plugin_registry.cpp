@@ -11,8 +11,8 @@
 #include "conversion/plugin/services.h"
 #include "errors/last_exception.h"
 #include "errors/raise.h"
+#include "files/file_io.h"
 #include "util/environment.h"
-#include "util/file_io.h"
 
 namespace ZT_PLUGIN {
 

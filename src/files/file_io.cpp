@@ -1,4 +1,4 @@
-#include "util/file_io.h"
+#include "files/file_io.h"
 
 #include <atomic>
 

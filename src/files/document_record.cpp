@@ -1,4 +1,4 @@
-#include "conversion/document_record.h"
+#include "files/document_record.h"
 
 #include <charconv>
 #include <random>
@@ -6,7 +6,7 @@
 
 #include "errors/exception.h"
 #include "errors/raise.h"
-#include "util/file_io.h"
+#include "files/file_io.h"
 
 namespace zentor {
 
