@@ -314,10 +314,9 @@ protected:
 // alone names the list of the top-level nodes. Looking a node up takes the same time whatever the number of its
 // siblings, but for the first time that a group is asked for a child by name: then all names of the group are read.
 //
-// A query reads what it needs from the file. All of them but those of slots 7, 8, 17 and 18, which are answered from
-// memory, fail with 5 when the file has been written to or otherwise changed since it was opened; an option of the host
-// (`privateCopy`) makes them independent of the file. All fail with 1 for a null record or data path and for an empty
-// data path. Queries by data path fail with 33 for a path that
+// A query reads what it needs from the file, and fails with 5 when the file has been written to or otherwise changed
+// since it was opened; an option of the host (`privateCopy`) makes queries independent of the file. All fail with 1 for
+// a null record or data path and for an empty data path. Queries by data path fail with 33 for a path that
 // names no node of the right kind and with 45 for one without its closing bracket. Client forms fail with 21 without a
 // host suite.
 struct ISensorFileHandler {

@@ -120,11 +120,19 @@ ZT_Result SensorFileHandlerImpl::GetDynamicSample(const char* dataPath, ZT_Time 
 }
 
 ZT_Result SensorFileHandlerImpl::GetFileInfo(ZT_FileInfo* info) noexcept {
-    return RunOperation(this, [&] { Emptied(info, "ZT_FileInfo") = document_->info; });
+    return RunOperation(this, [&] {
+        ZT_FileInfo& record = Emptied(info, "ZT_FileInfo");
+        bytes_.CheckUnchanged();
+        record = document_->info;
+    });
 }
 
 ZT_Result SensorFileHandlerImpl::GetVideoSyncTimeList(ZT_VideoSyncTimeList* list) noexcept {
-    return RunOperation(this, [&] { Emptied(list, "ZT_VideoSyncTimeList") = document_->videoSync; });
+    return RunOperation(this, [&] {
+        ZT_VideoSyncTimeList& record = Emptied(list, "ZT_VideoSyncTimeList");
+        bytes_.CheckUnchanged();
+        record = document_->videoSync;
+    });
 }
 
 ZT_Result SensorFileHandlerImpl::GetRootChildrenClient(void* handle) noexcept {
@@ -178,11 +186,19 @@ ZT_Result SensorFileHandlerImpl::GetDynamicSampleClient(const char* dataPath, ZT
 }
 
 ZT_Result SensorFileHandlerImpl::GetFileInfoClient(void* handle) noexcept {
-    return RunOperation(this, [&] { HandOver(RequireHostTables(), handle, document_->info); });
+    return RunOperation(this, [&] {
+        const HostTables tables = RequireHostTables();
+        bytes_.CheckUnchanged();
+        HandOver(tables, handle, document_->info);
+    });
 }
 
 ZT_Result SensorFileHandlerImpl::GetVideoSyncTimeListClient(void* handle) noexcept {
-    return RunOperation(this, [&] { HandOver(RequireHostTables(), handle, document_->videoSync); });
+    return RunOperation(this, [&] {
+        const HostTables tables = RequireHostTables();
+        bytes_.CheckUnchanged();
+        HandOver(tables, handle, document_->videoSync);
+    });
 }
 
 }  // namespace zentor

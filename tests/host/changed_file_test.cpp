@@ -53,8 +53,14 @@ std::vector<ZT_Result> Query(ISensorFileHandler* document) {
     ZT_StaticDataInfo text;
     ZT_DynamicDataInfo dynamic;
     DynamicDataSampleSet samples;
+    ZT_FileInfo file;
+    ZT_VideoSyncTimeList videoSync;
     Log log;
-    return {document->GetRootChildren(&children),
+    return {document->GetFileInfo(&file),
+            document->GetVideoSyncTimeList(&videoSync),
+            document->GetFileInfoClient(&log),
+            document->GetVideoSyncTimeListClient(&log),
+            document->GetRootChildren(&children),
             document->GetGroupChildren("[0]", &children),
             document->GetGroupChildInfo("[\"g\"]", &child),
             document->GetStaticDataInfo("[0][1999]", &text),
@@ -99,11 +105,11 @@ TEST(ChangedFile, IsNoticedByEveryQuery) {
         // Times of files do not tell changes that follow each other at once.
         std::this_thread::sleep_for(std::chrono::milliseconds(30));
         OpenDocument document(manager, path);
-        EXPECT_EQ(Query(document.operator->()), std::vector<ZT_Result>(10, 0)) << name;
+        EXPECT_EQ(Query(document.operator->()), std::vector<ZT_Result>(14, 0)) << name;
         TakeReports();
         std::this_thread::sleep_for(std::chrono::milliseconds(30));
         change(path);
-        EXPECT_EQ(Query(document.operator->()), std::vector<ZT_Result>(10, 5)) << name;
+        EXPECT_EQ(Query(document.operator->()), std::vector<ZT_Result>(14, 5)) << name;
         EXPECT_EQ(TakeReports().front().message, "Unable to stat input file, probably file is corrupt.");
     }
 }
@@ -132,7 +138,7 @@ TEST(ChangedFile, HarmsNoQueryThatRuns) {
         });
         for (int k = 0; k < 5; ++k) Query(document.operator->());
         writer.join();
-        EXPECT_EQ(Query(document.operator->()), std::vector<ZT_Result>(10, 5));
+        EXPECT_EQ(Query(document.operator->()), std::vector<ZT_Result>(14, 5));
     }
     TakeReports();
 }
@@ -147,7 +153,7 @@ TEST(PrivateCopy, AnswersWhateverHappensToTheFile) {
         Manager manager;
         OpenDocument document(manager, path);
         std::ofstream(PathOf(path), std::ios::binary) << "nothing";
-        EXPECT_EQ(Query(document.operator->()), std::vector<ZT_Result>(10, 0));
+        EXPECT_EQ(Query(document.operator->()), std::vector<ZT_Result>(14, 0));
         ZT_StaticDataInfo info;
         EXPECT_EQ(document->GetStaticDataInfo("[0][1999]", &info), 0U);
         EXPECT_EQ(boost::get<std::string>(info.value), "text 1999");
