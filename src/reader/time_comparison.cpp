@@ -35,9 +35,4 @@ int CompareSMPTETime(std::string_view left, std::string_view right, const FrameR
     return Sign(a <=> b);
 }
 
-bool IsEarlier(std::string_view left, std::string_view right, const TimeForm& form) {
-    const FrameRate* const rate = form.Rate();
-    return (rate == nullptr ? CompareUTCTime(left, right) : CompareSMPTETime(left, right, *rate)) < 0;
-}
-
 }  // namespace zentor

@@ -4,15 +4,12 @@
 
 #include <string_view>
 
-#include "util/time_form.h"
+#include "util/time_code.h"
 
 namespace zentor {
 
 // As instants: offsets are applied, and decimals need not be equally many.
 int CompareUTCTime(std::string_view left, std::string_view right);
 int CompareSMPTETime(std::string_view left, std::string_view right, const FrameRate& rate);
-
-// Whether the left one of two times of a document is before the right one.
-bool IsEarlier(std::string_view left, std::string_view right, const TimeForm& form);
 
 }  // namespace zentor
