@@ -13,6 +13,7 @@
 #include "errors/first_failure.h"
 #include "errors/last_exception.h"
 #include "errors/raise.h"
+#include "format/words.h"
 #include "model/live_objects.h"
 #include "model/stream_state.h"
 #include "writer/document_writer.h"
@@ -106,7 +107,7 @@ InputFile CheckInput(const char* inputPath) {
 }
 
 std::shared_ptr<DocumentRecord> PrepareInput(const InputFile& input, const std::string& outputPath) {
-    const bool isNamedDocument = ExtensionOf(input.path) == "vkjson";
+    const bool isNamedDocument = ExtensionOf(input.path) == words::kExtension;
     if (isNamedDocument || IsVkjsonDocument(input.path)) {
         if (!outputPath.empty() && !File_IO::IsSameFile(input.path, outputPath)) CheckOutput(outputPath);
         return RecordOfDocument(input.path, !isNamedDocument);

@@ -5,6 +5,7 @@
 #include "conversion/bvh/bvh_converter.h"
 #include "conversion/csv_tsv/table_converter.h"
 #include "conversion/json/json_converter.h"
+#include "format/words.h"
 
 namespace zentor {
 
@@ -22,7 +23,7 @@ constexpr NativeFormat kFormats[] = {
     {"json", "JSON", &Make<JsonConverter>},
     {"tsv", "Tab Seperated Value", &Make<TSVConverter>},
     {"txt", "Tab Seperated Value", &Make<TSVConverter>},
-    {"vkjson", "Vektra JSON", nullptr},
+    {words::kExtension, "Vektra JSON", nullptr},
 };
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "errors/raise.h"
+#include "format/version.h"
 #include "util/file_mapper.h"
 #include "util/os_file.h"
 
@@ -13,25 +14,6 @@ namespace zentor {
 namespace {
 
 constexpr std::size_t kPathLimit = 65535;
-
-void SkipWhiteSpace(std::string_view& text) {
-    text.remove_prefix(std::min(text.find_first_not_of(" \t\r\n"), text.size()));
-}
-
-bool Skip(std::string_view& text, char c) {
-    SkipWhiteSpace(text);
-    if (!text.starts_with(c)) return false;
-    text.remove_prefix(1);
-    return true;
-}
-
-// Takes a string without escapes that is no longer than `expected`.
-bool SkipString(std::string_view& text, std::string_view expected) {
-    if (!Skip(text, '"') || text.size() <= expected.size() || text[expected.size()] != '"') return false;
-    if (LowerCaseAscii(std::string(text.substr(0, expected.size()))) != expected) return false;
-    text.remove_prefix(expected.size() + 1);
-    return true;
-}
 
 }  // namespace
 
@@ -44,11 +26,7 @@ bool IsVkjsonDocument(const std::string& path) noexcept {
     try {
         FileMapper file;
         if (file.Map(path) != MapResult::kMapped) return false;
-        std::string_view text = file.bytes();
-        if (!Skip(text, '{')) return false;
-        SkipWhiteSpace(text);
-        return text.starts_with("\"version\"") && SkipString(text, "version") && Skip(text, ':') &&
-               SkipString(text, "vkjson2.0.0");
+        return BeginsAsVersion2(file.bytes(), LetterCase::kAny);
     } catch (...) {
         return false;
     }

@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "util/fixed_text.h"
+
 namespace zentor {
 
 // One parameter of a message, or nothing. Texts are UTF-8 and must outlive the forming of the message.
@@ -21,6 +23,8 @@ public:
     ZT_ErrorParam(std::string_view text) : kind_(Kind::kText), text_(text) {}
     ZT_ErrorParam(const std::string& text) : kind_(Kind::kText), text_(text) {}
     ZT_ErrorParam(const char* text) : kind_(Kind::kText), text_(text) {}
+    template <std::size_t N>
+    ZT_ErrorParam(const FixedText<N>& text) : ZT_ErrorParam(std::string_view(text)) {}
 
     Kind kind() const { return kind_; }
     // Integers in decimal, doubles with six decimals, texts as they are.

@@ -7,6 +7,7 @@
 #include "errors/exception.h"
 #include "errors/raise.h"
 #include "files/file_io.h"
+#include "format/words.h"
 
 namespace zentor {
 
@@ -19,7 +20,7 @@ std::string UniqueName() {
     const std::uint64_t number = (std::uint64_t{random()} << 32) | random();
     char digits[16];
     const char* const end = std::to_chars(digits, std::end(digits), number, 16).ptr;
-    return "ZTT" + std::string(static_cast<const char*>(digits), end) + ".vkjson";
+    return "ZTT" + std::string(static_cast<const char*>(digits), end) + "." + std::string(words::kExtension);
 }
 
 std::string PathIn(const std::string& folder, const std::string& name) {

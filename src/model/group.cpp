@@ -1,8 +1,8 @@
 #include "model/group.h"
 
+#include "format/limits.h"
 #include "model/client_boundary.h"
 #include "model/root.h"
-#include "util/group_limit.h"
 
 namespace ZT_PLUGIN {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "util/match_name.h"
+#include "format/match_name.h"
 
 namespace ZT_PLUGIN {
 

@@ -1,7 +1,7 @@
 #include "model/static_data.h"
 
+#include "format/limits.h"
 #include "model/client_boundary.h"
-#include "util/count_limit.h"
 #include "util/number_text.h"
 
 namespace ZT_PLUGIN {

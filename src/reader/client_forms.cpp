@@ -2,7 +2,7 @@
 
 #include "errors/host_tables.h"
 #include "errors/raise.h"
-#include "reader/schema_words.h"
+#include "format/words.h"
 
 namespace zentor {
 

@@ -4,7 +4,7 @@
 #include <limits>
 
 #include "errors/raise.h"
-#include "reader/schema_words.h"
+#include "format/words.h"
 
 namespace zentor {
 

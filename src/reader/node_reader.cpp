@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "reader/schema_words.h"
+#include "format/words.h"
 #include "reader/value_reader.h"
 
 namespace zentor {

@@ -3,7 +3,8 @@
 #include <algorithm>
 
 #include "errors/raise.h"
-#include "reader/schema_words.h"
+#include "format/words.h"
+#include "reader/misspelled_keys.h"
 #include "reader/static_text.h"
 #include "util/json_cursor.h"
 

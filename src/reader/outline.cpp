@@ -4,7 +4,7 @@
 
 #include "errors/exception.h"
 #include "errors/raise.h"
-#include "reader/schema_words.h"
+#include "format/words.h"
 
 namespace zentor {
 

@@ -9,10 +9,10 @@
 #include <unordered_set>
 
 #include "errors/raise.h"
+#include "format/limits.h"
+#include "format/words.h"
 #include "reader/node_reader.h"
-#include "reader/schema_words.h"
 #include "reader/value_reader.h"
-#include "util/group_limit.h"
 
 namespace zentor {
 
@@ -80,7 +80,7 @@ private:
         const ZT_NodeType type = validator_.NodeHead(checks_, node);
         AddMatchName(TextOf(*FindMember(node, words::kMatchName)));
         if (type == ZT_NODE_GROUP) {
-            if (groupDepth_ == kGroupLimit) Raise({kTooDeepNesting, checks_.OffsetOf()}, kNestingLimitText);
+            if (groupDepth_ == kGroupLimit) Raise({kTooDeepNesting, checks_.OffsetOf()}, std::to_string(kGroupLimit));
             if (!text.children()) checks_.Require(node, words::kChildren, JsonType::kArray);
             return type;
         }

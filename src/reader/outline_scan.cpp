@@ -1,28 +1,28 @@
 #include "reader/outline_scan.h"
 
+#include "format/limits.h"
+#include "format/match_name.h"
+#include "format/words.h"
 #include "reader/plain_data_type.h"
 #include "reader/plain_json.h"
-#include "reader/schema_words.h"
 #include "reader/unique_names.h"
-#include "util/group_limit.h"
-#include "util/match_name.h"
 
 namespace zentor {
 
 namespace {
 
-constexpr PlainKeys<12> kNodeKeys = {"\"objectType\"",
-                                     "\"matchName\"",
-                                     "\"displayName\"",
-                                     "\"children\"",
-                                     "\"sampleSetID\"",
-                                     "\"interpolation\"",
-                                     "\"hasExpectedFrequencyB\"",
-                                     "\"sampleCount\"",
-                                     "\"expectedMaxInterSampleDuration\"",
-                                     "\"dataType\"",
-                                     "\"value\"",
-                                     "\"hasExpectedFrequecyB\""};
+constexpr PlainKeys<12> kNodeKeys = {kQuoted<words::kObjectType>,
+                                     kQuoted<words::kMatchName>,
+                                     kQuoted<words::kDisplayName>,
+                                     kQuoted<words::kChildren>,
+                                     kQuoted<words::kSampleSetId>,
+                                     kQuoted<words::kInterpolation>,
+                                     kQuoted<words::kHasExpectedFrequency>,
+                                     kQuoted<words::kSampleCount>,
+                                     kQuoted<words::kMaxInterSampleDuration>,
+                                     kQuoted<words::kDataType>,
+                                     kQuoted<words::kValue>,
+                                     kQuoted<words::kHasExpectedFrequencyMisspelled>};
 enum NodeKey : std::size_t {
     kObjectType,
     kMatchName,

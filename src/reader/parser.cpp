@@ -7,17 +7,16 @@
 #include "errors/exception.h"
 #include "errors/last_exception.h"
 #include "errors/raise.h"
+#include "format/version.h"
+#include "format/words.h"
 #include "reader/outline_check.h"
 #include "reader/outline_scan.h"
 #include "reader/parser_versions.h"
-#include "reader/schema_words.h"
 #include "reader/value_reader.h"
 
 namespace zentor {
 
 namespace {
-
-constexpr std::string_view kVersion2 = "vkjson2.0.0";
 
 constexpr std::array<std::string_view, kTopLevelKeys> kNames = {words::kVersion,
                                                                 words::kCreator,
@@ -32,20 +31,6 @@ constexpr std::array<std::string_view, kTopLevelKeys> kNames = {words::kVersion,
 
 std::int64_t Detail(std::size_t offset) { return static_cast<std::int64_t>(offset); }
 
-// Whether the first property says that this is a document of version 2.
-bool IsVersion2(JsonCursor cursor) {
-    RawString key;
-    RawString value;
-    cursor.SkipWhiteSpace();
-    if (!cursor.Skip('{')) return false;
-    cursor.SkipWhiteSpace();
-    if (!cursor.TakeString(key) || key.Decoded() != words::kVersion) return false;
-    cursor.SkipWhiteSpace();
-    if (!cursor.Skip(':')) return false;
-    cursor.SkipWhiteSpace();
-    return cursor.TakeString(value) && value.Decoded() == kVersion2;
-}
-
 // A number as a part of the frame rate that hosts get; 0 when it is none.
 std::uint32_t WholeOrZero(double number) {
     if (number > std::numeric_limits<std::uint32_t>::max() || std::trunc(number) != number) return 0;
@@ -58,7 +43,7 @@ std::string_view NameOf(TopLevelKey key) { return kNames[static_cast<std::size_t
 
 std::unique_ptr<VkjsonDocument> ParseDocument(std::string_view bytes, ParserChoice choice, const PassedOffset& passed) {
     if (choice == ParserChoice::kProbe) {
-        choice = IsVersion2(JsonCursor(bytes)) ? ParserChoice::kVersion2 : ParserChoice::kVersion1;
+        choice = BeginsAsVersion2(bytes, LetterCase::kExact) ? ParserChoice::kVersion2 : ParserChoice::kVersion1;
     }
     const auto makeParser = [&](bool gallop) -> std::unique_ptr<ZT_VkjsonParser> {
         if (choice == ParserChoice::kVersion2) return std::make_unique<ZT_VkjsonParser_v2>(bytes, gallop, passed);

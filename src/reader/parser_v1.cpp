@@ -1,6 +1,6 @@
 #include "errors/raise.h"
+#include "format/words.h"
 #include "reader/parser_versions.h"
-#include "reader/schema_words.h"
 
 namespace zentor {
 

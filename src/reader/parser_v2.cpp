@@ -1,6 +1,8 @@
+#include <utility>
+
 #include "errors/raise.h"
+#include "format/words.h"
 #include "reader/parser_versions.h"
-#include "reader/schema_words.h"
 
 namespace zentor {
 
@@ -50,11 +52,12 @@ void ZT_VkjsonParser_v2::ReadDynamicDataInfo() {
               Excerpt(first));
     }
     const bool useTimecode = checks.Require(info, words::kUseTimecode, JsonType::kBoolean).GetBool();
-    const std::string_view refused = useTimecode ? words::kUtcInfo : words::kTimecodeInfo;
+    std::string_view wanted = words::kTimecodeInfo;
+    std::string_view refused = words::kUtcInfo;
+    if (!useTimecode) std::swap(wanted, refused);
     if (FindMember(info, refused) != nullptr) {
         RaiseInvalidInfo(refused, words::kUseTimecode, !useTimecode, checks.OffsetOf(refused));
     }
-    const std::string_view wanted = useTimecode ? words::kTimecodeInfo : words::kUtcInfo;
     const JsonValue& timeInfo = checks.Require(info, wanted, JsonType::kObject);
     {
         const auto into = checks.Into(wanted);

@@ -2,22 +2,26 @@
 
 #include <array>
 
-#include "reader/schema_words.h"
+#include "format/words.h"
 
 namespace zentor {
 
 namespace {
 
-constexpr PlainKeys<4> kDataTypeKeys = {"\"type\"", "\"numberStringProperties\"", "\"paddedStringProperties\"",
-                                        "\"numberArrayProperties\""};
-constexpr PlainKeys<2> kNumberKeys = {"\"pattern\"", "\"range\""};
-constexpr PlainKeys<3> kPaddedKeys = {"\"maxDigitsInStrLength\"", "\"maxLen\"", "\"eventMarkerB\""};
-constexpr PlainKeys<5> kArrayKeys = {"\"pattern\"", "\"arrayRanges\"", "\"arraySize\"", "\"arrayDisplayNames\"",
-                                     "\"isPoint\""};
-constexpr PlainKeys<3> kPatternKeys = {"\"isSigned\"", "\"digitsDecimal\"", "\"digitsInteger\""};
-constexpr PlainKeys<3> kRangeKeys = {"\"occurring\"", "\"legal\"", "\"occuring\""};
-constexpr PlainKeys<2> kLimitKeys = {"\"min\"", "\"max\""};
-constexpr PlainKeys<1> kRangesKeys = {"\"ranges\""};
+constexpr PlainKeys<4> kDataTypeKeys = {kQuoted<words::kType>, kQuoted<words::kNumberStringProperties>,
+                                        kQuoted<words::kPaddedStringProperties>,
+                                        kQuoted<words::kNumberArrayProperties>};
+constexpr PlainKeys<2> kNumberKeys = {kQuoted<words::kPattern>, kQuoted<words::kRange>};
+constexpr PlainKeys<3> kPaddedKeys = {kQuoted<words::kMaxDigitsInStrLength>, kQuoted<words::kMaxLen>,
+                                      kQuoted<words::kEventMarker>};
+constexpr PlainKeys<5> kArrayKeys = {kQuoted<words::kPattern>, kQuoted<words::kArrayRanges>, kQuoted<words::kArraySize>,
+                                     kQuoted<words::kArrayDisplayNames>, kQuoted<words::kIsPoint>};
+constexpr PlainKeys<3> kPatternKeys = {kQuoted<words::kIsSigned>, kQuoted<words::kDigitsDecimal>,
+                                       kQuoted<words::kDigitsInteger>};
+constexpr PlainKeys<3> kRangeKeys = {kQuoted<words::kOccurring>, kQuoted<words::kLegal>,
+                                     kQuoted<words::kOccurringMisspelled>};
+constexpr PlainKeys<2> kLimitKeys = {kQuoted<words::kMin>, kQuoted<words::kMax>};
+constexpr PlainKeys<1> kRangesKeys = {kQuoted<words::kRanges>};
 
 bool Limits(PlainJson& json) {
     unsigned found = 0;
@@ -35,7 +39,7 @@ bool Pattern(PlainJson& json, SampleSet& set) {
     std::array<std::uint64_t, 3> digits{};
     const auto member = [&](std::size_t key) { return key == 0 ? json.Boolean(isSigned) : json.Count(digits[key]); };
     if (!json.Object(kPatternKeys, found, member) || (found & KeyBit(0)) == 0) return false;
-    set.numberWidth = NumberWidth(isSigned, digits[2], digits[1]);
+    set.layout.pattern = {isSigned, digits[2], digits[1]};
     return true;
 }
 bool NumberProperties(PlainJson& json, SampleSet& set) {
@@ -48,7 +52,7 @@ bool PaddedProperties(PlainJson& json, SampleSet& set) {
     const auto member = [&](std::size_t key) {
         bool ignored = false;
         if (key == 2) return json.Boolean(ignored);
-        return json.Count(key == 0 ? set.lengthDigits : set.maxLength);
+        return json.Count(key == 0 ? set.layout.lengthDigits : set.layout.maxLength);
     };
     return json.Object(kPaddedKeys, found, member) && (found & KeyBit(2)) != 0;
 }
@@ -66,7 +70,7 @@ bool ArrayProperties(PlainJson& json, SampleSet& set) {
                 return json.Object(kRangesKeys, ignored,
                                    [&](std::size_t) { return json.Array(ranges, [&] { return Range(json); }); });
             case 2:
-                return json.Count(set.arraySize);
+                return json.Count(set.layout.arraySize);
             case 3:
                 return json.Array(names, [&] { return json.String(); });
             default:
@@ -77,7 +81,7 @@ bool ArrayProperties(PlainJson& json, SampleSet& set) {
         ranges == 0) {
         return false;
     }
-    return (found & KeyBit(2)) == 0 || (ranges == set.arraySize && (names == 0 || names == ranges));
+    return (found & KeyBit(2)) == 0 || (ranges == set.layout.arraySize && (names == 0 || names == ranges));
 }
 
 bool TypeWord(PlainJson& json, PlainType& type) {
@@ -122,11 +126,11 @@ bool ReadDataType(PlainJson& json, PlainDataType& dataType) {
             return keys == (KeyBit(0) | KeyBit(1));
         case PlainType::kString:
         case PlainType::kPaddedString:
-            dataType.set.kind = SampleKind::kPaddedString;
+            dataType.set.layout.kind = SampleKind::kPaddedString;
             return keys == (KeyBit(0) | KeyBit(2));
         case PlainType::kNumberArray:
         case PlainType::kNumberStringArray:
-            dataType.set.kind = SampleKind::kNumberArray;
+            dataType.set.layout.kind = SampleKind::kNumberArray;
             return keys == (KeyBit(0) | KeyBit(3));
         default:
             return keys == KeyBit(0) && dataType.type == PlainType::kBoolean;

@@ -15,7 +15,7 @@ class RecordWindow {
 public:
     // The set is in the document.
     RecordWindow(const DocumentBytes& bytes, const SampleSet& set)
-        : bytes_(&bytes), start_(set.place.start), stride_(set.RecordWidth() + 1) {}
+        : bytes_(&bytes), start_(set.place.start), stride_(set.layout.Width() + 1) {}
 
     // A record with the byte after it, valid until the next call of a function that may read. When the window does not
     // hold it, it is moved so that it begins or ends with the record, as the latest move went on. Codes 5, 34.

@@ -1,10 +1,10 @@
 #include "reader/sample_data_processor.h"
 
 #include "errors/raise.h"
+#include "format/words.h"
 #include "reader/bracket_search.h"
 #include "reader/sample_gallop.h"
 #include "reader/sample_index.h"
-#include "reader/schema_words.h"
 
 namespace zentor {
 
@@ -26,7 +26,7 @@ std::size_t ZT_SampleDataProcessor::TakeSamples(std::string_view bytes, std::siz
 
 void ZT_SampleDataProcessor::IndexSamples(std::string_view bytes, const TimeForm& form, OutlineContents& outline) {
     if (end_ == 0) return;
-    for (SampleSet& set : outline.sets) set.timeWidth = form.Width();
+    for (SampleSet& set : outline.sets) set.layout.timeWidth = form.Width();
     IndexSampleSets(bytes, begin_, end_, outline);
     places_.reserve(outline.sets.size());
     for (const SampleSet& set : outline.sets) places_.push_back(set.place);

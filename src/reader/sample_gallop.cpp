@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "reader/sample_set.h"
-#include "reader/schema_words.h"
+#include "format/sample_record.h"
+#include "format/words.h"
 #include "util/json_cursor.h"
 
 namespace zentor {
@@ -17,9 +17,9 @@ public:
     bool Begin(std::string_view bytes, std::size_t start) {
         bytes_ = bytes;
         start_ = start;
-        JsonCursor cursor(bytes, start + kRecordStart.size() - 1);
+        JsonCursor cursor(bytes, start + RecordLayout::kTimeOffset - 1);
         RawString time;
-        if (!bytes.substr(start).starts_with(kRecordStart) || !cursor.TakeString(time)) return false;
+        if (!RecordLayout::IsAtRecord(bytes.substr(start)) || !cursor.TakeString(time)) return false;
         timeWidth_ = time.text.size();
         cursor.MoveTo(start);
         cursor.SkipValue();
@@ -61,10 +61,10 @@ private:
         if (index == other) return true;
         if (index >= most_) return false;
         const std::size_t at = start_ + index * (width_ + 1);
-        return bytes_[at - 1] == ',' && bytes_.substr(at).starts_with(kRecordStart) && TimeAt(index) >= TimeAt(other);
+        return bytes_[at - 1] == ',' && RecordLayout::IsAtRecord(bytes_.substr(at)) && TimeAt(index) >= TimeAt(other);
     }
     std::string_view TimeAt(std::size_t index) const {
-        return bytes_.substr(start_ + index * (width_ + 1) + kRecordStart.size(), timeWidth_);
+        return bytes_.substr(start_ + index * (width_ + 1) + RecordLayout::kTimeOffset, timeWidth_);
     }
 
     std::string_view bytes_;

@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "errors/raise.h"
+#include "format/words.h"
 #include "reader/bracket_search.h"
-#include "reader/schema_words.h"
 #include "util/json_cursor.h"
 
 namespace zentor {
@@ -78,7 +78,9 @@ private:
     void TakeSamples(SampleSet& set) {
         const std::string_view bytes = cursor_.Bytes();
         set.place.start = cursor_.Offset();
-        set.place.hasQuotedLength = set.kind == SampleKind::kPaddedString && HasQuotedLength(set, bytes);
+        set.place.hasQuotedLength =
+            set.layout.kind == SampleKind::kPaddedString && set.layout.SeesQuotedLength(bytes.substr(set.place.start));
+        set.layout.hasQuotedLength = set.place.hasQuotedLength;
         const std::uint64_t size = set.Size();
         if (size >= bytes.size() - set.place.start) {
             // The set is told of when somebody asks for its samples; here it is only left out.
@@ -91,11 +93,6 @@ private:
             if (!cursor_.Skip(']')) RaiseSetData(set, cursor_.Offset());
         }
         if (!cursor_.Skip('}')) RaiseSetData(set, cursor_.Offset());
-    }
-
-    static bool HasQuotedLength(const SampleSet& set, std::string_view bytes) {
-        const std::uint64_t before = kRecordStart.size() + set.timeWidth + kRecordMiddle.size() + kPaddedStart.size();
-        return before < bytes.size() - set.place.start && bytes[set.place.start + before] == '"';
     }
 
     [[noreturn]] static void RaiseSetData(const SampleSet& set, std::size_t offset) {

@@ -27,13 +27,15 @@ public:
     std::optional<Instant> FindTime(std::uint64_t index);
     Instant TimeOf(std::uint64_t index);
     std::string TimeText(std::uint64_t index) {
-        return std::string(window_.Record(index).substr(kRecordStart.size(), set_.timeWidth));
+        return std::string(window_.Record(index).substr(RecordLayout::kTimeOffset, set_.layout.timeWidth));
     }
-    // What is malformed about a record, its value aside: the first of these in its text.
-    enum class Fault { kNone, kForm, kNoTimeKey, kTime, kNoValueKey };
-    Fault FaultOf(std::uint64_t index);
+    // What is malformed about a record, its value aside.
+    RecordFault FaultOf(std::uint64_t index) {
+        RecordParts parts;
+        return TakeApart(index, parts);
+    }
     // Nothing without a fault.
-    void RaiseFault(Fault fault, std::uint64_t index) const;
+    void RaiseFault(RecordFault fault, std::uint64_t index) const;
 
     // Replaces the sample.
     void Read(std::uint64_t index, ZT_Sample& sample);
@@ -41,7 +43,7 @@ public:
     void CheckAll();
 
 private:
-    double ReadNumber(std::uint64_t index, std::string_view quoted) const;
+    RecordFault TakeApart(std::uint64_t index, RecordParts& parts);
     void ReadNumberArray(std::uint64_t index, std::string_view value, std::vector<double>& numbers) const;
     std::string ReadPaddedString(std::uint64_t index, std::string_view value) const;
     [[noreturn]] void RaiseAt(const ErrorEntry& entry, std::uint64_t index) const;

@@ -33,7 +33,7 @@ SampleRange RequireSamples(const char* dataPath, SampleRange samples) {
     return samples;
 }
 
-constexpr const char* kRootPath = "[\"dataOutline\"]";
+constexpr auto kRootPath = kJoined<"[", kQuoted<words::kDataOutline>, "]">;
 
 }  // namespace
 
@@ -66,7 +66,7 @@ SampleRange SensorFileHandlerImpl::SampleAt(const char* dataPath, ZT_Time time) 
 }
 
 ZT_Result SensorFileHandlerImpl::GetRootChildren(ZT_GroupChildren* children) noexcept {
-    return GetGroupChildren(kRootPath, children);
+    return GetGroupChildren(kRootPath.bytes, children);
 }
 
 ZT_Result SensorFileHandlerImpl::GetGroupChildren(const char* dataPath, ZT_GroupChildren* children) noexcept {
@@ -136,7 +136,7 @@ ZT_Result SensorFileHandlerImpl::GetVideoSyncTimeList(ZT_VideoSyncTimeList* list
 }
 
 ZT_Result SensorFileHandlerImpl::GetRootChildrenClient(void* handle) noexcept {
-    return GetGroupChildrenClient(kRootPath, handle);
+    return GetGroupChildrenClient(kRootPath.bytes, handle);
 }
 
 ZT_Result SensorFileHandlerImpl::GetGroupChildrenClient(const char* dataPath, void* handle) noexcept {

@@ -74,8 +74,8 @@ std::uint64_t FindBetween(SampleReader& reader, Bracket bracket, double target, 
 
 KeptTime FirstTime(SampleReader& reader) {
     if (const auto time = reader.FindTime(0)) return KeptTime(*time);
-    const SampleReader::Fault fault = reader.FaultOf(0);
-    if (fault != SampleReader::Fault::kTime) reader.RaiseFault(fault, 0);
+    const RecordFault fault = reader.FaultOf(0);
+    if (fault != RecordFault::kTime) reader.RaiseFault(fault, 0);
     const SampleSet& set = reader.set();
     Raise({kInvalidTimeValue, static_cast<std::int64_t>(set.OffsetOf(0))}, set.PlaceOf(0));
 }
@@ -84,8 +84,8 @@ KeptTime LastTime(SampleReader& reader) {
     const SampleSet& set = reader.set();
     const std::uint64_t last = set.count - 1;
     if (const auto time = reader.FindTime(last)) return KeptTime(*time);
-    const SampleReader::Fault fault = reader.FaultOf(last);
-    if (fault != SampleReader::Fault::kTime) reader.RaiseFault(fault, last);
+    const RecordFault fault = reader.FaultOf(last);
+    if (fault != RecordFault::kTime) reader.RaiseFault(fault, last);
     Raise({kInvalidTimeValueForId, static_cast<std::int64_t>(set.OffsetOf(last))}, Excerpt(set.id));
 }
 
@@ -96,8 +96,8 @@ std::array<SampleRun, 2> FindRuns(SampleReader& reader) {
     whole.last = LastTime(reader);
     const Instant first = whole.first.Get();
     if (whole.last.Get() >= first) return {whole, SampleRun()};
-    const std::uint64_t anew = FindBetween(reader, {0, whole.records.end - 1, 0, 0}, 0,
-                                           [&](const Instant& time) { return time < first; });
+    const std::uint64_t anew =
+        FindBetween(reader, {0, whole.records.end - 1, 0, 0}, 0, [&](const Instant& time) { return time < first; });
     SampleRun second{{anew, whole.records.end}, KeptTime(reader.TimeOf(anew)), whole.last};
     whole.records.end = anew;
     whole.last = KeptTime(reader.TimeOf(anew - 1));

@@ -4,8 +4,9 @@
 
 #include "errors/raise.h"
 #include "format/frame_rate.h"
-#include "reader/schema_words.h"
-#include "util/match_name.h"
+#include "format/match_name.h"
+#include "format/words.h"
+#include "reader/misspelled_keys.h"
 
 namespace zentor {
 
@@ -147,7 +148,7 @@ void ZT_VkjsonValidator::Pattern(ValueChecks& checks, const JsonValue& propertie
 }
 
 void ZT_VkjsonValidator::Range(ValueChecks& checks, const JsonValue& range) const {
-    for (const std::string_view key : {OccurringKey(range), words::kLegal}) {
+    for (const std::string_view key : {OccurringKey(range), std::string_view(words::kLegal)}) {
         const JsonValue& limits = checks.Require(range, key, JsonType::kObject);
         const auto into = checks.Into(key);
         checks.Require(limits, words::kMin, JsonType::kNumber);

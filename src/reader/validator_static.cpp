@@ -1,6 +1,6 @@
 // Static nodes, whose types and values differ between the versions.
 #include "errors/raise.h"
-#include "reader/schema_words.h"
+#include "format/words.h"
 #include "reader/static_text.h"
 #include "reader/validator.h"
 

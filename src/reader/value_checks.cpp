@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "errors/raise.h"
-#include "util/count_limit.h"
+#include "format/limits.h"
 #include "util/json_cursor.h"
 
 namespace zentor {

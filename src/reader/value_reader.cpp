@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "errors/raise.h"
+#include "format/limits.h"
 
 namespace zentor {
 
@@ -96,7 +97,8 @@ bool ValueReader<Handler>::BeginValue(Handler& handler) {
 
 template <class Handler>
 bool ValueReader<Handler>::Open(Handler& handler, bool isObject) {
-    if (levels_.size() == kNestingLimit) Raise({kTooDeepNesting, Detail(cursor_.Offset())}, kNestingLimitText);
+    if (levels_.size() == kNestingLimit)
+        Raise({kTooDeepNesting, Detail(cursor_.Offset())}, std::to_string(kGroupLimit));
     cursor_.Skip(isObject ? '{' : '[');
     levels_.push_back({isObject, 0, {}});
     if (isObject) {

@@ -12,11 +12,6 @@
 
 namespace zentor {
 
-// How deep objects and arrays may stand in each other. Groups have a limit of their own, which a document reaches
-// first.
-inline constexpr std::size_t kNestingLimit = 400;
-inline constexpr const char* kNestingLimitText = "100";  // the limit of groups, which is the one that messages name
-
 // Reads the value at the cursor, which belongs to the top-level property `property`. Codes 32 and 43, with the byte
 // offset; 34. Texts without escapes stay in the document's bytes.
 JsonDocument ReadValue(JsonCursor& cursor, std::string_view property);

@@ -2,8 +2,9 @@
 
 #include <vector>
 
+#include "format/limits.h"
+#include "format/words.h"
 #include "model/client_boundary.h"
-#include "util/group_limit.h"
 #include "writer/node_text.h"
 #include "writer/sample_text.h"
 
@@ -23,7 +24,7 @@ using ZT_PLUGIN::VideoSyncEntry;
 
 namespace {
 
-constexpr std::string_view kVersionMember = "{\"version\":\"vkjson2.0.0\"";
+constexpr std::string_view kVersionMember = kJoined<"{", kKey<words::kVersion>, kQuoted<words::kVersion2>>;
 
 bool HasTimeInfo(const IVkjsonRoot_I& root) { return boost::get<NoTimeInfo>(&root.Time()) == nullptr; }
 
@@ -33,16 +34,20 @@ public:
 
     void operator()(const NoTimeInfo&) const {}
     void operator()(const TimecodeInfo& info) const {
-        text_.Append("\"useTimecodeB\":true,\"timecodeInfo\":{\"frameRate\":{\"value\":");
+        text_.Append(kJoined<kKey<words::kUseTimecode>, "true,", kKey<words::kTimecodeInfo>, "{",
+                             kKey<words::kFrameRate>, "{", kKey<words::kValue>>);
         text_.AppendNumber(info.frameRateValue);
-        text_.Append(",\"scale\":");
+        text_.Append(kNextKey<words::kScale>);
         text_.AppendNumber(info.frameRateScale);
-        text_.Append(info.dropFrame ? "},\"dropFrame\":true}" : "},\"dropFrame\":false}");
+        text_.Append(kJoined<"},", kKey<words::kDropFrame>>);
+        text_.Append(info.dropFrame ? "true}" : "false}");
     }
     void operator()(const UtcInfo& info) const {
-        text_.Append("\"useTimecodeB\":false,\"utcInfo\":{\"precisionLength\":");
+        text_.Append(
+            kJoined<kKey<words::kUseTimecode>, "false,", kKey<words::kUtcInfo>, "{", kKey<words::kPrecisionLength>>);
         text_.AppendNumber(info.precisionLength);
-        text_.Append(info.isGmt ? ",\"isGMT\":true}" : ",\"isGMT\":false}");
+        text_.Append(kNextKey<words::kIsGmt>);
+        text_.Append(info.isGmt ? "true}" : "false}");
     }
 
 private:
@@ -57,13 +62,13 @@ void CheckVideoSyncEntry(const IVkjsonRoot_I& root, const VideoSyncEntry& entry)
 }
 
 void AppendVideoSyncEntry(TextBuffer& text, const VideoSyncEntry& entry) {
-    text.Append("{\"fileName\":");
+    text.Append(kJoined<"{", kKey<words::kFileName>>);
     text.AppendQuoted(entry.fileName);
     if (const auto* frame = boost::get<std::uint32_t>(&entry.at)) {
-        text.Append(",\"frameNumber\":");
+        text.Append(kNextKey<words::kFrameNumber>);
         text.AppendNumber(*frame);
     } else {
-        text.Append(",\"timeString\":");
+        text.Append(kNextKey<words::kTimeString>);
         text.AppendQuoted(boost::get<std::string>(entry.at));
     }
     text.Append('}');
@@ -154,7 +159,11 @@ void DocumentWriter::WriteSampleSet(const IVkjsonRoot_I& root, const DynamicNode
     if (samples.Count() == 0) return;
     Guarded([&] {
         if (!headerWritten_) AppendHeader(root);
-        text_.Append(samplesOpened_ ? "," : ",\"dataDynamicSamples\":[");
+        if (samplesOpened_) {
+            text_.Append(',');
+        } else {
+            text_.Append(kJoined<kNextKey<words::kDataDynamicSamples>, "[">);
+        }
         samplesOpened_ = true;
         AppendSampleSet(text_, node, root.TimeStringLength(), samples);
     });
@@ -173,14 +182,14 @@ bool DocumentWriter::Finish(IVkjsonRoot_I& root) {
         } else if (headerWritten_ && HasTimeInfo(root)) {
             // The header promises samples, and none came.
             file_.CutTo(kVersionMember.size());
-            text_.Append(",\"dynamicSamplesPresentB\":false");
+            text_.Append(kJoined<kNextKey<words::kDynamicSamplesPresent>, "false">);
         } else if (!headerWritten_) {
             text_.Append(kVersionMember);
-            text_.Append(",\"dynamicSamplesPresentB\":false");
+            text_.Append(kJoined<kNextKey<words::kDynamicSamplesPresent>, "false">);
             headerWritten_ = true;
         }
         if (!root.Creator().empty()) {
-            text_.Append(",\"creator\":");
+            text_.Append(kNextKey<words::kCreator>);
             text_.AppendQuoted(root.Creator());
         }
         AppendOutline(root);
@@ -196,19 +205,19 @@ void DocumentWriter::AppendHeader(const IVkjsonRoot_I& root) {
     for (const VideoSyncEntry& entry : root.VideoSync()) CheckVideoSyncEntry(root, entry);
     text_.Append(kVersionMember);
     if (HasTimeInfo(root)) {
-        text_.Append(",\"dynamicSamplesPresentB\":true");
+        text_.Append(kJoined<kNextKey<words::kDynamicSamplesPresent>, "true">);
         AppendTimeInfo(root);
     } else {
-        text_.Append(",\"dynamicSamplesPresentB\":false");
+        text_.Append(kJoined<kNextKey<words::kDynamicSamplesPresent>, "false">);
     }
     headerWritten_ = true;
 }
 
 void DocumentWriter::AppendTimeInfo(const IVkjsonRoot_I& root) {
-    text_.Append(",\"dynamicDataInfo\":{");
+    text_.Append(kJoined<kNextKey<words::kDynamicDataInfo>, "{">);
     boost::apply_visitor(TimeInfoText(text_), root.Time());
     if (!root.VideoSync().empty()) {
-        text_.Append(",\"videoSyncTimeList\":[");
+        text_.Append(kJoined<kNextKey<words::kVideoSyncTimeList>, "[">);
         for (const VideoSyncEntry& entry : root.VideoSync()) {
             if (&entry != &root.VideoSync().front()) text_.Append(',');
             AppendVideoSyncEntry(text_, entry);
@@ -219,7 +228,7 @@ void DocumentWriter::AppendTimeInfo(const IVkjsonRoot_I& root) {
 }
 
 void DocumentWriter::AppendOutline(IVkjsonRoot_I& root) {
-    text_.Append(",\"dataOutline\":[");
+    text_.Append(kJoined<kNextKey<words::kDataOutline>, "[">);
     OutlineWalk(text_).Write(root);
     text_.Append(']');
 }

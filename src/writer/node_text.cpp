@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "format/words.h"
+
 namespace zentor {
 
 using ZT_PLUGIN::DynamicKind;
@@ -19,11 +21,17 @@ using ZT_PLUGIN::StringProperties;
 
 namespace {
 
+// What a node of a kind begins with, up to the text of its match name.
+template <FixedText objectType>
+constexpr auto kNodeStart =
+    kJoined<"{", kKey<words::kObjectType>, kQuoted<objectType>, kNextKey<words::kMatchName>, "\"">;
+
 // What every node begins with: `start` up to the match name, then the names, without the last quote.
 template <std::size_t N>
-void AppendNames(TextBuffer& text, const char (&start)[N], std::string_view matchName, std::string_view displayName) {
-    constexpr char kBetween[] = "\",\"displayName\":\"";
-    if (N + matchName.size() + sizeof kBetween + displayName.size() > TextRun::kMost) {
+void AppendNames(TextBuffer& text, const FixedText<N>& start, std::string_view matchName,
+                 std::string_view displayName) {
+    constexpr auto kBetween = kJoined<"\"", kNextKey<words::kDisplayName>, "\"">;
+    if (N + matchName.size() + kBetween.size() + displayName.size() > TextRun::kMost) {
         text.Append(start);
         text.Append(matchName);
         text.Append(kBetween);
@@ -39,23 +47,23 @@ void AppendNames(TextBuffer& text, const char (&start)[N], std::string_view matc
 }
 
 void PutPattern(TextRun& run, const NumberPattern& pattern) {
-    run.Put("\"pattern\":{\"isSigned\":");
+    run.Put(kJoined<kKey<words::kPattern>, "{", kKey<words::kIsSigned>>);
     run.PutBoolean(pattern.isSigned);
     if (pattern.digitsDecimal != kUnsetCount) {
-        run.Put(",\"digitsDecimal\":");
+        run.Put(kNextKey<words::kDigitsDecimal>);
         run.PutCount(pattern.digitsDecimal);
     }
     if (pattern.digitsInteger != kUnsetCount) {
-        run.Put(",\"digitsInteger\":");
+        run.Put(kNextKey<words::kDigitsInteger>);
         run.PutCount(pattern.digitsInteger);
     }
     run.Put('}');
 }
 
 void PutMinMax(TextRun& run, const NumberText& minimum, const NumberText& maximum) {
-    run.Put("{\"min\":");
+    run.Put(kJoined<"{", kKey<words::kMin>>);
     run.Put(minimum);
-    run.Put(",\"max\":");
+    run.Put(kNextKey<words::kMax>);
     run.Put(maximum);
     run.Put('}');
 }
@@ -64,18 +72,18 @@ void PutMinMax(TextRun& run, const NumberText& minimum, const NumberText& maximu
 void PutRange(TextRun& run, const ElementRange& range) {
     const MinMax occurring = range.occurring.IsKnown() ? range.occurring : MinMax{0, 0};
     const MinMax& legal = range.legal.IsKnown() ? range.legal : occurring;
-    run.Put("{\"occurring\":");
+    run.Put(kJoined<"{", kKey<words::kOccurring>>);
     PutMinMax(run, FormatNumber(occurring.minimum), FormatNumber(occurring.maximum));
-    run.Put(",\"legal\":");
+    run.Put(kNextKey<words::kLegal>);
     PutMinMax(run, FormatNumber(legal.minimum), FormatNumber(legal.maximum));
     run.Put('}');
 }
 
 // The range of a fixed value: it occupies just that value; what is legal when nothing is known, too.
 void PutRange(TextRun& run, const NumberText& value, const MinMax& legal) {
-    run.Put("{\"occurring\":");
+    run.Put(kJoined<"{", kKey<words::kOccurring>>);
     PutMinMax(run, value, value);
-    run.Put(",\"legal\":");
+    run.Put(kNextKey<words::kLegal>);
     if (legal.IsKnown()) {
         PutMinMax(run, FormatNumber(legal.minimum), FormatNumber(legal.maximum));
     } else {
@@ -103,33 +111,33 @@ NumberPattern PatternOf(const NumberArray& array) {
 
 void PutNumber(TextRun& run, const StaticNodeView& node) {
     const NumberText number = node.numberText.length != 0 ? node.numberText : FormatNumber(node.number);
-    run.Put("\"number\",\"numberStringProperties\":{");
+    run.Put(kJoined<kQuoted<words::kNumber>, ",", kKey<words::kNumberStringProperties>, "{">);
     PutPattern(run, node.pattern.IsKnown() ? node.pattern : PatternOf(number.view()));
-    run.Put(",\"range\":");
+    run.Put(kNextKey<words::kRange>);
     PutRange(run, number, node.legalRange);
-    run.Put("}},\"value\":");
+    run.Put(kJoined<"}},", kKey<words::kValue>>);
     run.Put(number);
 }
 
 void PutStringProperties(TextRun& run, const StringProperties& properties) {
-    run.Put(",\"paddedStringProperties\":{");
+    run.Put(kJoined<kNextKey<words::kPaddedStringProperties>, "{">);
     if (properties.maxDigitsInLength != kUnsetCount) {
-        run.Put("\"maxDigitsInStrLength\":");
+        run.Put(kKey<words::kMaxDigitsInStrLength>);
         run.PutCount(properties.maxDigitsInLength);
         run.Put(',');
     }
     if (properties.maxLength != kUnsetCount) {
-        run.Put("\"maxLen\":");
+        run.Put(kKey<words::kMaxLen>);
         run.PutCount(properties.maxLength);
         run.Put(',');
     }
-    run.Put("\"eventMarkerB\":");
+    run.Put(kKey<words::kEventMarker>);
     run.PutBoolean(properties.isEventMarker);
     run.Put("}}");
 }
 
 void PutBoolean(TextRun& run, bool value) {
-    run.Put("\"boolean\"},\"value\":");
+    run.Put(kJoined<kQuoted<words::kBoolean>, "},", kKey<words::kValue>>);
     run.PutBoolean(value);
 }
 
@@ -148,40 +156,42 @@ void AppendList(TextBuffer& text, std::size_t count, AppendOne&& append) {
 template <class PutRangeOf>
 void AppendArrayProperties(TextBuffer& text, const NumberPattern& pattern, std::size_t size,
                            std::span<const std::string> displayNames, bool isPoint, PutRangeOf&& putRange) {
-    text.Append(",\"numberArrayProperties\":{");
+    text.Append(kJoined<kNextKey<words::kNumberArrayProperties>, "{">);
     text.AppendRun([&](TextRun& run) { PutPattern(run, pattern); });
-    text.Append(",\"arrayRanges\":{\"ranges\":");
+    text.Append(kJoined<kNextKey<words::kArrayRanges>, "{", kKey<words::kRanges>>);
     AppendList(text, size, [&](std::size_t k) { text.AppendRun([&](TextRun& run) { putRange(run, k); }); });
-    text.Append("},\"arraySize\":");
+    text.Append(kJoined<"},", kKey<words::kArraySize>>);
     text.AppendRun([size](TextRun& run) { run.PutCount(size); });
-    text.Append(",\"arrayDisplayNames\":");
+    text.Append(kNextKey<words::kArrayDisplayNames>);
     AppendList(text, displayNames.size(), [&](std::size_t k) { text.AppendQuoted(displayNames[k]); });
-    if (isPoint) text.Append(",\"isPoint\":true");
+    if (isPoint) text.Append(kJoined<kNextKey<words::kIsPoint>, "true">);
     text.Append("}}");
 }
 
 void AppendNumberArray(TextBuffer& text, const NumberArray& array) {
     const std::size_t size = array.values.size();
-    text.Append("\"numberArray\"");
+    text.Append(kQuoted<words::kNumberArray>);
     AppendArrayProperties(text, array.pattern.IsKnown() ? array.pattern : PatternOf(array), size, array.displayNames,
                           array.isPoint, [&](TextRun& run, std::size_t k) {
                               PutRange(run, FormatNumber(array.values[k]),
                                        array.legalRanges.empty() ? MinMax() : array.legalRanges[k]);
                           });
-    text.Append(",\"value\":");
+    text.Append(kNextKey<words::kValue>);
     AppendList(text, size, [&](std::size_t k) { text.AppendNumber(array.values[k]); });
 }
 
 }  // namespace
 
 void AppendGroupStart(TextBuffer& text, std::string_view matchName, std::string_view displayName) {
-    AppendNames(text, "{\"objectType\":\"dataGroup\",\"matchName\":\"", matchName, displayName);
-    text.Append("\",\"children\":[");
+    AppendNames(text, kNodeStart<words::kDataGroup>, matchName, displayName);
+    text.Append(kJoined<"\"", kNextKey<words::kChildren>, "[">);
 }
 
 void AppendStaticNode(TextBuffer& text, const StaticNodeView& node) {
-    AppendNames(text, "{\"objectType\":\"dataStatic\",\"matchName\":\"", node.matchName, node.displayName);
-    constexpr auto kType = [](TextRun& run) { run.Put("\",\"dataType\":{\"type\":"); };
+    AppendNames(text, kNodeStart<words::kDataStatic>, node.matchName, node.displayName);
+    constexpr auto kType = [](TextRun& run) {
+        run.Put(kJoined<"\"", kNextKey<words::kDataType>, "{", kKey<words::kType>>);
+    };
     switch (node.kind) {
         case StaticKind::kNumber:
             text.AppendRun([&](TextRun& run) {
@@ -192,9 +202,9 @@ void AppendStaticNode(TextBuffer& text, const StaticNodeView& node) {
         case StaticKind::kString:
             text.AppendRun([&](TextRun& run) {
                 kType(run);
-                run.Put("\"string\"");
+                run.Put(kQuoted<words::kString>);
                 PutStringProperties(run, node.stringProperties);
-                run.Put(",\"value\":");
+                run.Put(kNextKey<words::kValue>);
             });
             text.AppendQuoted(node.text);
             break;
@@ -213,38 +223,39 @@ void AppendStaticNode(TextBuffer& text, const StaticNodeView& node) {
 }
 
 void AppendDynamicNode(TextBuffer& text, const DynamicNodeView& node) {
-    AppendNames(text, "{\"objectType\":\"dataDynamic\",\"matchName\":\"", node.matchName, node.displayName);
-    text.Append("\",\"sampleSetID\":");
+    AppendNames(text, kNodeStart<words::kDataDynamic>, node.matchName, node.displayName);
+    text.Append(kJoined<"\"", kNextKey<words::kSampleSetId>>);
     text.AppendQuoted(node.sampleSetId);
     text.AppendRun([&](TextRun& run) {
-        run.Put(",\"interpolation\":\"");
-        run.Put(node.interpolation == Interpolation::kLinear ? std::string_view("linear") : std::string_view("hold"));
-        run.Put("\",\"hasExpectedFrequencyB\":");
+        run.Put(kJoined<kNextKey<words::kInterpolation>, "\"">);
+        run.Put(node.interpolation == Interpolation::kLinear ? std::string_view(words::kLinear)
+                                                             : std::string_view(words::kHold));
+        run.Put(kJoined<"\"", kNextKey<words::kHasExpectedFrequency>>);
         run.PutBoolean(node.hasExpectedFrequency);
-        run.Put(",\"sampleCount\":");
+        run.Put(kNextKey<words::kSampleCount>);
         run.PutCount(node.sampleCount);
     });
     if (node.hasExpectedFrequency) {
-        text.Append(",\"expectedMaxInterSampleDuration\":");
+        text.Append(kNextKey<words::kMaxInterSampleDuration>);
         text.AppendQuoted(node.maxInterSampleDuration);
     }
-    text.Append(",\"dataType\":{\"type\":");
+    text.Append(kJoined<kNextKey<words::kDataType>, "{", kKey<words::kType>>);
     switch (node.kind) {
         case DynamicKind::kNumber:
             text.AppendRun([&](TextRun& run) {
-                run.Put("\"numberString\",\"numberStringProperties\":{");
+                run.Put(kJoined<kQuoted<words::kNumberString>, ",", kKey<words::kNumberStringProperties>, "{">);
                 PutPattern(run, node.pattern);
-                run.Put(",\"range\":");
+                run.Put(kNextKey<words::kRange>);
                 PutRange(run, node.ranges.front());
                 run.Put("}}");
             });
             break;
         case DynamicKind::kString:
-            text.Append("\"paddedString\"");
+            text.Append(kQuoted<words::kPaddedString>);
             text.AppendRun([&](TextRun& run) { PutStringProperties(run, node.stringProperties); });
             break;
         case DynamicKind::kNumberArray:
-            text.Append("\"numberStringArray\"");
+            text.Append(kQuoted<words::kNumberStringArray>);
             AppendArrayProperties(text, node.pattern, node.ranges.size(), node.displayNames, node.isPoint,
                                   [&](TextRun& run, std::size_t k) { PutRange(run, node.ranges[k]); });
             break;

@@ -6,6 +6,7 @@
 #include <memory>
 #include <string_view>
 
+#include "util/fixed_text.h"
 #include "util/number_text.h"
 #include "util/short_copy.h"
 #include "writer/document_file.h"
@@ -19,11 +20,15 @@ public:
 
     explicit TextRun(char* at) : at_(at) {}
 
-    // A literal: copied with a length that the compiler knows.
+    // Copied with a length that the compiler knows.
     template <std::size_t N>
     void Put(const char (&literal)[N]) {
         std::memcpy(at_, literal, N - 1);
         at_ += N - 1;
+    }
+    template <std::size_t N>
+    void Put(const FixedText<N>& text) {
+        Put(text.bytes);
     }
     void Put(char c) { *at_++ = c; }
     void PutBoolean(bool value) {

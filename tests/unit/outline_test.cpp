@@ -47,8 +47,9 @@ std::string Describe(const OutlineContents& contents) {
     std::string text;
     Describe(contents.index, kRootNode, text);
     for (const SampleSet& set : contents.sets) {
-        for (const std::uint64_t number : {static_cast<std::uint64_t>(set.kind), set.count, set.numberWidth,
-                                           set.arraySize, set.maxLength, set.lengthDigits}) {
+        const RecordLayout& layout = set.layout;
+        for (const std::uint64_t number : {static_cast<std::uint64_t>(layout.kind), set.count, layout.pattern.Width(),
+                                           layout.arraySize, layout.maxLength, layout.lengthDigits}) {
             text += ' ' + std::to_string(number);
         }
         text += ' ' + set.id;

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <charconv>
 
-#include "util/group_limit.h"
+#include "format/limits.h"
 #include "util/number_text.h"
 
 namespace zentor {

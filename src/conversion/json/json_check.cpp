@@ -3,7 +3,7 @@
 #include <cmath>
 
 #include "errors/rapidjson.h"
-#include "util/group_limit.h"
+#include "format/limits.h"
 #include "util/json_cursor.h"
 #include "util/number_text.h"
 #include "util/utf_codec.h"
