@@ -41,7 +41,7 @@ std::string DefaultOutputName(const std::string& inputPath) {
 void CheckOutputPath(Library& library, const std::string& path, bool force) {
     const std::string folder = FolderOf(path);
     if (!folder.empty() && KindOf(folder) != os::PathKind::kFolder) {
-        library.Fail(58, "$$$/ZTError/DirectoryDoesNotExists=VKJSON output directory does not exists.");
+        library.Fail(ZT_OUTPUT_FOLDER, "$$$/ZTError/DirectoryDoesNotExists=VKJSON output directory does not exists.");
     }
     const os::PathKind kind = KindOf(path);
     if (kind == os::PathKind::kFolder || kind == os::PathKind::kOther) throw LibraryFailure(path + " is not a file");

@@ -19,7 +19,7 @@ bool Convert(const std::string& input, const std::string& output, std::string_vi
     const std::uint64_t id = ZT_PLUGIN::OpenStream(std::make_unique<DocumentWriter>(output));
     bool converted = false;
     try {
-        converted = BVHConverter({input, input, std::to_string(id)}).Convert();
+        converted = BVHConverter({input, input, id}).Convert();
         Require(converted);
     } catch (const ns_sensor::ZT_Exception& failure) {
         RequireRefusal(failure, 1506, capture);

@@ -99,7 +99,7 @@ enum ZT_ErrorCode ZT_UINT32_ENUM {
     ZT_TIME_MODE_INVALID = 2021,        // a frame rate or precision that cannot be, or no time mode for a sample
     ZT_INVALID_NAME = 2022,             // a node without a name, or a match name with other than letters and digits
     ZT_UNBALANCED_TEXT = 2023,          // the square brackets of a sample's text do not balance
-    ZT_UNKNOWN_NODE_KIND = 2026,        // a node of a kind that the library does not know
+    ZT_UNKNOWN_NODE_KIND = 2026,        // reserved: a node of a kind that the library does not know
     ZT_NULL_RESULT = 2027,              // no place for a new object
     ZT_VERSION_TOO_NEW = 2029,          // an interface version above the newest
     ZT_VERSION_ZERO = 2030              // interface version 0

@@ -21,9 +21,9 @@
 // Callbacks may use the library: query, open, convert, and close what they have opened. They cannot take away what is
 // calling them: the last CloseFile of a handler out of one of its own queries, the release of a stream out of one of
 // its operations, and the last DestroyZentor_1 out of any operation of the manager, a handler or a stream fail with
-// code 1 and change nothing. That holds for `reportError` during these operations, too. An exception that leaves a
-// callback is caught and makes the operation end with code 23; one that leaves `reportError` itself is not reported,
-// but is what GetLastException_1 tells.
+// ZT_INVALID_POINTER and change nothing. That holds for `reportError` during these operations, too. An exception that
+// leaves a callback is caught and makes the operation end with ZT_UNKNOWN; one that leaves `reportError` itself is not
+// reported, but is what GetLastException_1 tells.
 #ifndef ZENTOR_ZENTOR_H
 #define ZENTOR_ZENTOR_H
 
@@ -71,7 +71,7 @@ typedef struct IZentor IZentor;
 // An error code; ZT_OK (0) is success.
 typedef uint32_t ZT_Result;
 
-// A time in seconds: value / scale. A scale of 0 is refused with code 1.
+// A time in seconds: value / scale. A scale of 0 is refused with ZT_INVALID_POINTER.
 struct ZT_Time {
     int32_t value;
     uint32_t scale;
@@ -208,13 +208,14 @@ struct ZT_PluginCallbacks {
     void (*addExtension)(void* listContext, const char* extension);  // without a dot, in lower case
     // What inputs have at a byte offset, one of these.
     void (*addSignature)(void* listContext, uint64_t offset, const char* bytes, uint64_t length);
-    // The folder that was handed over last, or one in it, cannot be looked into (codes 12, 16; it is tried again with
-    // the next conversion or listing), or is passed over, because its path is not absolute (12).
+    // The folder that was handed over last, or one in it, cannot be looked into (codes ZT_PATH_CONVERSION,
+    // ZT_FOLDER_OPEN; it is tried again with the next conversion or listing), or is passed over, because its path is
+    // not absolute (ZT_PATH_CONVERSION).
     void (*addFolderProblem)(void* listContext, const char* path, uint32_t problemCode, const char* problem);
     // Null: no module is loaded for the listing. Otherwise each module that has converters is, after they were handed
-    // over, and stays so like one that was used. `code` 0: it can be used; else 1021 or 1500 with the message, and
-    // `diagnosis` is for the module's author: what the system's loader says, in the user's language, or what the
-    // module's InitializePlugin has done.
+    // over, and stays so like one that was used. `code` 0: it can be used; else ZT_MODULE_LOADING or
+    // ZT_PLUGIN_INITIALIZE with the message, and `diagnosis` is for the module's author: what the system's loader says,
+    // in the user's language, or what the module's InitializePlugin has done.
     void (*setLoadResult)(void* listContext, uint32_t code, const char* message, const char* diagnosis);
 };
 
@@ -222,12 +223,13 @@ struct ZT_PluginCallbacks {
 struct ZT_HostOptions {
     uint32_t size ZT_OWN_SIZE(ZT_HostOptions);
     // 1: OpenFile copies a document that is not open yet to the folder for temporary files first, and all queries read
-    // the copy, so that it does not matter what others do to the file afterwards. Codes 14 and 15 (no such folder or
-    // file), 21 (no room).
+    // the copy, so that it does not matter what others do to the file afterwards. Codes ZT_TEMP_FOLDER and ZT_TEMP_FILE
+    // (no such folder or file), ZT_GENERAL (no room).
     uint8_t privateCopy;
     // 1: OpenFile, of a document that is not open yet, and ConvertFile with `validate` read every sample: its form,
-    // time and value, and that no time is before the one in front of it. Code 39 with the offset of the first sample
-    // that is wrong, 36. Otherwise what is wrong within a set of samples is met by the query that reads it.
+    // time and value, and that no time is before the one in front of it. Code ZT_SAMPLE_DATA with the offset of the
+    // first sample that is wrong, ZT_SAMPLE_SET_INFO. Otherwise what is wrong within a set of samples is met by the
+    // query that reads it.
     uint8_t checkSamples;
     uint8_t reserved[2];  // 0
 };
@@ -277,12 +279,13 @@ struct ZT_LibraryCallbacks {
 struct IVkjsonStream {
     // slot 0: fills the first *count bytes of `buffer` with zero, reads the next bytes of the document into it, at most
     // *count, and returns how many were read: less than asked for at the end, 0 after it and after a failure.
-    // *count stays as it is. Codes 1 (null argument), 11.
+    // *count stays as it is. Codes ZT_INVALID_POINTER (null argument), ZT_FILE_READ.
     virtual uint32_t Read(void* buffer, const uint32_t* count) noexcept = 0;
     // slot 1: copies the whole document to the file `path`, creating it or replacing its content; the position of Read
     // does not change. Saving a document onto itself does nothing. On failure a file that was there before is left
-    // empty, and a new one is removed. Codes 2, 3, 4 (not a file), 6, 7 (cannot be created, or is the stream's input),
-    // 8, 11, 12, 13, 34 (disk full), 55.
+    // empty, and a new one is removed. Codes ZT_INVALID_FILE_PATH, ZT_FILE_PATH_TOO_LARGE, ZT_FILE_NOT_EXIST (not a
+    // file), ZT_FILE_OPEN, ZT_FILE_CREATE (cannot be created, or is the stream's input), ZT_FILE_CLOSE, ZT_FILE_READ,
+    // ZT_PATH_CONVERSION, ZT_FILE_PERMISSION, ZT_OUT_OF_MEMORY (disk full), ZT_FILE_WRITE.
     virtual ZT_Result SaveTo(const char* path) noexcept = 0;
     // slot 2: the document's path; lives until the stream is released.
     virtual const char* DocumentPath() noexcept = 0;
@@ -291,7 +294,7 @@ struct IVkjsonStream {
     // slot 4: how many bytes Read has not handed out yet.
     virtual uint32_t Remaining() noexcept = 0;
     // slot 5: sets the file position back to the first byte. Remaining is left as it is, so after a full read there is
-    // still nothing to read; after a partial read, as many bytes as remained. Code 10.
+    // still nothing to read; after a partial read, as many bytes as remained. Code ZT_FILE_SEEK.
     virtual ZT_Result Rewind() noexcept = 0;
     // slot 6: for the library. A host releases a stream with IZentor::ReleaseStream; a call by a host does nothing.
     virtual void DeletingDestructor(uint32_t flags) noexcept = 0;
@@ -336,10 +339,11 @@ struct ISensorFileHandler {
     // document cannot say is cut off before the comparison: parts of a frame, decimals that the document does not have.
     // A time after the last time code counts as that one. Where times begin anew, as those of a recording past midnight
     // do, samples of either part that are in the range come, in the order of the document. A label that drop frame
-    // leaves out is the frame that counting gives. Code 1 also for a time with scale 0.
+    // leaves out is the frame that counting gives. Code ZT_INVALID_POINTER also for a time with scale 0.
     //
-    // Codes: 21 (no sample there), 34, 36 (by its description in the outline the set of samples ends past the end of
-    // the file), 38 (the node has no samples), 39 (a sample is malformed; the first detail is its byte offset).
+    // Codes: ZT_GENERAL (no sample there), ZT_OUT_OF_MEMORY, ZT_SAMPLE_SET_INFO (by its description in the outline the
+    // set of samples ends past the end of the file), ZT_SAMPLES_NOT_FOUND (the node has no samples), ZT_SAMPLE_DATA (a
+    // sample is malformed; the first detail is its byte offset).
     virtual ZT_Result GetDynamicSamples(const char* dataPath, ZT_Time start, ZT_Time end,
                                         DynamicDataSampleSet* samples) noexcept = 0;
     // slot 6: the latest sample at or before `time`; of several at one time, the last; where times begin anew, of the
@@ -380,26 +384,32 @@ struct IZentor {
     // path itself, converted or not. Output and input being the same file is no failure when the input is a document:
     // nothing is copied.
     //
-    // Codes of the arguments and of conversion: those of ConvertFile; and 4, 7 (the output is not a file, cannot be
-    // written, is the input, or is an open document), 58 (the output's folder does not exist), 15, 21, 22 (the
-    // converted document cannot be put in the output's place), 34 (disk full), 55. Codes of the document: 5, 6, 21 (it
-    // cannot be mapped), 28 to 32, 37, 39 to 44, 46, 47, 49, 54; of a private copy 14, 15 and 21.
+    // Codes of the arguments and of conversion: those of ConvertFile; and ZT_FILE_NOT_EXIST, ZT_FILE_CREATE (the output
+    // is not a file, cannot be written, is the input, or is an open document), ZT_OUTPUT_FOLDER (the output's folder
+    // does not exist), ZT_TEMP_FILE, ZT_GENERAL, ZT_RENAME (the converted document cannot be put in the output's
+    // place), ZT_OUT_OF_MEMORY (disk full), ZT_FILE_WRITE. Codes of the document: ZT_FILE_STAT, ZT_FILE_OPEN,
+    // ZT_GENERAL (it cannot be mapped), ZT_MISSING_PROPERTY to ZT_INVALID_JSON, ZT_DUPLICATE_SAMPLE_ID, ZT_SAMPLE_DATA
+    // to ZT_PROPERTY_VALUE, ZT_CONDITIONAL_PROPERTY, ZT_EMPTY_ARRAY, ZT_DYNAMIC_NODE_NOT_PRESENT, ZT_EMPTY_FILE; of a
+    // private copy ZT_TEMP_FOLDER, ZT_TEMP_FILE and ZT_GENERAL.
     virtual ZT_Result OpenFile(ISensorFileHandler** handler, const char* inputPath,
                                const char* outputPath) noexcept = 0;
     // slot 1: gives back a handler that OpenFile returned. The last close of a document unmaps it, deletes it when it
-    // is a temporary one, and nulls *handler; earlier ones leave *handler as it is. Codes 1 (also: the last close, out
-    // of a callback of the handler's own query), 26 (nothing is open), 27.
+    // is a temporary one, and nulls *handler; earlier ones leave *handler as it is. Codes ZT_INVALID_POINTER (also: the
+    // last close, out of a callback of the handler's own query), ZT_NO_FILE_OPENED (nothing is open),
+    // ZT_INVALID_FILE_HANDLER.
     virtual ZT_Result CloseFile(ISensorFileHandler** handler) noexcept = 0;
     // slot 2: converts a supported file into a document in the folder for temporary files; a vkjson document is taken
     // as it is. `validate` not 0: the document is opened once, and its first fault fails the call with the codes of
     // OpenFile. *stream is null after a failure. The temporary document goes with the stream.
-    // Codes 1, 2, 3, 4, 6, 11 (also: a document of 4 GiB or more), 12, 13, 14 (no folder for temporary files), 15 (none
-    // can be created there), 21, 25, 1506 (the input cannot be read or converted), 1508 (the frame time of a capture),
-    // and 1000 + the code of a file operation that failed while the document was written or its samples were kept, with
-    // that operation's message (1034: memory or disk full, as the message says).
+    // Codes ZT_INVALID_POINTER, ZT_INVALID_FILE_PATH, ZT_FILE_PATH_TOO_LARGE, ZT_FILE_NOT_EXIST, ZT_FILE_OPEN,
+    // ZT_FILE_READ (also: a document of 4 GiB or more), ZT_PATH_CONVERSION, ZT_FILE_PERMISSION, ZT_TEMP_FOLDER (no
+    // folder for temporary files), ZT_TEMP_FILE (none can be created there), ZT_GENERAL, ZT_FORMAT_NOT_SUPPORTED,
+    // ZT_CONVERSION (the input cannot be read or converted), ZT_FRAME_TIME (the frame time of a capture), and 1000 +
+    // the code of a file operation that failed while the document was written or its samples were kept, with that
+    // operation's message (ZT_CONVERTER_OUT_OF_MEMORY: memory or disk full, as the message says).
     virtual ZT_Result ConvertFile(IVkjsonStream** stream, const char* inputPath, uint8_t validate) noexcept = 0;
-    // slot 3: releases a stream that ConvertFile returned and deletes its temporary document. Codes 1 (also: out of a
-    // callback of the stream's own operation), 56, 57.
+    // slot 3: releases a stream that ConvertFile returned and deletes its temporary document. Codes ZT_INVALID_POINTER
+    // (also: out of a callback of the stream's own operation), ZT_NO_STREAM_CREATED, ZT_INVALID_STREAM.
     virtual ZT_Result ReleaseStream(IVkjsonStream** stream) noexcept = 0;
     // slot 4: for the library. A host lets go of the manager with DestroyZentor_1; a call by a host does nothing.
     virtual void DeletingDestructor(uint32_t flags) noexcept = 0;
@@ -435,16 +445,16 @@ extern "C" {
 // plug-ins (null: "en_US"), and its `hostTable1` and `hostTable2`, which are for plug-ins and may be null, are those
 // that plug-ins get; those of later calls do not count. `errorContext` of the latest call goes with the reports of all
 // operations. `suite` is kept if none is kept yet. `libraryCallbacks` may be null. A call that comes while another
-// thread destroys the last manager waits for that. Code 1 when `zentor` is null, or when a plug-in calls out of its own
-// end.
+// thread destroys the last manager waits for that. Code ZT_INVALID_POINTER when `zentor` is null, or when a plug-in
+// calls out of its own end.
 ZT_EXPORTED void CreateZentor_1(IZentor** zentor, const void* hostTable1, const void* hostTable2, const char* locale,
                                 void* errorContext, const ZT_HostSuite* suite,
                                 const ZT_LibraryCallbacks** libraryCallbacks);
 
 // Gives a manager back and nulls *zentor. The last one destroys the manager with all its streams and handlers, deletes
-// their temporary documents and unloads plug-ins; messages are in English again then. Code 1 for a null or foreign
-// pointer, and for the last one out of a callback of an operation; the code that a plug-in gave when it was ended,
-// after everything has been done.
+// their temporary documents and unloads plug-ins; messages are in English again then. Code ZT_INVALID_POINTER for a
+// null or foreign pointer, and for the last one out of a callback of an operation; the code that a plug-in gave when it
+// was ended, after everything has been done.
 ZT_EXPORTED void DestroyZentor_1(IZentor** zentor, void* errorContext);
 
 // Calls the suite's `addFormat` once for each supported format, by ascending extension, and then the suite's entries
@@ -463,7 +473,7 @@ ZT_EXPORTED void GetLocalizedErrorMsg_1(const char* key, const char* parameter1,
 
 // Hands the calling thread's last failure to `callback`: code 0 and "Unknown exception" when there was none since the
 // record was cleared. `clear` not 0 clears it. Cannot fail; when the callback lets an exception out, that is the
-// thread's last failure then: code 23.
+// thread's last failure then: ZT_UNKNOWN.
 ZT_EXPORTED void GetLastException_1(void* context,
                                     void (*callback)(void* context, uint32_t code, const char* message, int64_t extra1,
                                                      int64_t extra2),

@@ -21,7 +21,7 @@ class LineReader {
 public:
     static constexpr std::size_t kMaxLength = 1024;
 
-    // `path`: UTF-8. Throws code 1006 when it cannot be opened.
+    // `path`: UTF-8. Throws ZT_CAPTURE_OPEN when it cannot be opened.
     explicit LineReader(const std::string& path);
 
     bool Next(Line& line);

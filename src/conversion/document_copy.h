@@ -6,7 +6,8 @@
 namespace zentor {
 
 // Copies a file's content to `to`, creating that or replacing its content. When the copy fails, a file that was there
-// before is left empty, and a new one is removed. Codes 4 (`to` is not a file), 6, 7, 8, 11, 12, 13, 34, 55.
+// before is left empty, and a new one is removed. Codes ZT_FILE_NOT_EXIST (`to` is not a file), ZT_FILE_OPEN,
+// ZT_FILE_CREATE, ZT_FILE_CLOSE, ZT_FILE_READ, ZT_PATH_CONVERSION, ZT_FILE_PERMISSION, ZT_OUT_OF_MEMORY, ZT_FILE_WRITE.
 void CopyDocument(const std::string& from, const std::string& to);
 
 }  // namespace zentor

@@ -3,19 +3,22 @@
 #include <functional>
 
 #include "conversion/format_table.h"
-#include "conversion/input_checks.h"
 #include "conversion/output_placement.h"
 #include "conversion/plugin/plugin_converter.h"
 #include "conversion/plugin/plugin_host.h"
-#include "errors/call_scope.h"
 #include "errors/converter_failure.h"
 #include "errors/exception.h"
 #include "errors/first_failure.h"
 #include "errors/last_exception.h"
 #include "errors/raise.h"
+#include "files/file_io.h"
+#include "files/path_check.h"
+#include "format/version.h"
 #include "format/words.h"
 #include "model/live_objects.h"
 #include "model/stream_state.h"
+#include "util/file_mapper.h"
+#include "util/path_text.h"
 #include "writer/document_writer.h"
 
 namespace zentor {
@@ -34,7 +37,7 @@ public:
     OpenStreamScope(const OpenStreamScope&) = delete;
     OpenStreamScope& operator=(const OpenStreamScope&) = delete;
 
-    std::string Key() const { return std::to_string(id_); }
+    std::uint64_t Id() const { return id_; }
 
 private:
     std::uint64_t id_;
@@ -45,12 +48,12 @@ using MakeConverter = std::function<std::unique_ptr<ZT_ConverterHandlerBase>(Con
 
 // The converter of an input: a plug-in that insists on it, a built-in one, or any other plug-in. What it gives keeps
 // the plug-ins while it is used. When there is none: the failure of the first plug-in that could not say whether it is
-// one; what kept plug-ins from being found; else code 25.
+// one; what kept plug-ins from being found; else ZT_FORMAT_NOT_SUPPORTED.
 MakeConverter FindConverter(const std::string& inputPath) {
     const std::string extension = LowerCaseAscii(ExtensionOf(inputPath));
     const auto plugins = Plugins();
     const NativeFormat* const format = FindConvertibleFormat(extension);
-    const auto lastException = GetLastException();
+    const LastExceptionScope lastException;
     FirstFailure failure;  // a plug-in that fails does not take the input away from others
     const ZT_PLUGIN::PluginConverter* converter = plugins->FindForced(inputPath, extension, failure);
     if (converter == nullptr && format == nullptr) {
@@ -61,7 +64,6 @@ MakeConverter FindConverter(const std::string& inputPath) {
             Raise(kFileFormatNotSupported);
         }
     }
-    RestoreLastException(lastException);
     if (converter == nullptr) return format->makeConverter;
     return [plugins, converter](ConversionInfo info) {
         return std::make_unique<ZT_PLUGIN::ZT_ConverterHandlerInstance>(std::move(info), *converter);
@@ -71,8 +73,8 @@ MakeConverter FindConverter(const std::string& inputPath) {
 void RunConverter(const MakeConverter& makeConverter, const std::string& inputPath, const std::string& originalName,
                   const std::string& documentPath) {
     const OpenStreamScope stream(documentPath);
-    const auto converter = makeConverter({inputPath, originalName, stream.Key()});
-    const auto lastException = GetLastException();
+    const auto converter = makeConverter({inputPath, originalName, stream.Id()});
+    const LastExceptionScope lastException;
     ClearLastException();  // a failure may tell its cause by it
     bool converted = false;
     try {
@@ -81,7 +83,6 @@ void RunConverter(const MakeConverter& makeConverter, const std::string& inputPa
         RaiseConverterFailure(failure.code(), failure.extra1(), failure.extra2());
     }
     if (!converted) Raise(kConversionFailure);
-    RestoreLastException(lastException);
 }
 
 std::shared_ptr<DocumentRecord> RecordOfDocument(const std::string& path, bool isKnownVersion2) {
@@ -89,6 +90,17 @@ std::shared_ptr<DocumentRecord> RecordOfDocument(const std::string& path, bool i
     record->documentPath = path;
     record->isKnownVersion2 = isKnownVersion2;
     return record;
+}
+
+// Whether the file already is a vkjson document of version 2, its word in any letter case. Never fails and leaves no
+// trace of a failure.
+bool IsVkjsonDocument(const std::string& path) noexcept {
+    try {
+        FileMapper file;
+        return file.Map(path) == MapResult::kMapped && BeginsAsVersion2(file.bytes(), LetterCase::kAny);
+    } catch (...) {
+        return false;
+    }
 }
 
 // A document that goes to an output is made beside it, so that it only has to be renamed.
@@ -101,7 +113,7 @@ std::shared_ptr<DocumentRecord> CreateDocumentFor(const InputFile& input, const 
 }  // namespace
 
 InputFile CheckInput(const char* inputPath) {
-    CheckInputFilePath(inputPath);
+    CheckPath(inputPath);
     if (File_IO::GetFileMode(inputPath) != PathKind::kFile) Raise(kFileNotExist, Quoted(inputPath));
     return {inputPath, File_IO::AbsolutePath(inputPath)};
 }
@@ -116,25 +128,6 @@ std::shared_ptr<DocumentRecord> PrepareInput(const InputFile& input, const std::
     auto record = CreateDocumentFor(input, outputPath);
     RunConverter(makeConverter, input.path, input.name, record->documentPath);
     return record;
-}
-
-IVkjsonStream* ConversionDriver::MakeStream(std::shared_ptr<DocumentRecord> record, const std::string& inputPath) {
-    auto stream = std::make_unique<VkjsonStreamImpl>(std::move(record), inputPath, openDocuments_);
-    IVkjsonStream* const handle = stream.get();
-    const std::lock_guard lock(streamsMutex_);
-    streams_.emplace(handle, std::move(stream));
-    return handle;
-}
-
-void ConversionDriver::ReleaseStream(IVkjsonStream* stream) {
-    std::unique_ptr<VkjsonStreamImpl> released;  // goes outside the lock: it closes and deletes files
-    const std::lock_guard lock(streamsMutex_);
-    if (streams_.empty()) Raise(kNoStreamCreated);
-    const auto found = streams_.find(stream);
-    if (found == streams_.end()) Raise(kInvalidStream);
-    if (CallScope::IsIn(found->second.get())) Raise(kInvalidPointer, Quoted("IVkjsonStream"));
-    released = std::move(found->second);
-    streams_.erase(found);
 }
 
 }  // namespace zentor

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "conversion/converter.h"
+#include "conversion/converter_base.h"
 
 namespace zentor {
 

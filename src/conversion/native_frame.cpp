@@ -1,7 +1,5 @@
 #include "conversion/native_frame.h"
 
-#include <charconv>
-
 #include "errors/exception.h"
 
 namespace zentor {
@@ -10,17 +8,11 @@ using namespace ZT_PLUGIN;
 
 namespace {
 
-std::uint64_t StreamIdOf(std::string_view streamKey) {
-    std::uint64_t id = 0;
-    std::from_chars(streamKey.data(), streamKey.data() + streamKey.size(), id);
-    return id;
-}
-
-// Makes a node of one kind for the document of the stream with this key.
+// Makes a node of one kind for the document of a stream.
 template <class Node, class... Arguments>
-Owner<Node> CreateNode(std::string_view streamKey, const Arguments&... arguments) {
+Owner<Node> CreateNode(std::uint64_t streamId, const Arguments&... arguments) {
     try {
-        return MakeOwner(new Node(StreamIdOf(streamKey), arguments...));
+        return MakeOwner(new Node(streamId, arguments...));
     } catch (const ZT_PluginException& failure) {
         if (failure.code() == ZT_STREAM_NOT_OPEN) Raise(kWriterFailureStream);
         RaiseConverterFailure(failure.code(), failure.extra1(), failure.extra2());
@@ -31,14 +23,14 @@ Owner<Node> CreateNode(std::string_view streamKey, const Arguments&... arguments
 template <class Node, class... Arguments>
 Owner<Node> CreateNode(const ZT_ConverterHandlerBase* converter, const Arguments&... arguments) {
     if (converter == nullptr) Raise(kInvalidPointer, Quoted("Native converter"));
-    return CreateNode<Node>(std::string_view(converter->Info().streamKey), arguments...);
+    return CreateNode<Node>(converter->Info().streamId, arguments...);
 }
 
 }  // namespace
 
-Owner<VkjsonRootImpl> NativeCreateRoot(const ZT_ConverterHandlerBase* converter, std::string_view streamKey) {
+Owner<VkjsonRootImpl> NativeCreateRoot(const ZT_ConverterHandlerBase* converter, std::uint64_t streamId) {
     if (converter == nullptr) Raise(kInvalidPointer, Quoted("Native converter"));
-    return CreateNode<VkjsonRootImpl>(streamKey);
+    return CreateNode<VkjsonRootImpl>(streamId);
 }
 
 Owner<VkjsonGroupImpl> NativeCreateGroup(const ZT_ConverterHandlerBase* converter, std::string_view matchName,

@@ -1,14 +1,14 @@
 // The native converter frame: how built-in converters make nodes.
 //
 // A failure of a model operation comes out as ZT_Exception with that code and the text of an internal converter
-// failure, and the new node is released. A null converter fails with code 1, one whose document is not being written
-// with 2011.
+// failure, and the new node is released. A null converter fails with ZT_INVALID_POINTER, one whose document is not
+// being written with ZT_WRITER_STREAM.
 #pragma once
 
 #include <span>
 #include <string_view>
 
-#include "conversion/converter.h"
+#include "conversion/converter_base.h"
 #include "errors/converter_failure.h"
 #include "errors/raise.h"
 #include "model/dynamic_numbers.h"
@@ -47,9 +47,9 @@ struct DynamicArrayDescription {
     NumberArrayProperties properties;
 };
 
-// The root of the document that the stream with this key writes.
+// The root of the document that this stream writes.
 ZT_PLUGIN::Owner<ZT_PLUGIN::VkjsonRootImpl> NativeCreateRoot(const ZT_ConverterHandlerBase* converter,
-                                                             std::string_view streamKey);
+                                                             std::uint64_t streamId);
 ZT_PLUGIN::Owner<ZT_PLUGIN::VkjsonGroupImpl> NativeCreateGroup(const ZT_ConverterHandlerBase* converter,
                                                                std::string_view matchName,
                                                                std::string_view displayName);
@@ -67,8 +67,9 @@ ZT_PLUGIN::Owner<ZT_PLUGIN::VkjsonStaticDataBoolImpl> NativeCreateStaticBool(con
                                                                              std::string_view matchName,
                                                                              std::string_view displayName, bool value);
 
-// Before anything else fails with code 2017 for other than 1 to 3 dimensions, and with 2018 for other than one range
-// for each, or none. A ZT_PluginException with code 2019 for other than one display name for each, or none.
+// Before anything else fails with ZT_WRITER_DIMENSIONS for other than 1 to 3 dimensions, and with ZT_WRITER_RANGES for
+// other than one range for each, or none. A ZT_PluginException with ZT_DISPLAY_NAME_COUNT for other than one display
+// name for each, or none.
 ZT_PLUGIN::Owner<ZT_PLUGIN::VkjsonDynamicDataNumArrImpl> NativeCreateDynamicNumArr(
     const ZT_ConverterHandlerBase* converter, const DynamicArrayDescription& description);
 

@@ -8,11 +8,13 @@
 
 namespace zentor {
 
-// Checks that a document may be put at `output`: codes 4 (something other than a file is there), 7 (the file that is
-// there cannot be written), 58 (its folder does not exist). Returns the folder.
+// Checks that a document may be put at `output`: ZT_FILE_NOT_EXIST (something other than a file is there),
+// ZT_FILE_CREATE (the file that is there cannot be written), ZT_OUTPUT_FOLDER (its folder does not exist). Returns the
+// folder.
 std::string CheckOutput(const std::string& output);
 
-// A temporary document beside `output` with the bytes of a file. Codes of CheckOutput, 6, 8, 11, 12, 15, 34, 55.
+// A temporary document beside `output` with the bytes of a file. Codes of CheckOutput, ZT_FILE_OPEN, ZT_FILE_CLOSE,
+// ZT_FILE_READ, ZT_PATH_CONVERSION, ZT_TEMP_FILE, ZT_OUT_OF_MEMORY, ZT_FILE_WRITE.
 std::shared_ptr<DocumentRecord> CopyBeside(const std::string& from, const std::string& output);
 
 // Puts the temporary document of `record`, which stands beside `output`, at `output`, and takes it back at the end of
@@ -20,7 +22,7 @@ std::shared_ptr<DocumentRecord> CopyBeside(const std::string& from, const std::s
 class OutputPlacement {
 public:
     // Renames the document, or exchanges it with the file that is there; the record then stands for the output and is
-    // no longer temporary. Codes 15, 21, 22.
+    // no longer temporary. Codes ZT_TEMP_FILE, ZT_GENERAL, ZT_RENAME.
     OutputPlacement(std::shared_ptr<DocumentRecord> record, const std::string& output);
     ~OutputPlacement();
     OutputPlacement(const OutputPlacement&) = delete;

@@ -5,9 +5,9 @@
 #include <limits>
 
 #include "conversion/document_copy.h"
-#include "conversion/input_checks.h"
 #include "errors/host_boundary.h"
 #include "errors/raise.h"
+#include "files/path_check.h"
 
 namespace zentor {
 
@@ -52,7 +52,7 @@ std::uint32_t VkjsonStreamImpl::Read(void* buffer, const std::uint32_t* count) n
 
 ZT_Result VkjsonStreamImpl::SaveTo(const char* path) noexcept {
     return RunOperation(this, [&] {
-        CheckInputFilePath(path);
+        CheckPath(path);
         const std::string target = File_IO::AbsolutePath(path);
         if (File_IO::IsSameFile(target, record_->documentPath)) return;
         if (File_IO::IsSameFile(target, inputPath_) || openDocuments_.IsOpen(target)) {

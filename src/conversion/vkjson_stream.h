@@ -22,7 +22,8 @@ public:
 // Owned by the driver, whatever a host's reference counting says.
 class VkjsonStreamImpl final : public IVkjsonStream_I, public ZT_PLUGIN::SharedObjectImpl {
 public:
-    // `inputPath` is absolute. Code 11 when the document is of 4 GiB or more: the interface counts in 32 bits.
+    // `inputPath` is absolute. Code ZT_FILE_READ when the document is of 4 GiB or more: the interface counts in 32
+    // bits.
     VkjsonStreamImpl(std::shared_ptr<DocumentRecord> record, std::string inputPath, OpenDocuments& openDocuments);
     ~VkjsonStreamImpl() override = default;
 

@@ -38,16 +38,17 @@ void ListModule(const ZT_PluginCallbacks& callbacks, const ZT_PLUGIN::FoundModul
         ListConverter(callbacks, converter.manifest, listContext);
     }
     if (callbacks.setLoadResult == nullptr || module.converters.empty()) return;
-    const auto lastException = GetLastException();
     std::uint32_t code = 0;
     std::string message;
     std::string diagnosis;
-    try {
-        module.converters.front().module->Load(diagnosis);
-    } catch (const ns_sensor::ZT_Exception& failure) {
-        code = failure.code();
-        message = failure.what();
-        RestoreLastException(lastException);  // the listing itself has not failed
+    {
+        const LastExceptionScope lastException;  // the listing itself has not failed
+        try {
+            module.converters.front().module->Load(diagnosis);
+        } catch (const ns_sensor::ZT_Exception& failure) {
+            code = failure.code();
+            message = failure.what();
+        }
     }
     diagnosis = Utf16ToUtf8(Utf8ToUtf16(diagnosis));  // the system's words need not be valid text
     CallHost(callbacks.setLoadResult, listContext, code, message.c_str(), diagnosis.c_str());

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 
-#include "conversion/input_checks.h"
 #include "conversion/output_placement.h"
 #include "errors/call_scope.h"
 #include "errors/raise.h"
 #include "files/file_io.h"
+#include "util/path_text.h"
 
 namespace zentor {
 

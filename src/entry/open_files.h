@@ -19,11 +19,11 @@ namespace zentor {
 class OpenFiles final : public OpenDocuments {
 public:
     // The handler of an input, opened now or before, whatever path with the same extension leads to it; `outputPath` is
-    // absolute or empty. Codes of PrepareInput, CheckOutput, CopyBeside, OutputPlacement and SensorFileHandlerImpl; 7
-    // when the output is an open document.
+    // absolute or empty. Codes of PrepareInput, CheckOutput, CopyBeside, OutputPlacement and SensorFileHandlerImpl;
+    // ZT_FILE_CREATE when the output is an open document.
     ISensorFileHandler* Open(const InputFile& input, const std::string& outputPath, const ReadOptions& options);
-    // Gives one use back; true when it was the last. Codes 1 (the last one, while a query of the handler is calling
-    // this thread), 26, 27.
+    // Gives one use back; true when it was the last. Codes ZT_INVALID_POINTER (the last one, while a query of the
+    // handler is calling this thread), ZT_NO_FILE_OPENED, ZT_INVALID_FILE_HANDLER.
     bool Close(const ISensorFileHandler* handler);
 
     bool IsOpen(const std::string& path) override;

@@ -1,10 +1,11 @@
 #include "entry/zentor_impl.h"
 
-#include "conversion/input_checks.h"
+#include "conversion/driver.h"
 #include "errors/host_boundary.h"
 #include "errors/host_tables.h"
 #include "errors/raise.h"
 #include "files/file_io.h"
+#include "files/path_check.h"
 
 namespace zentor {
 
@@ -24,7 +25,7 @@ ZT_Result ZentorImpl::OpenFile(ISensorFileHandler** handler, const char* inputPa
         const InputFile input = CheckInput(inputPath);
         std::string output;
         if (outputPath != nullptr && *outputPath != '\0') {
-            CheckInputFilePath(outputPath);
+            CheckPath(outputPath);
             output = File_IO::ResolveLinks(File_IO::AbsolutePath(outputPath));
         }
         *handler = openFiles_.Open(input, output, HostReadOptions());
@@ -46,14 +47,14 @@ ZT_Result ZentorImpl::ConvertFile(IVkjsonStream** stream, const char* inputPath,
         const ReadOptions options{false, HostReadOptions().checkSamples};
         std::shared_ptr<DocumentRecord> record = PrepareInput(input, {});
         if (validate != 0) SensorFileHandlerImpl(input.path, record, options);
-        *stream = driver_.MakeStream(std::move(record), input.path);
+        *stream = streams_.Make(std::move(record), input.path);
     });
 }
 
 ZT_Result ZentorImpl::ReleaseStream(IVkjsonStream** stream) noexcept {
     return RunOperation(this, [&] {
         if (stream == nullptr || *stream == nullptr) Raise(kInvalidPointer, Quoted("IVkjsonStream"));
-        driver_.ReleaseStream(*stream);
+        streams_.Release(*stream);
         *stream = nullptr;
     });
 }

@@ -1,7 +1,7 @@
 // The manager object.
 #pragma once
 
-#include "conversion/driver.h"
+#include "conversion/vkjson_streams.h"
 #include "entry/open_files.h"
 #include "model/shared_object_impl.h"
 #include "zentor/zentor.h"
@@ -33,7 +33,7 @@ private:
     void OnUnreferenced() noexcept override {}
 
     OpenFiles openFiles_;
-    ConversionDriver driver_{openFiles_};
+    VkjsonStreams streams_{openFiles_};
 };
 
 }  // namespace zentor

@@ -16,7 +16,7 @@ const ZT_HostSuite* HostSuite() noexcept;
 void SetErrorContext(void* context) noexcept;
 void* ErrorContext() noexcept;
 
-// Calls a callback of the host's, null for none. An exception that leaves it is code 23.
+// Calls a callback of the host's, null for none. An exception that leaves it is ZT_UNKNOWN.
 template <class... Parameters, class... Arguments>
 void CallHost(void (*callback)(Parameters...), Arguments... arguments) {
     if (callback == nullptr) return;

@@ -2,8 +2,10 @@
 #pragma once
 
 #include <cstdint>
+#include <exception>
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace zentor {
 
@@ -23,8 +25,23 @@ std::shared_ptr<const LastException> GetLastException() noexcept;
 void SetLastException(LastException record) noexcept;
 void ClearLastException() noexcept;
 
-// Replaces the calling thread's record by one that GetLastException gave before: for looking whether something works,
-// when it is no failure that it does not.
+// Replaces the calling thread's record by one that GetLastException gave before.
 void RestoreLastException(std::shared_ptr<const LastException> record) noexcept;
+
+// For looking whether something works, when it is no failure that it does not: gives the record back that there was at
+// the beginning of the scope, unless the scope is left by an exception, which then is the latest failure.
+class LastExceptionScope {
+public:
+    LastExceptionScope() noexcept : before_(GetLastException()), exceptions_(std::uncaught_exceptions()) {}
+    ~LastExceptionScope() {
+        if (std::uncaught_exceptions() == exceptions_) RestoreLastException(std::move(before_));
+    }
+    LastExceptionScope(const LastExceptionScope&) = delete;
+    LastExceptionScope& operator=(const LastExceptionScope&) = delete;
+
+private:
+    std::shared_ptr<const LastException> before_;
+    int exceptions_;
+};
 
 }  // namespace zentor

@@ -1,5 +1,5 @@
-// RapidJSON as the library uses it: its assertions become failures with code 19, and memory that it does not get an
-// exception.
+// RapidJSON as the library uses it: its assertions become failures with ZT_ASSERTION, and memory that it does not get
+// an exception.
 #pragma once
 
 #include <cstdlib>

@@ -22,45 +22,47 @@ inline constexpr FileHandle kNoFile = os::kNoFile;
 class File_IO {
 public:
     // Creates a regular file, or empties the one that is there. True when the file is new; false, with nothing changed,
-    // when `exclusive` is asked for and something is there. Codes 4 (there is something other than a file), 7.
+    // when `exclusive` is asked for and something is there. Codes ZT_FILE_NOT_EXIST (there is something other than a
+    // file), ZT_FILE_CREATE.
     static bool Create(const std::string& path, CreateOptions options = {});
-    // `share`: others may read and write meanwhile (always so on POSIX). Codes 13 (access denied or in use), 6.
+    // `share`: others may read and write meanwhile (always so on POSIX). Codes ZT_FILE_PERMISSION (access denied or in
+    // use), ZT_FILE_OPEN.
     static FileHandle Open(const std::string& path, bool share, Access access);
-    static void Close(FileHandle file);           // code 8; the file is closed even then
-    static void Delete(const std::string& path);  // code 9, also when there is no such file
+    static void Close(FileHandle file);           // ZT_FILE_CLOSE; the file is closed even then
+    static void Delete(const std::string& path);  // ZT_FILE_DELETE, also when there is no such file
     static PathKind GetFileMode(const std::string& path);
 
     // `mode`: 0 from the start, 1 from the current position, 2 from the end. Returns the new position.
-    // Code 10 with the offset as first detail.
+    // Code ZT_FILE_SEEK with the offset as first detail.
     static std::uint64_t Seek(FileHandle file, std::int64_t offset, std::uint32_t mode);
-    // Returns how much was read; less than `count` is no error. Code 11, also for 2 GiB or more.
+    // Returns how much was read; less than `count` is no error. Code ZT_FILE_READ, also for 2 GiB or more.
     static std::uint64_t Read(FileHandle file, void* buffer, std::uint64_t count);
     // Writes everything or fails: 34 when the disk is full, else 55, also for 2 GiB or more.
     static void Write(FileHandle file, const void* buffer, std::uint64_t count);
-    static void SetEOF(FileHandle file, std::uint64_t length);  // cuts or extends the file; code 10
-    static std::uint64_t Length(FileHandle file);               // code 11
+    static void SetEOF(FileHandle file, std::uint64_t length);  // cuts or extends the file; ZT_FILE_SEEK
+    static std::uint64_t Length(FileHandle file);               // ZT_FILE_READ
 
-    static os::Folder* OpenFolder(const std::string& path);  // code 16
-    // The next entry of an open folder; false after the last one. Code 16.
+    static os::Folder* OpenFolder(const std::string& path);  // ZT_FOLDER_OPEN
+    // The next entry of an open folder; false after the last one. Code ZT_FOLDER_OPEN.
     static bool ReadFolder(os::Folder* folder, std::string& name, PathKind& kind);
-    static void CloseFolder(os::Folder* folder);  // code 17; null is ignored
-    // What tells a folder from others, whatever leads to it. Code 16.
+    static void CloseFolder(os::Folder* folder);  // ZT_FOLDER_CLOSE; null is ignored
+    // What tells a folder from others, whatever leads to it. Code ZT_FOLDER_OPEN.
     static os::FileIdentity FolderIdentity(const std::string& path);
 
-    // The folder for temporary files, without a slash at the end. Code 14.
+    // The folder for temporary files, without a slash at the end. Code ZT_TEMP_FOLDER.
     static std::string TempFolder();
-    // Creates an empty file in it and sets `path`. True on success. Codes 14, 15.
+    // Creates an empty file in it and sets `path`. True on success. Codes ZT_TEMP_FOLDER, ZT_TEMP_FILE.
     static bool GetTempFile(std::string& path);
 
-    // Codes 21 (a file is at the new path already), 22.
+    // Codes ZT_GENERAL (a file is at the new path already), ZT_RENAME.
     static void Rename(const std::string& from, const std::string& to);
     // Exchanges the contents of two files by renaming, through a free name beside `a`; a failure on the way restores
-    // both names. Code 15 and those of Rename.
+    // both names. Code ZT_TEMP_FILE and those of Rename.
     static void SwapData(const std::string& a, const std::string& b);
     // The same, so that there is a file at `a` at every moment; where the system has no such step, by SwapData.
-    // Codes 15, 21, 22.
+    // Codes ZT_TEMP_FILE, ZT_GENERAL, ZT_RENAME.
     static void Exchange(const std::string& a, const std::string& b);
-    // What is in the file outlives a crash of the system; code 55.
+    // What is in the file outlives a crash of the system; ZT_FILE_WRITE.
     static void Sync(const std::string& path);
 
     // Whether both paths name one existing file, whatever the spelling and through links.

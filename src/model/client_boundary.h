@@ -11,7 +11,8 @@
 namespace ZT_PLUGIN {
 
 // Runs `body`; turns a library failure with code c into c + 1000 (one that has become a converter's already keeps its
-// code), want of memory into 1034 and anything unknown into 1023, and passes plug-in exceptions on.
+// code), want of memory into ZT_CONVERTER_OUT_OF_MEMORY and anything unknown into ZT_CONVERTER_UNKNOWN, and passes
+// plug-in exceptions on.
 template <class Body>
 void TranslateFailures(Body&& body) {
     try {

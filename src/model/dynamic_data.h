@@ -50,7 +50,7 @@ protected:
     void SetExpectedSampleCount(std::uint64_t count);
     std::uint32_t Names(const char** matchName, const char** displayName, const char** sampleSetId) const;
     bool HasSamples() const { return samples_.Count() != 0; }
-    // For what the widths of the samples depend on: code 2001 once they are written.
+    // For what the widths of the samples depend on: ZT_INVALID_DYNAMIC_NODE once they are written.
     void CheckNotWritten() const;
 
     // Calls `add` with the time of a sample, given in one of three ways.
@@ -64,7 +64,8 @@ protected:
         add(ReadTime(TextOrEmpty(timeString)));
     }
 
-    // Code 2001, 2014 or 2021 when samples cannot be added, 2015 when not at this time.
+    // Code ZT_INVALID_DYNAMIC_NODE, ZT_STREAM_NOT_OPEN or ZT_TIME_MODE_INVALID when samples cannot be added,
+    // ZT_SAMPLE_TIME when not at this time.
     void CheckAdding(const SampleTime& time) const;
     // Room for the text of the value of a sample that CheckAdding has passed; the sample then counts as added.
     char* AddText(const SampleTime& time, std::size_t size);

@@ -63,7 +63,7 @@ std::unique_ptr<ChildSource> VkjsonGroupImpl::TakeChildren() {
     return std::make_unique<AttachedChildren>(*this);
 }
 
-// Whether a node may be attached that is one of this library's. Code 2014 when the conversion is over.
+// Whether a node may be attached that is one of this library's. Code ZT_STREAM_NOT_OPEN when the conversion is over.
 bool VkjsonGroupImpl::CanTake(const VkjsonNodeImpl& child) const {
     // What comes after the end of the document would be missing from it.
     return Stream().Writer().IsOpen() && !child.IsAttached() && child.StreamId() == StreamId();

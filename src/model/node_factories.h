@@ -2,8 +2,9 @@
 //
 // Each makes a node for the stream `streamId` and stores its interface through `node`, with one reference counted for
 // the caller. Names and texts are copied; null counts as empty. `version` is the interface version that the caller was
-// built for. Codes: 2027 (`node` is null), 2029 (a version above 1), 2030 (version 0), 2014 (the stream is not open),
-// 2022 (the match name is none), 2008 (a number that is not finite); *node stays as it was then.
+// built for. Codes: ZT_NULL_RESULT (`node` is null), ZT_VERSION_TOO_NEW (a version above 1), ZT_VERSION_ZERO (version
+// 0), ZT_STREAM_NOT_OPEN (the stream is not open), ZT_INVALID_NAME (the match name is none), ZT_RANGE_VALUE (a number
+// that is not finite); *node stays as it was then.
 #pragma once
 
 #include <cstdint>
@@ -12,7 +13,7 @@
 
 namespace ZT_PLUGIN {
 
-// Also codes 1505 (no creator, or an empty one), 2003 (the document has, or had, a root).
+// Also ZT_EMPTY_CREATOR (no creator, or an empty one), ZT_INVALID_GROUP (the document has, or had, a root).
 void CreateRoot(std::uint64_t streamId, IVkjsonRoot_v1** node, const char* creator, std::uint32_t version,
                 ZT_ErrorRecord* error) noexcept;
 void CreateGroup(std::uint64_t streamId, IVkjsonGroup_v1** node, const char* matchName, const char* displayName,

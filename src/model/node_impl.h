@@ -14,8 +14,8 @@ namespace ZT_PLUGIN {
 
 // A node belongs to one stream (one document), has two names and is attached at most once.
 //
-// Making one fails with code 2014 when the stream is not open, with 2022 when the match name is none that a document is
-// written with: one to any number of letters and digits, not beginning with a digit.
+// Making one fails with ZT_STREAM_NOT_OPEN when the stream is not open, with ZT_INVALID_NAME when the match name is
+// none that a document is written with: one to any number of letters and digits, not beginning with a digit.
 class VkjsonNodeImpl : public virtual SharedObjectImpl {
 public:
     std::uint64_t StreamId() const { return streamId_; }
@@ -33,7 +33,7 @@ protected:
     StreamState& Stream() const { return *stream_; }
     // Makes the node known under the address of one of its interfaces.
     void Publish(const void* interfaceAddress);
-    // Code 2022.
+    // Code ZT_INVALID_NAME.
     static void CheckMatchName(std::string_view matchName);
     void SetMatchNameText(std::string_view matchName) { matchName_ = matchName; }
     void SetDisplayNameText(std::string_view displayName) { displayName_ = displayName; }

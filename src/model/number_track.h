@@ -13,7 +13,7 @@ namespace ZT_PLUGIN {
 // The widest integer and decimal parts, and whether there is a sign: as asked for, and widened by the texts.
 class WidestPattern {
 public:
-    // Codes 2006 (exactly one digit count is unset), 2008 (more digits than 1000).
+    // Codes ZT_INCOMPLETE_PATTERN (exactly one digit count is unset), ZT_RANGE_VALUE (more digits than 1000).
     void Ask(std::uint64_t digitsInteger, std::uint64_t digitsDecimal, bool isSigned);
     void AskForSign(bool isSigned) { asked_.isSigned = isSigned; }
     // A number without an exponent, which has `integers` digits before its point.
@@ -38,7 +38,7 @@ inline void Widen(MinMax& occurring, double value) {
     if (value > occurring.maximum) occurring.maximum = value;
 }
 
-// Code 2008 for a number that cannot be written or lies outside.
+// Code ZT_RANGE_VALUE for a number that cannot be written or lies outside.
 inline void CheckWithin(const MinMax& legal, double value) {
     const bool isWithin = !legal.IsKnown() || (value >= legal.minimum && value <= legal.maximum);
     if (!isWithin || !zentor::IsWritable(value)) throw ZT_PluginException(ZT_RANGE_VALUE);

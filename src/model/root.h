@@ -45,7 +45,7 @@ public:
 
 class VkjsonRootImpl final : public virtual IVkjsonRoot_I, public IVkjsonRoot_v1, public VkjsonGroupImpl {
 public:
-    // Code 2003 when the document has a root, or had one.
+    // Code ZT_INVALID_GROUP when the document has a root, or had one.
     explicit VkjsonRootImpl(std::uint64_t streamId, std::string_view creator = {});
 
     std::uint32_t WriteDocument(ZT_ErrorRecord* error) noexcept override;

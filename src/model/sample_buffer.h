@@ -1,4 +1,5 @@
-// The samples of one dynamic node until they are written: in memory up to a limit, and before that in a temporary file.
+// The samples of one dynamic node until they are written: in memory up to a limit, and those before in a temporary
+// file.
 #pragma once
 
 #include <cstddef>

@@ -38,11 +38,11 @@ protected:
     }
 };
 
-// Both check a pattern or a range as the interfaces state: codes 2006 and 2008; 2007 and 2008. `value` must lie in the
-// range.
+// Both check a pattern or a range as the interfaces state: ZT_INCOMPLETE_PATTERN and ZT_RANGE_VALUE; ZT_RANGE_ORDER and
+// ZT_RANGE_VALUE. `value` must lie in the range.
 NumberPattern CheckedPattern(std::uint64_t digitsInteger, std::uint64_t digitsDecimal, bool isSigned);
 MinMax CheckedRange(double minimum, double maximum, double value);
-// Code 2008 for a number that cannot be written.
+// Code ZT_RANGE_VALUE for a number that cannot be written.
 void CheckNumber(double value);
 
 class VkjsonStaticDataNumImpl final : public StaticDataSlots<IVkjsonStaticDataNum_v1> {

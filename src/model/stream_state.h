@@ -8,7 +8,7 @@
 #include <unordered_set>
 
 #include "errors/exception.h"
-#include "model/document_writer.h"
+#include "model/writer_interface.h"
 #include "zentor/error_codes.h"
 
 namespace ZT_PLUGIN {
@@ -26,7 +26,7 @@ struct StreamState {
 
     // Takes a dynamic node in, or a dead one out.
     void CountDynamicNodes(bool isNew) noexcept;
-    // The writer; code 2014 when the conversion is over.
+    // The writer; ZT_STREAM_NOT_OPEN when the conversion is over.
     IDocumentWriter& Writer() const {
         if (!writer) throw ZT_PluginException(ZT_STREAM_NOT_OPEN);
         return *writer;

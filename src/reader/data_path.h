@@ -9,7 +9,8 @@ namespace zentor {
 
 // The items of a path such as [0]["data1"], after the root. What stands before a "[" is skipped. A first item
 // ["dataOutline"] is the root itself. A text in brackets that is neither a quoted name nor a number makes an item
-// without name and index. Codes 1 (empty), 33 (no "[" where one should be), 45 (no "]").
+// without name and index. Codes ZT_INVALID_POINTER (empty), ZT_DATA_PATH (no "[" where one should be),
+// ZT_DATA_PATH_BRACKET (no "]").
 ZT_DataPath ParseDataPath(std::string_view text);
 
 }  // namespace zentor

@@ -13,8 +13,8 @@ namespace zentor {
 class MappedDocument final : public DocumentBytes {
 public:
     // `privateCopy`: the file is copied first, and all that follows is read from the copy, so that nobody's writing to
-    // the file matters. Codes 5 (its size cannot be read), 6 (it cannot be opened), 21 (it cannot be mapped), 54 (it
-    // is empty); of the copy 14, 15 and 21.
+    // the file matters. Codes ZT_FILE_STAT (its size cannot be read), ZT_FILE_OPEN (it cannot be opened), ZT_GENERAL
+    // (it cannot be mapped), ZT_EMPTY_FILE (it is empty); of the copy ZT_TEMP_FOLDER, ZT_TEMP_FILE and ZT_GENERAL.
     MappedDocument(const std::string& path, bool privateCopy);
 
     // All of them, until the document has been opened.

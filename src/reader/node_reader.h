@@ -29,7 +29,8 @@ public:
     // Whether the text goes on after them.
     bool GoesOn() const { return goesOn_; }
 
-    // An object of what has been found, but for the children. Codes 32, 43 where the text has not been checked before.
+    // An object of what has been found, but for the children. Codes ZT_INVALID_JSON, ZT_PROPERTY_TYPE where the text
+    // has not been checked before.
     void BuildValues(std::string_view bytes, JsonDocument& values) const;
     // The text of a member, empty when the node has none.
     std::string_view TextOfMember(std::string_view bytes, std::string_view key) const;

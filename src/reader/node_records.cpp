@@ -5,7 +5,7 @@
 #include "errors/raise.h"
 #include "format/words.h"
 #include "reader/misspelled_keys.h"
-#include "reader/static_text.h"
+#include "reader/text_values.h"
 #include "util/json_cursor.h"
 
 namespace zentor {

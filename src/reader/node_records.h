@@ -7,7 +7,7 @@
 namespace zentor {
 
 ZT_GroupChildInfo GroupChildInfoOf(const NodeValues& node);
-// Code 33 when the node is of another kind.
+// Code ZT_DATA_PATH when the node is of another kind.
 ZT_StaticDataInfo StaticDataInfoOf(const NodeValues& node);
 ZT_DynamicDataInfo DynamicDataInfoOf(const NodeValues& node);
 // The same check alone.

@@ -55,16 +55,16 @@ public:
 
     const OutlineIndex& index() const { return index_; }
 
-    // The node at the end of a path. Codes 5, 33.
+    // The node at the end of a path. Codes ZT_FILE_STAT, ZT_DATA_PATH.
     NodeNumber FindNode(const DocumentBytes& bytes, const ZT_DataPath& path) const;
-    // The children of a group or the root. Code 33 when the node is neither.
+    // The children of a group or the root. Code ZT_DATA_PATH when the node is neither.
     OutlineIndex::Children ChildrenOf(NodeNumber node) const;
-    // Codes 5 (the document does not say there what it said when it was opened), 34.
+    // Codes ZT_FILE_STAT (the document does not say there what it said when it was opened), ZT_OUT_OF_MEMORY.
     void Read(NodeNumber node, NodeValues& values) const;
-    // Looks for it near where the window is. Codes 5, 34.
+    // Looks for it near where the window is. Codes ZT_FILE_STAT, ZT_OUT_OF_MEMORY.
     std::string MatchNameOf(TextWindow& window, NodeNumber node) const;
 
-    // What the outline says of the set of a dynamic node, by its number. Codes 5, 34.
+    // What the outline says of the set of a dynamic node, by its number. Codes ZT_FILE_STAT, ZT_OUT_OF_MEMORY.
     SampleSet SampleSetOf(const DocumentBytes& bytes, std::uint64_t dynamicNumber) const;
 
 private:

@@ -49,7 +49,7 @@ std::unique_ptr<VkjsonDocument> ParseDocument(std::string_view bytes, ParserChoi
         if (choice == ParserChoice::kVersion2) return std::make_unique<ZT_VkjsonParser_v2>(bytes, gallop, passed);
         return std::make_unique<ZT_VkjsonParser_v1>(bytes, gallop, passed);
     };
-    const auto lastException = GetLastException();
+    const LastExceptionScope lastException;
     const auto parser = makeParser(true);
     try {
         return parser->Parse();
@@ -57,9 +57,7 @@ std::unique_ptr<VkjsonDocument> ParseDocument(std::string_view bytes, ParserChoi
         if (!parser->HasGalloped()) throw;
     }
     // What looked like the end of the samples may have been none.
-    std::unique_ptr<VkjsonDocument> document = makeParser(false)->Parse();
-    RestoreLastException(lastException);
-    return document;
+    return makeParser(false)->Parse();
 }
 
 std::unique_ptr<VkjsonDocument> ZT_VkjsonParser::Parse() {

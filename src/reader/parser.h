@@ -22,7 +22,8 @@ enum class ParserChoice : std::uint32_t { kVersion1 = 0, kVersion2 = 1, kProbe =
 using PassedOffset = std::function<void(std::size_t)>;
 
 // Reads the document in `bytes`. Every fault of the document is a ZT_Exception with its byte offset as first detail:
-// codes 28 to 32, 37, 39 to 44, 46, 47, 49; 34.
+// ZT_MISSING_PROPERTY to ZT_INVALID_JSON, ZT_DUPLICATE_SAMPLE_ID, ZT_SAMPLE_DATA to ZT_PROPERTY_VALUE,
+// ZT_CONDITIONAL_PROPERTY, ZT_EMPTY_ARRAY, ZT_DYNAMIC_NODE_NOT_PRESENT; ZT_OUT_OF_MEMORY.
 std::unique_ptr<VkjsonDocument> ParseDocument(
     std::string_view bytes, ParserChoice choice, const PassedOffset& passed = [](std::size_t) {});
 
@@ -79,7 +80,7 @@ protected:
     void AddIfMissing(TopLevelKey key, std::string& names) const;
 
     [[noreturn]] static void RefuseKey(TopLevelKey key, std::size_t keyOffset);
-    // Code 46: `key` may be there exactly when `other` is `value`.
+    // Code ZT_CONDITIONAL_PROPERTY: `key` may be there exactly when `other` is `value`.
     [[noreturn]] static void RaiseInvalidInfo(std::string_view key, std::string_view other, bool value,
                                               std::int64_t offset);
 

@@ -18,7 +18,8 @@ public:
         : bytes_(&bytes), start_(set.place.start), stride_(set.layout.Width() + 1) {}
 
     // A record with the byte after it, valid until the next call of a function that may read. When the window does not
-    // hold it, it is moved so that it begins or ends with the record, as the latest move went on. Codes 5, 34.
+    // hold it, it is moved so that it begins or ends with the record, as the latest move went on. Codes ZT_FILE_STAT,
+    // ZT_OUT_OF_MEMORY.
     std::string_view Record(std::uint64_t index) {
         if (!Holds(index)) MoveTo(index);
         return {text_.get() + (index - first_) * stride_, static_cast<std::size_t>(stride_)};

@@ -15,7 +15,7 @@ class ZT_SampleDataProcessor {
 public:
     // Takes the array that begins with the "[" at `begin`; returns where it ends, after the "]". `gallop`: looks at few
     // of the records where they have the usual form, and what follows has to confirm the end; else every square bracket
-    // counts, also in strings. Code 32 at the end of the bytes without it.
+    // counts, also in strings. Code ZT_INVALID_JSON at the end of the bytes without it.
     std::size_t TakeSamples(std::string_view bytes, std::size_t begin, bool gallop);
     bool HasGalloped() const { return hasGalloped_; }
 

@@ -18,13 +18,13 @@ public:
     SampleRange(SampleReader reader, const std::array<RecordSpan, 2>& spans, bool isReversed);
 
     std::uint64_t Count() const { return spans_[0].Count() + spans_[1].Count(); }
-    // The sample at a place in the range. Codes 5, 34, 39.
+    // The sample at a place in the range. Codes ZT_FILE_STAT, ZT_OUT_OF_MEMORY, ZT_SAMPLE_DATA.
     void Read(std::uint64_t place, ZT_Sample& sample) {
         if (isReversed_) place = Count() - 1 - place;
         const std::uint64_t inFirst = spans_[0].Count();
         reader_.Read(place < inFirst ? spans_[0].begin + place : spans_[1].begin + place - inFirst, sample);
     }
-    // All of them. Codes 5, 34, 39.
+    // All of them. Codes ZT_FILE_STAT, ZT_OUT_OF_MEMORY, ZT_SAMPLE_DATA.
     std::vector<ZT_Sample> ReadAll();
 
 private:

@@ -2,7 +2,7 @@
 
 #include "errors/raise.h"
 #include "format/words.h"
-#include "reader/static_text.h"
+#include "reader/text_values.h"
 
 namespace zentor {
 

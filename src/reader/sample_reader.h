@@ -14,7 +14,8 @@
 namespace zentor {
 
 // Reads from the bytes of the document each time anew. The set is in the document, as far as its length goes; an index
-// is below its count. What is malformed has code 39 and the offset of the sample; any function can fail with 5 and 34.
+// is below its count. What is malformed has ZT_SAMPLE_DATA and the offset of the sample; any function can fail with
+// ZT_FILE_STAT and ZT_OUT_OF_MEMORY.
 class SampleReader {
 public:
     SampleReader(const DocumentBytes& bytes, SampleSet set, const TimeForm& form)
@@ -54,7 +55,7 @@ private:
 };
 
 // The samples of a set at the place that was found when the document was opened, described by the outline as it is now.
-// Code 5 when they cannot be there.
+// Code ZT_FILE_STAT when they cannot be there.
 SampleReader MakeSampleReader(const DocumentBytes& bytes, SampleSet set, const SamplePlace& place,
                               const TimeForm& form);
 

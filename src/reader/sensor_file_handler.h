@@ -62,8 +62,9 @@ private:
     void OnUnreferenced() noexcept override {}
 
     NodeNumber FindNode(const char* dataPath) const;
-    // At least one sample of the node at a path: those between two times, or the one at a time. Codes 1, 5, 21, 33, 36,
-    // 38, 39, 45.
+    // At least one sample of the node at a path: those between two times, or the one at a time. Codes
+    // ZT_INVALID_POINTER, ZT_FILE_STAT, ZT_GENERAL, ZT_DATA_PATH, ZT_SAMPLE_SET_INFO, ZT_SAMPLES_NOT_FOUND,
+    // ZT_SAMPLE_DATA, ZT_DATA_PATH_BRACKET.
     SampleRange SamplesBetween(const char* dataPath, ZT_Time start, ZT_Time end) const;
     SampleRange SampleAt(const char* dataPath, ZT_Time time) const;
 

@@ -15,15 +15,15 @@ public:
     TempFileHandler(const TempFileHandler&) = delete;
     TempFileHandler& operator=(const TempFileHandler&) = delete;
 
-    // Creates the file, empty and open for writing. Codes 14, 15.
+    // Creates the file, empty and open for writing. Codes ZT_TEMP_FOLDER, ZT_TEMP_FILE.
     void Create();
     const std::string& Path() const { return path_; }
     // Deletes the file as soon as possible: where the system allows it, its bytes stay for who has it open, and nothing
     // stays behind however the process ends.
     void DeleteName() noexcept;
-    // Code 21.
+    // Code ZT_GENERAL.
     void Write(std::string_view bytes);
-    // Closes the file; it stays until the handler goes. Code 21.
+    // Closes the file; it stays until the handler goes. Code ZT_GENERAL.
     void Close();
 
 private:

@@ -16,7 +16,7 @@ public:
     TextWindow(const DocumentBytes& bytes, std::size_t usual) : bytes_(bytes), usual_(usual) {}
 
     // The text from `offset` on: at least `least` bytes, or up to the end of the document. Valid until the next call.
-    // Codes 5, 34.
+    // Codes ZT_FILE_STAT, ZT_OUT_OF_MEMORY.
     std::string_view At(std::uint64_t offset, std::size_t least);
     const DocumentBytes& bytes() const { return bytes_; }
 

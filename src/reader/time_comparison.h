@@ -1,5 +1,5 @@
 // Comparison of time strings. Each function returns a number below, equal to or above 0 as the left time is before, at
-// or after the right one, and fails with code 21 when either text is no such time.
+// or after the right one, and fails with ZT_GENERAL when either text is no such time.
 #pragma once
 
 #include <string_view>

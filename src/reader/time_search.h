@@ -10,12 +10,12 @@
 
 namespace zentor {
 
-// Looks at the first and the last sample of a set. Where the last one is before the first one, times begin anew, as time
-// codes do at midnight: then it looks for the place. Codes 5, 34, 39.
+// Looks at the first and the last sample of a set. Where the last one is before the first one, times begin anew, as
+// time codes do at midnight: then it looks for the place. Codes ZT_FILE_STAT, ZT_OUT_OF_MEMORY, ZT_SAMPLE_DATA.
 std::array<SampleRun, 2> FindRuns(SampleReader& reader);
 
 // Times of a run rise, so a moment is found by looking at few of its records: near where it would be if they came at a
-// steady pace, else by halves. Codes of all functions: 5, 34, 39.
+// steady pace, else by halves. Codes of all functions: ZT_FILE_STAT, ZT_OUT_OF_MEMORY, ZT_SAMPLE_DATA.
 class TimeSearch {
 public:
     TimeSearch(SampleReader& reader, const std::array<SampleRun, 2>& runs) : reader_(reader), runs_(runs) {}

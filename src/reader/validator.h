@@ -1,6 +1,7 @@
 // Checks the values of a document against the schema of its version: every property that a node or the time information
 // must or may have, its type and its range. The first fault found is raised, with the place in words and as a byte
-// offset: codes 28, 32 (groups too deep), 40 to 44 and 47.
+// offset: ZT_MISSING_PROPERTY, ZT_INVALID_JSON (groups too deep), ZT_DUPLICATE_MATCH_NAME to ZT_PROPERTY_VALUE and
+// ZT_EMPTY_ARRAY.
 #pragma once
 
 #include <string_view>

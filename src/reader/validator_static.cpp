@@ -1,7 +1,7 @@
 // Static nodes, whose types and values differ between the versions.
 #include "errors/raise.h"
 #include "format/words.h"
-#include "reader/static_text.h"
+#include "reader/text_values.h"
 #include "reader/validator.h"
 
 namespace zentor {

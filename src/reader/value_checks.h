@@ -45,30 +45,31 @@ public:
         return Step(*this);
     }
 
-    // A member of `object`, which is the value at this place. Code 28 when it is missing.
+    // A member of `object`, which is the value at this place. Code ZT_MISSING_PROPERTY when it is missing.
     const JsonValue& Require(const JsonValue& object, std::string_view key) const;
-    // The same with a type: code 43 too.
+    // The same with a type: ZT_PROPERTY_TYPE too.
     const JsonValue& Require(const JsonValue& object, std::string_view key, JsonType type) const;
-    // A member that may be missing; null then. Code 43.
+    // A member that may be missing; null then. Code ZT_PROPERTY_TYPE.
     const JsonValue* Allow(const JsonValue& object, std::string_view key, JsonType type) const;
-    // A string that is one of `allowed`, which `expected` names. Codes 28, 43, 44.
+    // A string that is one of `allowed`, which `expected` names. Codes ZT_MISSING_PROPERTY, ZT_PROPERTY_TYPE,
+    // ZT_PROPERTY_VALUE.
     std::string_view RequireOneOf(const JsonValue& object, std::string_view key,
                                   std::initializer_list<std::string_view> allowed, const char* expected) const;
-    // A count. Codes 28, 43, 44.
+    // A count. Codes ZT_MISSING_PROPERTY, ZT_PROPERTY_TYPE, ZT_PROPERTY_VALUE.
     void RequireCount(const JsonValue& object, std::string_view key) const;
     void AllowCount(const JsonValue& object, std::string_view key) const;
 
-    // The value at this place, which is part of the property `name`. Code 43.
+    // The value at this place, which is part of the property `name`. Code ZT_PROPERTY_TYPE.
     void RequireType(const JsonValue& value, std::string_view name, JsonType type) const;
-    // Code 47.
+    // Code ZT_EMPTY_ARRAY.
     void RequireElements(const JsonValue& array, std::string_view key) const;
 
     // The failure of a member of the object at this place, or of the value itself when `key` is empty; `name` is what
     // the message calls it.
     [[noreturn]] void RaiseAt(const ErrorEntry& entry, std::string_view name, std::string_view key) const;
-    // Code 44, with what was expected.
+    // Code ZT_PROPERTY_VALUE, with what was expected.
     [[noreturn]] void RaiseValueAt(std::string_view name, std::string_view key, std::string_view expected) const;
-    // Code 43.
+    // Code ZT_PROPERTY_TYPE.
     [[noreturn]] void RaiseTypeAt(std::string_view name, std::string_view key, JsonType expected) const;
     // The byte offset of a member of the object at this place, or of the value at this place when `key` is empty.
     std::int64_t OffsetOf(std::string_view key = {}) const;

@@ -12,8 +12,8 @@
 
 namespace zentor {
 
-// Reads the value at the cursor, which belongs to the top-level property `property`. Codes 32 and 43, with the byte
-// offset; 34. Texts without escapes stay in the document's bytes.
+// Reads the value at the cursor, which belongs to the top-level property `property`. Codes ZT_INVALID_JSON and
+// ZT_PROPERTY_TYPE, with the byte offset; ZT_OUT_OF_MEMORY. Texts without escapes stay in the document's bytes.
 JsonDocument ReadValue(JsonCursor& cursor, std::string_view property);
 // The same into a document that is being built (see JsonDocument::Populate).
 void ReadValueInto(JsonDocument& builder, JsonCursor& cursor, std::string_view property);
@@ -25,7 +25,7 @@ using ArraySpans = std::vector<std::pair<std::size_t, std::size_t>>;
 // the order in which they begin.
 ArraySpans CheckValue(JsonCursor& cursor, std::string_view property, std::string_view key);
 
-// The failures of a number that stands at `offset`: codes 32 and 43.
+// The failures of a number that stands at `offset`: ZT_INVALID_JSON and ZT_PROPERTY_TYPE.
 [[noreturn]] void RaiseNumberFailure(NumberStatus status, std::size_t offset, const std::string& property);
 
 }  // namespace zentor

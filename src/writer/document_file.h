@@ -9,7 +9,8 @@
 namespace zentor {
 
 // Creates the file with the first write and keeps it open until Close. Every failure closes the file, deletes it and
-// comes out as a ZT_PluginException: the code of the file operation + 1000, 1034 for want of memory or disk, 1023.
+// comes out as a ZT_PluginException: the code of the file operation + 1000, ZT_CONVERTER_OUT_OF_MEMORY for want of
+// memory or disk, ZT_CONVERTER_UNKNOWN.
 class DocumentFile {
 public:
     explicit DocumentFile(std::string path) : path_(std::move(path)) {}

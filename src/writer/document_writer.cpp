@@ -74,7 +74,7 @@ void AppendVideoSyncEntry(TextBuffer& text, const VideoSyncEntry& entry) {
     text.Append('}');
 }
 
-// Writes a tree of nodes, in which groups of child sources stand, too. Code 2003 past the limit of groups.
+// Writes a tree of nodes, in which groups of child sources stand, too. Code ZT_INVALID_GROUP past the limit of groups.
 class OutlineWalk {
 public:
     explicit OutlineWalk(TextBuffer& text) : text_(text) {}

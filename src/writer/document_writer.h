@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "model/document_writer.h"
 #include "model/root.h"
+#include "model/writer_interface.h"
 #include "writer/text_buffer.h"
 
 namespace zentor {
@@ -13,7 +13,7 @@ class DocumentWriter final : public ZT_PLUGIN::IDocumentWriter {
 public:
     explicit DocumentWriter(std::string outputPath) : file_(std::move(outputPath)), text_(file_) {}
 
-    // Code 2012 when a time of the video-sync list is none of the document's time mode.
+    // Code ZT_WRITER_SYNC_TIME when a time of the video-sync list is none of the document's time mode.
     void WriteHeader(const ZT_PLUGIN::IVkjsonRoot_I& root) override;
     bool HasHeader() const override { return headerWritten_; }
     bool IsOpen() const override { return state_ == State::kOpen; }

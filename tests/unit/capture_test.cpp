@@ -33,7 +33,7 @@ Converted Convert(const std::string& capture) {
         return std::to_string(code) + " at " + std::to_string(offset) + ", line " + std::to_string(line);
     };
     try {
-        EXPECT_TRUE(BVHConverter({input, input, std::to_string(id)}).Convert());
+        EXPECT_TRUE(BVHConverter({input, input, id}).Convert());
         converted.text = ReadWhole(path);
     } catch (const ns_sensor::ZT_Exception& failure) {
         converted.failure = describe(failure.code(), failure.extra1(), failure.extra2());
@@ -519,7 +519,7 @@ TEST(Capture, ManyNodesShareMemoryAndFiles) {
 TEST(Capture, CannotBeOpened) {
     EXPECT_EQ(FailureOf([] {
                   try {
-                      BVHConverter({"nowhere/in.bvh", "in.bvh", "1"}).Convert();
+                      BVHConverter({"nowhere/in.bvh", "in.bvh", 1}).Convert();
                   } catch (const ZT_PluginException& failure) {
                       EXPECT_EQ(failure.code(), 1006U);
                       throw ns_sensor::ZT_Exception(failure.code(), "plain", -1, -1);

@@ -24,7 +24,7 @@ Converted Convert(const std::string& json) {
     const std::uint64_t id = OpenStream(std::make_unique<DocumentWriter>(path));
     Converted converted;
     try {
-        EXPECT_TRUE(JsonConverter({input, input, std::to_string(id)}).Convert());
+        EXPECT_TRUE(JsonConverter({input, input, id}).Convert());
         converted.text = ReadWhole(path);
     } catch (const ns_sensor::ZT_Exception& failure) {
         converted.failure = std::to_string(failure.code()) + " at " + std::to_string(failure.extra1()) + ", line " +

@@ -301,11 +301,11 @@ TEST(NativeFrame, Failures) {
     const double values[] = {1, 2};
     constexpr double kInfinity = std::numeric_limits<double>::infinity();
     const std::string null = "1: Invalid pointer to \"Native converter\".";
-    EXPECT_EQ(FailureOf([] { NativeCreateRoot(nullptr, "1"); }), null);
-    EXPECT_EQ(FailureOf([&] { NativeCreateRoot(converter, "no stream"); }), "2011: Writer failure.");
+    EXPECT_EQ(FailureOf([] { NativeCreateRoot(nullptr, 1); }), null);
+    EXPECT_EQ(FailureOf([&] { NativeCreateRoot(converter, 0); }), "2011: Writer failure.");
     EXPECT_EQ(FailureOf([&] { NativeCreateGroup(std::make_unique<NoConverter>(ConversionInfo{}).get(), "g", "g"); }),
               "2011: Writer failure.");
-    EXPECT_EQ(FailureOf([&] { NativeCreateRoot(converter, converter->Info().streamKey); }),
+    EXPECT_EQ(FailureOf([&] { NativeCreateRoot(converter, converter->Info().streamId); }),
               "2003: Internal converter failure")
         << "it has one";
     EXPECT_EQ(FailureOf([&] { NativeCreateGroup(converter, "", "g"); }), "2022: Internal converter failure");

@@ -27,8 +27,8 @@ public:
     Document()
         : path_(folder_ / "d.vkjson"),
           id_(OpenStream(std::make_unique<DocumentWriter>(path_))),
-          converter_({"in", "in", std::to_string(id_)}),
-          root(NativeCreateRoot(&converter_, converter_.Info().streamKey)) {}
+          converter_({"in", "in", id_}),
+          root(NativeCreateRoot(&converter_, converter_.Info().streamId)) {}
     ~Document() { CloseStream(id_); }
     Document(const Document&) = delete;
     Document& operator=(const Document&) = delete;

@@ -44,7 +44,7 @@ bool BVHConverter::Convert() {
     CaptureInput input(Info().inputPath);
     const Skeleton skeleton = ReadHierarchy(input);
     const MotionHeader motion = ReadMotionHeader(input);
-    const auto root = NativeCreateRoot(this, Info().streamKey);
+    const auto root = NativeCreateRoot(this, Info().streamId);
     CallModel([&](auto* error) { root->SetCreator("com.orvane.sensor.bvh", error); });
     CallModel([&](auto* error) { root->SetTimecodeInfo(0, motion.rate.numerator, motion.rate.denominator, error); });
     std::vector<CaptureTrack> tracks = BuildCaptureTree(*this, *root, skeleton);

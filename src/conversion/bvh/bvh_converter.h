@@ -1,7 +1,7 @@
 // Biovision Hierarchy motion captures.
 #pragma once
 
-#include "conversion/converter.h"
+#include "conversion/converter_base.h"
 
 namespace zentor {
 
@@ -11,8 +11,8 @@ class BVHConverter final : public ZT_ConverterHandlerBase {
 public:
     explicit BVHConverter(ConversionInfo info) : ZT_ConverterHandlerBase(std::move(info)) {}
 
-    // ZT_Exception with code 1506 and the byte offset and the line as details for what is no capture;
-    // ZT_PluginException with code 1006 or 1508.
+    // ZT_Exception with ZT_CONVERSION and the byte offset and the line as details for what is no capture;
+    // ZT_PluginException with ZT_CAPTURE_OPEN or ZT_FRAME_TIME.
     bool Convert() override;
 };
 

@@ -5,6 +5,7 @@
 
 #include "errors/exception.h"
 #include "errors/raise.h"
+#include "util/byte_order_mark.h"
 #include "zentor/error_codes.h"
 
 namespace zentor {
@@ -12,7 +13,6 @@ namespace zentor {
 namespace {
 
 constexpr std::size_t kBufferSize = 4 * CaptureInput::kLookAhead;
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 FileHandle OpenCapture(const std::string& path) {
     try {
@@ -34,7 +34,7 @@ std::size_t LengthUpTo(std::string_view text, IsEnd&& isEnd) {
 
 CaptureInput::CaptureInput(const std::string& path)
     : file_(OpenCapture(path)), bytes_(new char[kBufferSize]), next_(bytes_.get()), end_(next_) {
-    if (Rest().starts_with(kByteOrderMark)) Advance(kByteOrderMark.size());
+    Advance(Rest().size() - WithoutUtf8Mark(Rest()).size());
 }
 
 void CaptureInput::Refill() {

@@ -18,7 +18,7 @@ constexpr bool IsLineEnd(char c) { return c == '\n' || c == '\r'; }
 
 class CaptureInput {
 public:
-    // A plug-in exception with code 1006 when the file cannot be opened.
+    // A plug-in exception with ZT_CAPTURE_OPEN when the file cannot be opened.
     explicit CaptureInput(const std::string& path);
     CaptureInput(const CaptureInput&) = delete;
     CaptureInput& operator=(const CaptureInput&) = delete;
@@ -56,7 +56,7 @@ public:
         std::int64_t line;
     };
     Place Here() const { return {offset_ + (next_ - bytes_.get()), line_}; }
-    // Code 1506 with a place as details.
+    // Code ZT_CONVERSION with a place as details.
     [[noreturn]] void Refuse() const { Refuse(Here()); }
     [[noreturn]] static void Refuse(const Place& place);
 

@@ -18,7 +18,7 @@ public:
     FrameReader(CaptureInput& input, std::size_t columns, std::uint64_t declared);
 
     // The next frame, one number for each column, borrowed until the next call. False after the last complete one.
-    // Code 1506 and those of File_IO.
+    // Code ZT_CONVERSION and those of File_IO.
     bool Next();
     const std::vector<ZT_PLUGIN::NumberSample>& Numbers() const { return numbers_; }
 

@@ -8,7 +8,7 @@ namespace zentor {
 
 // Reads from "HIERARCHY" up to what follows the last root's closing brace. Keywords and channel names may be in any
 // case, line ends stand anywhere, and nearly everything may be missing; what cannot be understood is refused with
-// code 1506.
+// ZT_CONVERSION.
 Skeleton ReadHierarchy(CaptureInput& input);
 
 }  // namespace zentor

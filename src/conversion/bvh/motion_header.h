@@ -14,9 +14,9 @@ struct MotionHeader {
 };
 
 // Looks for "Frames:" and its count and then for "Frame Time:" and its number, whatever other words there are before
-// each of the two labels. Reads up to the end of the frame time's line, or to the first frame. Codes 1506, and 1508, as
-// a plug-in exception, for a frame time that is no number, is not greater than 0.001 seconds, or is so long that there
-// is no whole frame a second.
+// each of the two labels. Reads up to the end of the frame time's line, or to the first frame. Codes ZT_CONVERSION, and
+// ZT_FRAME_TIME, as a plug-in exception, for a frame time that is no number, is not greater than 0.001 seconds, or is
+// so long that there is no whole frame a second.
 MotionHeader ReadMotionHeader(CaptureInput& input);
 
 }  // namespace zentor

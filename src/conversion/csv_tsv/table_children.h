@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <memory>
 
-#include "conversion/converter.h"
+#include "conversion/converter_base.h"
 #include "conversion/csv_tsv/table_index.h"
 #include "model/child_source.h"
 

@@ -26,7 +26,7 @@ bool TableConverter::Convert() {
         return false;
     }
     TableIndex table(text.view(), delimiter_);
-    const auto root = NativeCreateRoot(this, Info().streamKey);
+    const auto root = NativeCreateRoot(this, Info().streamId);
     CallModel([&](auto* error) { root->SetCreator(identifier_, error); });
     root->SetChildSource(MakeTableChildren(*this, table));
     std::uint32_t written = 0;

@@ -1,7 +1,7 @@
 // Comma- and tab-separated tables.
 #pragma once
 
-#include "conversion/converter.h"
+#include "conversion/converter_base.h"
 
 namespace zentor {
 

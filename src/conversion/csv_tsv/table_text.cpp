@@ -1,5 +1,6 @@
 #include "conversion/csv_tsv/table_text.h"
 
+#include "util/byte_order_mark.h"
 #include "util/utf_codec.h"
 
 namespace zentor {
@@ -33,7 +34,7 @@ private:
 }  // namespace
 
 ByteOrderMark FindByteOrderMark(std::string_view bytes) {
-    constexpr std::string_view kMarks[] = {"\xEF\xBB\xBF", "\xFE\xFF", "\xFF\xFE"};
+    constexpr std::string_view kMarks[] = {kUtf8Mark, kUtf16BigEndianMark, kUtf16LittleEndianMark};
     int kind = 1;
     for (const std::string_view mark : kMarks) {
         std::size_t matched = 0;
@@ -73,7 +74,7 @@ bool TableText::Read(const std::string& path) {
             view_ = file_.bytes();
             break;
         case ByteOrderMark::kUtf8:
-            view_ = file_.bytes().substr(3);
+            view_ = WithoutUtf8Mark(file_.bytes());
             break;
         case ByteOrderMark::kUtf16BigEndian:
         case ByteOrderMark::kUtf16LittleEndian:

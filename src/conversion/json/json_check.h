@@ -12,7 +12,7 @@ namespace zentor {
 // number beyond the largest double, also after rounding to 16 digits; objects and arrays standing deeper in each other
 // than groups of a document may; a top-level value that is neither an object nor an array.
 // A zero with an exponent of more than 308, and a number of more than 308 digits before its point, are beyond
-// RapidJSON. Code 19 for a string of 4 GiB or more.
+// RapidJSON. Code ZT_ASSERTION for a string of 4 GiB or more.
 std::optional<std::size_t> FindJsonFault(std::string_view text);
 
 }  // namespace zentor

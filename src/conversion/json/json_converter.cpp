@@ -7,7 +7,7 @@
 namespace zentor {
 
 bool JsonConverter::Convert() {
-    const auto root = NativeCreateRoot(this, Info().streamKey);
+    const auto root = NativeCreateRoot(this, Info().streamId);
     CallModel([&](auto* error) { root->SetCreator("com.orvane.sensor.json", error); });
     JsonText text(Info().inputPath);
     root->SetChildSource(MakeJsonChildren(text.MakeIterator()));

@@ -16,14 +16,15 @@ class JsonText;
 enum class JsonKind { kNull = 0, kString = 1, kNumber = 2, kBoolean = 3, kArray = 4, kObject = 5 };
 
 // The members of an object or the elements of an array, in the order of the text; members whose names are the same are
-// all there. What asks for the current value needs one: HasNext. A value of another type than asked for is code 19.
+// all there. What asks for the current value needs one: HasNext. A value of another type than asked for is
+// ZT_ASSERTION.
 class JsonIterator {
 public:
     virtual ~JsonIterator() = default;
 
     // Whether there is a current value.
     virtual bool HasNext() const = 0;
-    // Goes on to the next value. Code 1506 when the text has been changed since it was parsed.
+    // Goes on to the next value. Code ZT_CONVERSION when the text has been changed since it was parsed.
     virtual void Next() = 0;
     // The member's name, or the element's index in decimal; lives until Next.
     virtual std::string_view GetKey() const = 0;

@@ -4,6 +4,7 @@
 
 #include "conversion/json/json_check.h"
 #include "errors/raise.h"
+#include "util/byte_order_mark.h"
 
 namespace zentor {
 
@@ -20,9 +21,7 @@ JsonText::JsonText(const std::string& path) {
         case MapResult::kCannotMap:
             Raise(kFailureFileMapping);
     }
-    constexpr std::string_view kMark = "\xEF\xBB\xBF";
-    text_ = file_.bytes();
-    if (text_.starts_with(kMark)) text_.remove_prefix(kMark.size());
+    text_ = WithoutUtf8Mark(file_.bytes());
     if (const auto fault = FindJsonFault(text_)) Refuse(*fault);
 }
 

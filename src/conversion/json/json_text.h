@@ -16,8 +16,8 @@ namespace zentor {
 
 class JsonText {
 public:
-    // Codes 5 and 21 when the file cannot be read, 6 when it cannot be opened; 1506, with the byte offset and the line
-    // from 1 on, when it is empty or FindJsonFault finds something.
+    // Codes ZT_FILE_STAT and ZT_GENERAL when the file cannot be read, ZT_FILE_OPEN when it cannot be opened;
+    // ZT_CONVERSION, with the byte offset and the line from 1 on, when it is empty or FindJsonFault finds something.
     explicit JsonText(const std::string& path);
     JsonText(const JsonText&) = delete;
     JsonText& operator=(const JsonText&) = delete;
@@ -27,7 +27,7 @@ public:
 
     // After a UTF-8 byte-order mark.
     std::string_view view() const { return text_; }
-    // Fails with code 1506 at an offset in view().
+    // Fails with ZT_CONVERSION at an offset in view().
     [[noreturn]] void Refuse(std::size_t offset) const;
 
     // The object or array that an iterator has walked to its end last, for the iterator above it.

@@ -29,9 +29,9 @@ struct FoundModule {
     bool isUnread = false;  // the file cannot be read now, which may be different another time
 };
 
-// Reads what the file at the module's path says of itself; false when it is no plug-in module at all. Codes 1021 (with
-// the module: it cannot be read, is damaged, or was built for another kind of machine) and those of ReadManifest; 1504
-// also, with all else read, for a property that is hardly meant.
+// Reads what the file at the module's path says of itself; false when it is no plug-in module at all. Codes
+// ZT_MODULE_LOADING (with the module: it cannot be read, is damaged, or was built for another kind of machine) and
+// those of ReadManifest; ZT_MANIFEST_SCHEMA also, with all else read, for a property that is hardly meant.
 bool ReadModule(FoundModule& module, const std::string& locale);
 
 }  // namespace ZT_PLUGIN

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <iterator>
 
-#include "conversion/input_checks.h"
 #include "errors/locale.h"
 #include "errors/rapidjson.h"
 #include "util/look_alike.h"
+#include "util/path_text.h"
 
 namespace zentor {
 

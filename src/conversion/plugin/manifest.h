@@ -27,8 +27,8 @@ struct ConverterManifest {
     std::string doubtfulProperty;
 };
 
-// The converters of a manifest, in its order. Codes 1503 (no JSON, with the byte offset; no "converter"), 1504 (other
-// than the schema has it, or a text with a zero in it; with the property).
+// The converters of a manifest, in its order. Codes ZT_MANIFEST (no JSON, with the byte offset; no "converter"),
+// ZT_MANIFEST_SCHEMA (other than the schema has it, or a text with a zero in it; with the property).
 std::vector<ConverterManifest> ReadManifest(std::string_view json, std::string_view locale);
 
 }  // namespace zentor

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "conversion/input_checks.h"
 #include "files/file_io.h"
 #include "util/module.h"
+#include "util/path_text.h"
 
 namespace ZT_PLUGIN {
 

@@ -22,7 +22,7 @@ class ModuleFinder {
 public:
     // The files whose names are those of modules, in a folder and the folders in it, up to eight deep; by ascending
     // path. Names that begin with a dot are nobody's plug-ins. A folder that is not there holds nothing; what fails is
-    // added to `problems`: codes 12, 16.
+    // added to `problems`: ZT_PATH_CONVERSION, ZT_FOLDER_OPEN.
     std::vector<std::string> Find(const std::string& folder, std::vector<FolderProblem>& problems);
 
 private:

@@ -1,7 +1,5 @@
 #include "conversion/plugin/plugin_converter.h"
 
-#include <charconv>
-
 #include "errors/converter_failure.h"
 #include "errors/last_exception.h"
 #include "errors/raise.h"
@@ -14,12 +12,6 @@ using namespace zentor;
 
 namespace {
 
-std::uint64_t StreamIdOf(const std::string& streamKey) {
-    std::uint64_t id = 0;
-    std::from_chars(streamKey.data(), streamKey.data() + streamKey.size(), id);
-    return id;
-}
-
 // The library's own failure that a module's code stands for, if that is what it is. The host gets the code alone.
 void TraceCause(std::uint32_t code) {
     const auto last = GetLastException();
@@ -31,7 +23,7 @@ void TraceCause(std::uint32_t code) {
 bool ZT_ConverterHandlerInstance::Convert() {
     const ConverterManifest& manifest = converter_.manifest;
     const ZT_PluginEntryPoints& entryPoints = converter_.module->EntryPoints();
-    const std::uint64_t streamId = StreamIdOf(Info().streamKey);
+    const std::uint64_t streamId = Info().streamId;
     void* session = nullptr;
     const ZT_ErrorRecord opened = CallModule([&](ZT_ErrorRecord* error) {
         entryPoints.initializeSession(converter_.module->Identifier().c_str(), manifest.identifier.c_str(),

@@ -1,7 +1,7 @@
 // A converter of a plug-in module, as the driver uses it.
 #pragma once
 
-#include "conversion/converter.h"
+#include "conversion/converter_base.h"
 #include "conversion/plugin/plugin_registry.h"
 
 namespace ZT_PLUGIN {
@@ -12,8 +12,8 @@ public:
     ZT_ConverterHandlerInstance(zentor::ConversionInfo info, const PluginConverter& converter)
         : ZT_ConverterHandlerBase(std::move(info)), converter_(converter) {}
 
-    // One session of the module. Codes 1021 (not loaded); the module's, with its details; 1506 when it says that it has
-    // made no document, or says that it has without having finished one.
+    // One session of the module. Codes ZT_MODULE_LOADING (not loaded); the module's, with its details; ZT_CONVERSION
+    // when it says that it has made no document, or says that it has without having finished one.
     bool Convert() override;
 
 private:

@@ -42,11 +42,11 @@ void UnloadPlugins() {
 }
 
 void ForgetPlugins() noexcept {
-    const auto lastException = GetLastException();
+    const LastExceptionScope lastException;
     try {
         UnloadPlugins();
     } catch (...) {
-        RestoreLastException(lastException);
+        // Nobody has asked for it.
     }
 }
 

@@ -9,6 +9,7 @@
 #include "errors/trace.h"
 #include "model/include/plugin.h"
 #include "util/module.h"
+#include "zentor/error_codes.h"
 
 namespace ZT_PLUGIN {
 
@@ -24,12 +25,12 @@ public:
     const std::string& Path() const { return path_; }
     const std::string& Identifier() const { return identifier_; }
 
-    // Loads and initialises the module unless that has been done. Codes 1021 (it cannot be loaded, or has no
-    // InitializePlugin), 1500 (it reports a failure, with its details, or leaves a table that cannot be used). With a
-    // failure `diagnosis` becomes what the module's author has to know: what the system's loader says, or what
-    // InitializePlugin has done.
+    // Loads and initialises the module unless that has been done. Codes ZT_MODULE_LOADING (it cannot be loaded, or has
+    // no InitializePlugin), ZT_PLUGIN_INITIALIZE (it reports a failure, with its details, or leaves a table that cannot
+    // be used). With a failure `diagnosis` becomes what the module's author has to know: what the system's loader says,
+    // or what InitializePlugin has done.
     void Load(std::string& diagnosis);
-    // The functions of the loaded module. Code 1021 when it is not loaded.
+    // The functions of the loaded module. Code ZT_MODULE_LOADING when it is not loaded.
     const ZT_PluginEntryPoints& EntryPoints() const;
     // Ends and unloads the module if it is loaded, whatever it says to that: a failure of its Terminate is raised
     // afterwards, with the module's code.
@@ -48,7 +49,8 @@ private:
     std::unique_ptr<ZT_PluginEntryPoints> entryPoints_;
 };
 
-// Calls a function of a module with an error record. An exception that leaves it all the same becomes code 1023.
+// Calls a function of a module with an error record. An exception that leaves it all the same becomes
+// ZT_CONVERTER_UNKNOWN.
 template <class Call>
 ZT_ErrorRecord CallModule(Call&& call) noexcept {
     ZT_ErrorRecord error{0, 0, -1, -1};
@@ -56,9 +58,9 @@ ZT_ErrorRecord CallModule(Call&& call) noexcept {
         call(&error);
     } catch (const std::exception& failure) {
         zentor::Trace(failure.what());
-        error = {0, 1023, -1, -1};
+        error = {0, ZT_CONVERTER_UNKNOWN, -1, -1};
     } catch (...) {
-        error = {0, 1023, -1, -1};
+        error = {0, ZT_CONVERTER_UNKNOWN, -1, -1};
     }
     return error;
 }

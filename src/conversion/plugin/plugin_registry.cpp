@@ -6,13 +6,13 @@
 #include <optional>
 #include <tuple>
 
-#include "conversion/input_checks.h"
 #include "conversion/plugin/search_path.h"
 #include "conversion/plugin/services.h"
 #include "errors/last_exception.h"
 #include "errors/raise.h"
 #include "files/file_io.h"
 #include "util/environment.h"
+#include "util/path_text.h"
 
 namespace ZT_PLUGIN {
 
@@ -88,13 +88,12 @@ std::shared_ptr<ZT_ConverterHandler> ZT_ConverterHandler::LookAgain() const {
 }
 
 void ZT_ConverterHandler::Look() {
-    const auto lastException = GetLastException();
+    const LastExceptionScope lastException;
     ModuleFinder finder;
     for (std::size_t folder = 0; folder < folders_.size(); ++folder) LookInto(folder, finder);
     std::sort(modules_.begin(), modules_.end(), [](const FoundModule& a, const FoundModule& b) {
         return std::tie(a.folder, a.path) < std::tie(b.folder, b.path);
     });
-    RestoreLastException(lastException);
 }
 
 void ZT_ConverterHandler::LookInto(std::size_t folder, ModuleFinder& finder) {

@@ -32,15 +32,15 @@ public:
 
     // False when a folder or a file could not be read, so that there may be modules that are not known.
     bool HasSeenAll() const { return hasSeenAll_; }
-    // Raises what has failed then: codes 12, 16, 1021 with the module.
+    // Raises what has failed then: ZT_PATH_CONVERSION, ZT_FOLDER_OPEN, ZT_MODULE_LOADING with the module.
     void RaiseUnseen() const { unseen_.RaiseIfAny(); }
     // The same folders looked through again. The modules that have been read are shared with this one.
     std::shared_ptr<ZT_ConverterHandler> LookAgain() const;
 
     // The first converter that accepts an input, or null: its manifest does, and so does its module's CheckFileFormat.
     // `extension` is in lower case. Forced converters accept by everything that their manifests state, others by
-    // extension or signature. What fails is passed over and kept in `failure`: codes 1021 with the module, 1500, what
-    // CheckFileFormat reported, and those of File_IO when the input cannot be read.
+    // extension or signature. What fails is passed over and kept in `failure`: ZT_MODULE_LOADING with the module,
+    // ZT_PLUGIN_INITIALIZE, what CheckFileFormat reported, and those of File_IO when the input cannot be read.
     const PluginConverter* FindForced(const std::string& inputPath, const std::string& extension,
                                       zentor::FirstFailure& failure) const;
     const PluginConverter* FindOther(const std::string& inputPath, const std::string& extension,

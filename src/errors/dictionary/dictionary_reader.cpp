@@ -1,5 +1,6 @@
 #include "errors/dictionary/dictionary_reader.h"
 
+#include "util/byte_order_mark.h"
 #include "util/utf_codec.h"
 
 namespace lexkit_private {
@@ -72,10 +73,15 @@ std::unique_ptr<DictionaryReader> MakeDictionaryReader(std::string_view bytes) {
     for (const std::string_view mark : kBinary) {
         if (bytes.starts_with(mark)) return nullptr;
     }
-    if (bytes.starts_with("\xFF\xFE")) return std::make_unique<UnicodeReader>(bytes.substr(2));
-    if (bytes.starts_with("\xFE\xFF")) return std::make_unique<ByteSwapUnicodeReader>(bytes.substr(2));
-    if (bytes.starts_with("\xEF\xBB\xBF")) bytes.remove_prefix(3);
-    return std::make_unique<MultibyteReader>(bytes);
+    using zentor::kUtf16BigEndianMark;
+    using zentor::kUtf16LittleEndianMark;
+    if (bytes.starts_with(kUtf16LittleEndianMark)) {
+        return std::make_unique<UnicodeReader>(bytes.substr(kUtf16LittleEndianMark.size()));
+    }
+    if (bytes.starts_with(kUtf16BigEndianMark)) {
+        return std::make_unique<ByteSwapUnicodeReader>(bytes.substr(kUtf16BigEndianMark.size()));
+    }
+    return std::make_unique<MultibyteReader>(zentor::WithoutUtf8Mark(bytes));
 }
 
 std::string WithoutStrayBytes(std::string_view bytes) {

@@ -13,7 +13,7 @@
 // module's manifest. A module with several converters takes a second argument, `const std::string& converterId`: which
 // of them is meant, by its identifier in the manifest. Convert makes the document: true when it was written. Both may
 // run on several threads at once, for different inputs. Any exception that leaves them becomes a code: that of a
-// ZT_PluginException, 1034 for want of memory, 1023 for others.
+// ZT_PluginException, ZT_CONVERTER_OUT_OF_MEMORY for want of memory, ZT_CONVERTER_UNKNOWN for others.
 #pragma once
 
 #include <cstddef>
@@ -40,7 +40,8 @@ void Checked(Call&& call) {
     if (error.code != 0) throw ZT_PluginException(error.code, error.extra1, error.extra2);
 }
 
-// The input cannot be converted: code 1506, with the byte offset and the line (from 1 on) of the fault, -1 for unknown.
+// The input cannot be converted: ZT_CONVERSION, with the byte offset and the line (from 1 on) of the fault, -1 for
+// unknown.
 [[noreturn]] inline void RefuseInput(std::int64_t offset = -1, std::int64_t line = -1) {
     throw ZT_PluginException(ZT_CONVERSION, offset, line);
 }

@@ -7,11 +7,15 @@
 //
 // What no reader would take, and what would be missing from the document, is refused:
 // - Match names, by which data paths find nodes, are one or more ASCII letters and digits, not beginning with a digit
-//   (2022), and unique in the document, as are sample-set identifiers. Display names are free, and may be empty.
-// - A document has one root (2003), and groups stand at most 100 deep in it (2003). Arrays have elements (2002, 2001).
-// - Nothing is attached once the document is finished or has failed (2001 for dynamic nodes, 2002 for static ones, 2003
-//   for groups), and samples are added to nodes that belong to it by then (2001 from WriteDocument).
-// - 1001: a null pointer where values are asked for. 2014 from any operation: the conversion is over.
+//   (ZT_INVALID_NAME), and unique in the document, as are sample-set identifiers. Display names are free, and may be
+//   empty.
+// - A document has one root, and groups stand at most 100 deep in it (ZT_INVALID_GROUP). Arrays have elements
+//   (ZT_INVALID_STATIC_NODE, ZT_INVALID_DYNAMIC_NODE).
+// - Nothing is attached once the document is finished or has failed (ZT_INVALID_DYNAMIC_NODE, ZT_INVALID_STATIC_NODE
+//   or ZT_INVALID_GROUP), and samples are added to nodes that belong to it by then (ZT_INVALID_DYNAMIC_NODE from
+//   WriteDocument).
+// - ZT_NULL_ARGUMENT: a null pointer where values are asked for. ZT_STREAM_NOT_OPEN from any operation: the conversion
+// is over.
 #pragma once
 
 #include <stdint.h>
@@ -38,12 +42,12 @@ struct IVkjsonStaticDataNum_v1 {
     virtual ISharedObject* GetSharedObject() noexcept = 0;
     virtual void DeletingDestructor(uint32_t flags) noexcept = 0;
     // Own slot 1: how many digits the value has before and after the point. Both unset: taken from the value.
-    // Codes 2006 (exactly one is unset), 2008 (more than 1000 digits).
+    // Codes ZT_INCOMPLETE_PATTERN (exactly one is unset), ZT_RANGE_VALUE (more than 1000 digits).
     virtual void SetPattern(uint64_t digitsInteger, uint64_t digitsDecimal, uint8_t isSigned,
                             ZT_ErrorRecord* error) noexcept = 0;
     // Own slot 2: the legal range and a value that it must hold. Minimum = largest finite double with maximum = its
-    // negative means "not known": the range is then the value. Codes 2007 (minimum above maximum), 2008 (`value` or the
-    // node's value outside, or a bound that is no finite number).
+    // negative means "not known": the range is then the value. Codes ZT_RANGE_ORDER (minimum above maximum),
+    // ZT_RANGE_VALUE (`value` or the node's value outside, or a bound that is no finite number).
     virtual void SetRange(double legalMinimum, double legalMaximum, double value, ZT_ErrorRecord* error) noexcept = 0;
 
 protected:
@@ -54,7 +58,7 @@ struct IVkjsonStaticDataString_v1 {
     virtual void Reserved() noexcept = 0;
     virtual ISharedObject* GetSharedObject() noexcept = 0;
     virtual void DeletingDestructor(uint32_t flags) noexcept = 0;
-    // Own slot 1: the lengths are written unless unset. Code 2008 for one above 2^53.
+    // Own slot 1: the lengths are written unless unset. Code ZT_RANGE_VALUE for one above 2^53.
     virtual void SetStringProperties(uint64_t maxLength, uint64_t maxDigitsInLength, uint8_t isEventMarker,
                                      ZT_ErrorRecord* error) noexcept = 0;
 
@@ -76,17 +80,18 @@ struct IVkjsonStaticDataNumArr_v1 {
     virtual ISharedObject* GetSharedObject() noexcept = 0;
     virtual void DeletingDestructor(uint32_t flags) noexcept = 0;
     // Own slot 1: replaces the elements; ranges and display names that do not fit the new count are dropped. Without
-    // elements the document cannot be written. Codes 2002 (none), 2008 (one is no finite number), 1001.
+    // elements the document cannot be written. Codes ZT_INVALID_STATIC_NODE (none), ZT_RANGE_VALUE (one is no finite
+    // number), ZT_NULL_ARGUMENT.
     virtual void SetValues(const double* values, uint64_t count, ZT_ErrorRecord* error) noexcept = 0;
-    // Own slot 2: one name for each element, or none. Codes 2019 (any other count), 1001.
+    // Own slot 2: one name for each element, or none. Codes ZT_DISPLAY_NAME_COUNT (any other count), ZT_NULL_ARGUMENT.
     virtual void SetDisplayNames(const char* const* names, uint64_t count, ZT_ErrorRecord* error) noexcept = 0;
     // Own slot 3: as for a number; unset counts are taken from the widest element.
     virtual void SetPattern(uint64_t digitsInteger, uint64_t digitsDecimal, uint8_t isSigned,
                             ZT_ErrorRecord* error) noexcept = 0;
     // Own slot 4: how many elements there are.
     virtual uint64_t GetArraySize() noexcept = 0;
-    // Own slot 5: the legal range of each element, as for a number. Codes 2005 (other than one range for each element),
-    // 2007, 2008, 1001.
+    // Own slot 5: the legal range of each element, as for a number. Codes ZT_RANGE_COUNT (other than one range for each
+    // element), ZT_RANGE_ORDER, ZT_RANGE_VALUE, ZT_NULL_ARGUMENT.
     virtual void SetRanges(const double* minima, const double* maxima, uint64_t count,
                            ZT_ErrorRecord* error) noexcept = 0;
     // Own slot 6: the array is a point in space.
@@ -103,8 +108,8 @@ struct IVkjsonDynamicData_v1 {
     virtual void Reserved() noexcept = 0;  // slot 1: does nothing
     // slot 2: writes all samples into the document, padded to the widest. 1 when it has, 0 when it had before. A node
     // without samples writes nothing and counts as written. Finishing the document does it for all nodes that have not.
-    // Codes 2001 (not initialised; not attached to a group of the document; an array whose size was never set; the
-    // document is finished or has failed), and those of WriteDocument.
+    // Codes ZT_INVALID_DYNAMIC_NODE (not initialised; not attached to a group of the document; an array whose size was
+    // never set; the document is finished or has failed), and those of WriteDocument.
     virtual uint32_t WriteSamples(ZT_ErrorRecord* error) noexcept = 0;
     // slot 3: how many samples are expected, a hint; ignored once they are written. What is written is their number.
     virtual void SetSampleCount(uint64_t count, ZT_ErrorRecord* error) noexcept = 0;
@@ -116,8 +121,9 @@ struct IVkjsonDynamicData_v1 {
     // with empty texts, before Initialize.
     virtual uint32_t GetNames(const char** matchName, const char** displayName, const char** sampleSetId) noexcept = 0;
     // slot 8: once, before anything else. `interpolation`: 1 linear, 2 hold. `maxInterSampleDuration`, a duration in
-    // the form of the document's times, counts with `hasExpectedFrequency` only. Codes 2022 (the match name, or no
-    // sample-set identifier), 53, 2023 (square brackets of the identifier that do not balance), 2001 (again).
+    // the form of the document's times, counts with `hasExpectedFrequency` only. Codes ZT_INVALID_NAME (the match name,
+    // or no sample-set identifier), ZT_INTERPOLATION, ZT_UNBALANCED_TEXT (square brackets of the identifier that do not
+    // balance), ZT_INVALID_DYNAMIC_NODE (again).
     virtual void Initialize(const char* matchName, const char* displayName, const char* sampleSetId,
                             uint64_t sampleCount, uint32_t interpolation, uint8_t hasExpectedFrequency,
                             const char* maxInterSampleDuration, ZT_ErrorRecord* error) noexcept = 0;
@@ -132,9 +138,10 @@ protected:
 // - the same with a wider value, for UTC times with decimals (milliseconds: the scale is 1000);
 // - or as a time string of the document's form.
 // What the form cannot say (parts of a frame, further decimals) is cut off. Adders return 1, or 0 after a failure.
-// Codes: 2001 (not initialised, written already, the document is finished), 2021 (no time mode), 2015 (no time of the
-// document's form, or one before its predecessor), 2008 (no finite number, or one outside the legal range), and
-// 1000 + the code of an operation on the temporary file (1034: memory or disk full).
+// Codes: ZT_INVALID_DYNAMIC_NODE (not initialised, written already, the document is finished), ZT_TIME_MODE_INVALID (no
+// time mode), ZT_SAMPLE_TIME (no time of the document's form, or one before its predecessor), ZT_RANGE_VALUE (no finite
+// number, or one outside the legal range), and 1000 + the code of an operation on the temporary file
+// (ZT_CONVERTER_OUT_OF_MEMORY: memory or disk full).
 
 // A number that changes, written as "numberString".
 struct IVkjsonDynamicDataNum_v1 {
@@ -151,13 +158,13 @@ struct IVkjsonDynamicDataNum_v1 {
     // Own slot 1.
     virtual uint32_t AddSample(int32_t timeValue, uint32_t timeScale, double value, ZT_ErrorRecord* error) noexcept = 0;
     // Own slot 2: digits before and after the point, and whether there is a sign; the samples widen it. Both unset:
-    // taken from the samples. Codes 2006 (exactly one is unset), 2008 (more than 1000 digits), 2001 (the samples are
-    // written).
+    // taken from the samples. Codes ZT_INCOMPLETE_PATTERN (exactly one is unset), ZT_RANGE_VALUE (more than 1000
+    // digits), ZT_INVALID_DYNAMIC_NODE (the samples are written).
     virtual void SetPattern(uint64_t digitsInteger, uint64_t digitsDecimal, uint8_t isSigned,
                             ZT_ErrorRecord* error) noexcept = 0;
     // Own slot 3: the legal range and a value that it must hold. Minimum = largest finite double with maximum = its
-    // negative means "not known": the range is then the one that the samples occupy. Codes 2007 (minimum above
-    // maximum), 2008 (`value` or a sample outside, or a bound that is no finite number).
+    // negative means "not known": the range is then the one that the samples occupy. Codes ZT_RANGE_ORDER (minimum
+    // above maximum), ZT_RANGE_VALUE (`value` or a sample outside, or a bound that is no finite number).
     virtual void SetRange(double legalMinimum, double legalMaximum, double value, ZT_ErrorRecord* error) noexcept = 0;
     // Own slots 4 and 5.
     virtual uint32_t AddSampleAtTicks(int64_t ticks, uint32_t ticksPerSecond, double value,
@@ -180,24 +187,25 @@ struct IVkjsonDynamicDataNumArr_v1 {
     virtual void Initialize(const char* matchName, const char* displayName, const char* sampleSetId,
                             uint64_t sampleCount, uint32_t interpolation, uint8_t hasExpectedFrequency,
                             const char* maxInterSampleDuration, ZT_ErrorRecord* error) noexcept = 0;
-    // Own slot 1: the elements, as many as the array has. Also codes 2004 (any other number), 1001.
+    // Own slot 1: the elements, as many as the array has. Also ZT_DIMENSION_COUNT (any other number), ZT_NULL_ARGUMENT.
     virtual uint32_t AddSample(int32_t timeValue, uint32_t timeScale, const double* values, uint64_t count,
                                ZT_ErrorRecord* error) noexcept = 0;
     // Own slot 2: as for a number; one pattern for all elements.
     virtual void SetPattern(uint64_t digitsInteger, uint64_t digitsDecimal, uint8_t isSigned,
                             ZT_ErrorRecord* error) noexcept = 0;
-    // Own slot 3: how many elements there are, from 1 to 65536; drops ranges and names. Codes 2004, 2001 (there are
-    // samples).
+    // Own slot 3: how many elements there are, from 1 to 65536; drops ranges and names. Codes ZT_DIMENSION_COUNT,
+    // ZT_INVALID_DYNAMIC_NODE (there are samples).
     virtual void SetArraySize(uint64_t size, ZT_ErrorRecord* error) noexcept = 0;
-    // Own slot 4: the legal range of the next element, as for a number. Codes 2005 (all have one), 2007, 2008, 2001
-    // (there are samples).
+    // Own slot 4: the legal range of the next element, as for a number. Codes ZT_RANGE_COUNT (all have one),
+    // ZT_RANGE_ORDER, ZT_RANGE_VALUE, ZT_INVALID_DYNAMIC_NODE (there are samples).
     virtual void AddRange(double legalMinimum, double legalMaximum, ZT_ErrorRecord* error) noexcept = 0;
     // Own slot 5: the display name of the next element; either all elements have one in the end, or none is written.
-    // Code 2019 (all have one).
+    // Code ZT_DISPLAY_NAME_COUNT (all have one).
     virtual void AddDisplayName(const char* displayName, ZT_ErrorRecord* error) noexcept = 0;
     // Own slot 6: the array is a point in space.
     virtual void SetIsPoint(uint8_t isPoint, ZT_ErrorRecord* error) noexcept = 0;
-    // Own slot 7: elements have a sign even if none is negative. Code 2001 (the samples are written).
+    // Own slot 7: elements have a sign even if none is negative. Code ZT_INVALID_DYNAMIC_NODE (the samples are
+    // written).
     virtual void SetIsSigned(uint8_t isSigned, ZT_ErrorRecord* error) noexcept = 0;
     // Own slots 8 and 9.
     virtual uint32_t AddSampleAtTicks(int64_t ticks, uint32_t ticksPerSecond, const double* values, uint64_t count,
@@ -221,11 +229,12 @@ struct IVkjsonDynamicDataString_v1 {
     virtual void Initialize(const char* matchName, const char* displayName, const char* sampleSetId,
                             uint64_t sampleCount, uint32_t interpolation, uint8_t hasExpectedFrequency,
                             const char* maxInterSampleDuration, ZT_ErrorRecord* error) noexcept = 0;
-    // Own slot 1. Also code 2023 for a text whose square brackets do not balance, which no reader could pass over.
+    // Own slot 1. Also ZT_UNBALANCED_TEXT for a text whose square brackets do not balance, which no reader could pass
+    // over.
     virtual uint32_t AddSample(int32_t timeValue, uint32_t timeScale, const char* text,
                                ZT_ErrorRecord* error) noexcept = 0;
-    // Own slot 2: the longest text and the digits of its length; the samples widen both. Code 2008 for a length
-    // above 2^24 or more than 20 digits, 2001 when the samples are written.
+    // Own slot 2: the longest text and the digits of its length; the samples widen both. Code ZT_RANGE_VALUE for a
+    // length above 2^24 or more than 20 digits, ZT_INVALID_DYNAMIC_NODE when the samples are written.
     virtual void SetStringProperties(uint64_t maxLength, uint64_t maxDigitsInLength, uint8_t isEventMarker,
                                      ZT_ErrorRecord* error) noexcept = 0;
     // Own slots 3 and 4.
@@ -241,8 +250,8 @@ protected:
 // A group. Children are written in the order in which they were attached. A node is attached once, to a group of its
 // own document; the group then holds a reference of its own. Codes: null, attached elsewhere, of another document, not
 // initialised, (a group) above this one or too deep below it, with a match name or sample-set identifier that the
-// document has already, or too late: 2001 for dynamic nodes, 2002 for static ones, 2003 for groups; no node of this
-// library: 2016.
+// document has already, or too late: ZT_INVALID_DYNAMIC_NODE for dynamic nodes, ZT_INVALID_STATIC_NODE for static ones,
+// ZT_INVALID_GROUP for groups; no node of this library: ZT_FOREIGN_OBJECT.
 struct IVkjsonGroup_v1 {
     // Slots 1 to 3: the child given as its shared object.
     virtual void AddDynamicDataShared(ISharedObject* child, ZT_ErrorRecord* error) noexcept = 0;
@@ -261,29 +270,32 @@ protected:
 // The root of a document.
 struct IVkjsonRoot_v1 {
     // slot 1: finishes the document. 1 when it was written, 0 when it had been finished, or had failed, before. After a
-    // failure it will not be written any more. A file failure with code c is reported as c + 1000. Codes 2001 (there
-    // are samples of a node that is not attached to a group of the document, whether the node is still there or not; a
-    // dynamic array without a size), 2002 (a static array without elements), and those of WriteHeader.
+    // failure it will not be written any more. A file failure with code c is reported as c + 1000. Codes
+    // ZT_INVALID_DYNAMIC_NODE (there are samples of a node that is not attached to a group of the document, whether the
+    // node is still there or not; a dynamic array without a size), ZT_INVALID_STATIC_NODE (a static array without
+    // elements), and those of WriteHeader.
     virtual uint32_t WriteDocument(ZT_ErrorRecord* error) noexcept = 0;
-    // slot 2: replaces the creator. Code 1505 for null.
+    // slot 2: replaces the creator. Code ZT_EMPTY_CREATOR for null.
     virtual void SetCreator(const char* creator, ZT_ErrorRecord* error) noexcept = 0;
     virtual IVkjsonGroup_v1* GetGroup() noexcept = 0;       // slot 3: where children are attached
     virtual ISharedObject* GetSharedObject() noexcept = 0;  // slot 4
     // slot 5: the display name of the root group; it is not written.
     virtual void SetDisplayName(const char* displayName, ZT_ErrorRecord* error) noexcept = 0;
-    // slots 6 and 7: the time mode of all samples; the later call counts. Codes 2020 (the header is written already, or
-    // there is a sample), 2021 (value or scale 0, a rate above 1000, drop frame at a rate other than 29.97 and 59.94,
-    // which 30000/1001 and 60000/1001 are and 2997/100 and 5994/100 are taken for; precision above 9).
+    // slots 6 and 7: the time mode of all samples; the later call counts. Codes ZT_TIME_MODE_FIXED (the header is
+    // written already, or there is a sample), ZT_TIME_MODE_INVALID (value or scale 0, a rate above 1000, drop frame at
+    // a rate other than 29.97 and 59.94, which 30000/1001 and 60000/1001 are and 2997/100 and 5994/100 are taken for;
+    // precision above 9).
     virtual void SetTimecodeInfo(uint8_t dropFrame, uint32_t frameRateValue, uint32_t frameRateScale,
                                  ZT_ErrorRecord* error) noexcept = 0;
     virtual void SetUtcInfo(uint32_t precisionLength, uint8_t isGmt, ZT_ErrorRecord* error) noexcept = 0;
     // slots 8 and 9: an entry of the video-sync list, which ties a moment of a video to the times of the document: the
-    // number of a frame, or a time string. The list is written in order, into a document that has samples. Code 2020.
+    // number of a frame, or a time string. The list is written in order, into a document that has samples. Code
+    // ZT_TIME_MODE_FIXED.
     virtual void AddVideoSyncFrame(const char* fileName, uint32_t frameNumber, ZT_ErrorRecord* error) noexcept = 0;
     virtual void AddVideoSyncTime(const char* fileName, const char* timeString, ZT_ErrorRecord* error) noexcept = 0;
-    // slot 10: writes the beginning of the document now instead of with the first samples; once. Codes 2012 (a time
-    // string of the video-sync list is none of the document's time mode), 2003 (the document has failed), and those of
-    // file failures.
+    // slot 10: writes the beginning of the document now instead of with the first samples; once. Codes
+    // ZT_WRITER_SYNC_TIME (a time string of the video-sync list is none of the document's time mode), ZT_INVALID_GROUP
+    // (the document has failed), and those of file failures.
     virtual void WriteHeader(ZT_ErrorRecord* error) noexcept = 0;
 
 protected:

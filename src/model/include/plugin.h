@@ -40,12 +40,13 @@ typedef uint64_t StreamContext;
 // counted: the first Acquire takes that one over, and a plug-in that never calls Acquire gives it back with one Release
 // (of the node's GetSharedObject). A node that is attached is kept by its group. Nodes go with their conversion at the
 // latest. `version` is kInterfaceVersion of the
-// header that the plug-in was built with. On failure *node stays as it was. Codes: 2027 (`node` is null), 2029 (a
-// version above 1), 2030 (version 0), 2014 (`context` is that of no conversion under way), 2022 (the match name is not
-// of the form that nodes.h states), 2008 (a number that is not finite).
+// header that the plug-in was built with. On failure *node stays as it was. Codes: ZT_NULL_RESULT (`node` is null),
+// ZT_VERSION_TOO_NEW (a version above 1), ZT_VERSION_ZERO (version 0), ZT_STREAM_NOT_OPEN (`context` is that of no
+// conversion under way), ZT_INVALID_NAME (the match name is not of the form that nodes.h states), ZT_RANGE_VALUE (a
+// number that is not finite).
 struct ZT_NodeFactories {
     uint64_t size;  // of this table, in bytes
-    // Also codes 1505 (no creator, or an empty one), 2003 (the document has a root, or had one).
+    // Also ZT_EMPTY_CREATOR (no creator, or an empty one), ZT_INVALID_GROUP (the document has a root, or had one).
     void (*createRoot)(StreamContext context, IVkjsonRoot_v1** node, const char* creator, uint32_t version,
                        ZT_ErrorRecord* error);
     void (*createGroup)(StreamContext context, IVkjsonGroup_v1** node, const char* matchName, const char* displayName,

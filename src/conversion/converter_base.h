@@ -1,6 +1,7 @@
 // What every converter is, built in or not.
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 namespace zentor {
@@ -9,7 +10,7 @@ namespace zentor {
 struct ConversionInfo {
     std::string inputPath;     // absolute
     std::string originalName;  // the input path as the host passed it, for messages
-    std::string streamKey;     // the id of the stream that the document goes to, in decimal
+    std::uint64_t streamId;    // of the stream that the document goes to
 };
 
 // Lives for one conversion.

@@ -1,4 +1,4 @@
-#include "reader/static_text.h"
+#include "reader/text_values.h"
 
 #include <algorithm>
 

@@ -12,15 +12,16 @@ class IVkjsonRoot_I;
 class IDocumentWriter {
 public:
     virtual ~IDocumentWriter() = default;
-    // Writes the beginning of the document unless that has happened. Code 2012 when it cannot be as the root asks.
+    // Writes the beginning of the document unless that has happened. Code ZT_WRITER_SYNC_TIME when it cannot be as the
+    // root asks.
     virtual void WriteHeader(const IVkjsonRoot_I& root) = 0;
     virtual bool HasHeader() const = 0;
     // Whether the document is neither finished nor given up.
     virtual bool IsOpen() const = 0;
     // Whether the document is whole.
     virtual bool IsFinished() const = 0;
-    // Writes a set of samples, and the header before the first; a set without samples writes nothing. Code 2001 when
-    // the document is not open.
+    // Writes a set of samples, and the header before the first; a set without samples writes nothing. Code
+    // ZT_INVALID_DYNAMIC_NODE when the document is not open.
     virtual void WriteSampleSet(const IVkjsonRoot_I& root, const DynamicNodeView& node, SampleBuffer& samples) = 0;
     // The document will never be whole: it is deleted.
     virtual void GiveUp() noexcept = 0;
