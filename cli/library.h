@@ -114,8 +114,8 @@ public:
         Check(result);
     }
 
-    // Whether documents that are opened from now on are read to their last sample.
-    void SetCheckSamples(bool check) { options_.checkSamples = check ? 1 : 0; }
+    // How the library works from now on.
+    ZT_HostOptions& options() { return options_; }
 
     // `load`: whether each module that can be used is loaded, too.
     Converters ListConverters(bool load = false);

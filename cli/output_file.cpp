@@ -1,6 +1,5 @@
 #include "output_file.h"
 
-#include <random>
 #include <vector>
 
 #include "standard_output.h"
@@ -26,9 +25,20 @@ os::PathKind KindOf(const std::string& path) {
     return kind;
 }
 
-std::string NameBeside(const std::string& path) {
-    std::random_device random;
-    return FolderOf(path) + "zentor-" + std::to_string(random()) + ".part";
+bool IsSameFile(const std::string& left, const std::string& right) {
+    bool isSame = false;
+    os::IsSameFile(left, right, isSame);
+    return isSame;
+}
+
+std::uint64_t SizeOf(const std::string& path) {
+    os::FileHandle file = os::kNoFile;
+    std::uint64_t size = 0;
+    if (os::OpenFile(path, true, os::Access::kRead, file) == os::Status::kOk) {
+        os::GetFileLength(file, size);
+        os::CloseFile(file);
+    }
+    return size;
 }
 
 }  // namespace
@@ -48,21 +58,12 @@ void CheckOutputPath(Library& library, const std::string& path, bool force) {
     if (kind == os::PathKind::kFile && !force) throw LibraryFailure(path + " exists already; --force replaces it");
 }
 
-void SaveWhole(Library& library, Stream& stream, const std::string& inputPath, const std::string& path, bool force) {
-    bool isInput = false;
-    os::IsSameFile(inputPath, path, isInput);
-    if (isInput) {
-        library.Check(stream->SaveTo(path.c_str()));
-        return;
-    }
-    const std::string part = NameBeside(path);
-    library.Check(stream->SaveTo(part.c_str()));
-    // A file that has come into being meanwhile is not replaced either, unless it may be.
-    const os::Status moved = force ? os::ReplaceFileBy(part, path) : os::MoveFileTo(part, path);
-    if (moved == os::Status::kOk) return;
-    os::DeleteFileAt(part);
-    throw LibraryFailure(
-        path + (moved == os::Status::kExists ? " exists already; --force replaces it" : " cannot be put in its place"));
+std::uint64_t SaveDocument(Library& library, const std::string& inputPath, const std::string& path, bool force) {
+    library.options().newOutput = force || IsSameFile(inputPath, path) ? 0 : 1;
+    ISensorFileHandler* handler = nullptr;
+    library.Take([&] { return library.manager().OpenFile(&handler, inputPath.c_str(), path.c_str()); });
+    if (handler != nullptr) library.Check(library.manager().CloseFile(&handler));
+    return SizeOf(path);
 }
 
 void WriteToStandardOutput(Library& library, Stream& stream) {

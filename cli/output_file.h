@@ -1,6 +1,7 @@
 // Output files that appear whole or not at all.
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include "library.h"
@@ -14,9 +15,10 @@ std::string DefaultOutputName(const std::string& inputPath);
 // replaced only with `force`.
 void CheckOutputPath(Library& library, const std::string& path, bool force);
 
-// Saves the document beside `path` under another name and puts it in its place. A document that stands at `path` itself
-// stays; the input of a conversion is never overwritten (error 7).
-void SaveWhole(Library& library, Stream& stream, const std::string& inputPath, const std::string& path, bool force);
+// Converts the input, or copies a document, to `path`, where it appears whole or not at all, and reads it back unless
+// the library's options say otherwise; returns its size in bytes. A document that stands at `path` itself stays; the
+// input of a conversion is never overwritten (error 7), and without `force` nothing that has come to `path` meanwhile.
+std::uint64_t SaveDocument(Library& library, const std::string& inputPath, const std::string& path, bool force);
 
 // Writes the document to standard output.
 void WriteToStandardOutput(Library& library, Stream& stream);

@@ -3,14 +3,13 @@
 #include "output_file.h"
 #include "progress.h"
 #include "standard_output.h"
-#include "text_check.h"
 #include "text_output.h"
 
 namespace zentor_cli {
 
 namespace {
 
-void SayResult(const CommonOptions& common, const std::string& input, const std::string& output, std::uint32_t bytes) {
+void SayResult(const CommonOptions& common, const std::string& input, const std::string& output, std::uint64_t bytes) {
     if (common.json) {
         JsonOutput json;
         json.BeginObject();
@@ -30,16 +29,16 @@ void RunConvert(Library& library, const CommonOptions& common, const ConvertOpti
     const bool toStandardOutput = options.output == "-";
     const std::string output = options.output.empty() ? DefaultOutputName(options.input) : options.output;
     if (!toStandardOutput) CheckOutputPath(library, output, options.force);
-    std::uint32_t bytes = 0;
+    std::uint64_t bytes = 0;
     {
         const Progress progress("converting " + options.input, common.quiet);
-        Stream stream(library, options.input, !options.noValidate);
-        if (!options.noValidate) CheckTexts(stream, options.input);
-        bytes = stream->Size();
+        library.options().strict = options.noValidate ? 0 : 1;
+        library.options().unread = options.noValidate ? 1 : 0;
         if (toStandardOutput) {
+            Stream stream(library, options.input, !options.noValidate);
             WriteToStandardOutput(library, stream);
         } else {
-            SaveWhole(library, stream, options.input, output, options.force);
+            bytes = SaveDocument(library, options.input, output, options.force);
         }
     }
     if (!toStandardOutput) SayResult(common, options.input, output, bytes);

@@ -32,7 +32,7 @@ void WriteResult(JsonOutput& json, const std::string& path, const Report& report
 }  // namespace
 
 bool RunValidate(Library& library, const CommonOptions& common, const std::vector<std::string>& paths) {
-    library.SetCheckSamples(true);
+    library.options().checkSamples = 1;
     bool allGood = true;
     JsonOutput json;
     if (common.json) json.BeginArray();

@@ -231,7 +231,18 @@ struct ZT_HostOptions {
     // first sample that is wrong, ZT_SAMPLE_SET_INFO. Otherwise what is wrong within a set of samples is met by the
     // query that reads it.
     uint8_t checkSamples;
-    uint8_t reserved[2];  // 0
+    // 1: OpenFile and ConvertFile refuse to convert what a document would not give back as it went in. Texts go into
+    // documents as they are: a backslash in a table or in a text of JSON begins an escape when it is read, and a
+    // control character makes a document that other readers of JSON refuse. ZT_CONVERSION with the byte offset in the
+    // document.
+    uint8_t strict;
+    // 1: OpenFile with an output path puts the document there without reading it: *handler stays null, and there is
+    // nothing to close.
+    uint8_t unread;
+    // 1: OpenFile refuses an output path where there is a file already, also one that has come while it was converting
+    // (ZT_FILE_CREATE); otherwise the file is replaced.
+    uint8_t newOutput;
+    uint8_t reserved[7];  // 0
 };
 
 // What hosts can have beyond results (slot 9).

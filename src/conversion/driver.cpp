@@ -6,6 +6,7 @@
 #include "conversion/output_placement.h"
 #include "conversion/plugin/plugin_converter.h"
 #include "conversion/plugin/plugin_host.h"
+#include "conversion/text_check.h"
 #include "errors/converter_failure.h"
 #include "errors/exception.h"
 #include "errors/first_failure.h"
@@ -43,13 +44,16 @@ private:
     std::uint64_t id_;
 };
 
-// Makes the converter for one input.
-using MakeConverter = std::function<std::unique_ptr<ZT_ConverterHandlerBase>(ConversionInfo info)>;
+struct FoundConverter {
+    // Makes the converter for one input.
+    std::function<std::unique_ptr<ZT_ConverterHandlerBase>(ConversionInfo info)> make;
+    bool mayEscape;  // what it writes; built-in ones do not
+};
 
 // The converter of an input: a plug-in that insists on it, a built-in one, or any other plug-in. What it gives keeps
 // the plug-ins while it is used. When there is none: the failure of the first plug-in that could not say whether it is
 // one; what kept plug-ins from being found; else ZT_FORMAT_NOT_SUPPORTED.
-MakeConverter FindConverter(const std::string& inputPath) {
+FoundConverter FindConverter(const std::string& inputPath) {
     const std::string extension = LowerCaseAscii(ExtensionOf(inputPath));
     const auto plugins = Plugins();
     const NativeFormat* const format = FindConvertibleFormat(extension);
@@ -64,16 +68,17 @@ MakeConverter FindConverter(const std::string& inputPath) {
             Raise(kFileFormatNotSupported);
         }
     }
-    if (converter == nullptr) return format->makeConverter;
-    return [plugins, converter](ConversionInfo info) {
+    if (converter == nullptr) return {format->makeConverter, false};
+    const auto make = [plugins, converter](ConversionInfo info) {
         return std::make_unique<ZT_PLUGIN::ZT_ConverterHandlerInstance>(std::move(info), *converter);
     };
+    return {make, true};
 }
 
-void RunConverter(const MakeConverter& makeConverter, const std::string& inputPath, const std::string& originalName,
+void RunConverter(const FoundConverter& found, const std::string& inputPath, const std::string& originalName,
                   const std::string& documentPath) {
     const OpenStreamScope stream(documentPath);
-    const auto converter = makeConverter({inputPath, originalName, stream.Id()});
+    const auto converter = found.make({inputPath, originalName, stream.Id()});
     const LastExceptionScope lastException;
     ClearLastException();  // a failure may tell its cause by it
     bool converted = false;
@@ -104,10 +109,10 @@ bool IsVkjsonDocument(const std::string& path) noexcept {
 }
 
 // A document that goes to an output is made beside it, so that it only has to be renamed.
-std::shared_ptr<DocumentRecord> CreateDocumentFor(const InputFile& input, const std::string& outputPath) {
+std::shared_ptr<DocumentRecord> CreateDocumentFor(const InputFile& input, const std::string& outputPath, bool isNew) {
     if (outputPath.empty()) return CreateTemporaryDocument(File_IO::TempFolder());
     if (File_IO::IsSameFile(input.path, outputPath)) Raise(kCreateFile, Quoted("File_IO::Create"));
-    return CreateTemporaryDocument(CheckOutput(outputPath));
+    return CreateTemporaryDocument(CheckOutput(outputPath, isNew));
 }
 
 }  // namespace
@@ -118,15 +123,18 @@ InputFile CheckInput(const char* inputPath) {
     return {inputPath, File_IO::AbsolutePath(inputPath)};
 }
 
-std::shared_ptr<DocumentRecord> PrepareInput(const InputFile& input, const std::string& outputPath) {
+std::shared_ptr<DocumentRecord> PrepareInput(const InputFile& input, const std::string& outputPath,
+                                             const ConversionOptions& options) {
     const bool isNamedDocument = ExtensionOf(input.path) == words::kExtension;
     if (isNamedDocument || IsVkjsonDocument(input.path)) {
-        if (!outputPath.empty() && !File_IO::IsSameFile(input.path, outputPath)) CheckOutput(outputPath);
+        if (!outputPath.empty() && !File_IO::IsSameFile(input.path, outputPath))
+            CheckOutput(outputPath, options.newOutput);
         return RecordOfDocument(input.path, !isNamedDocument);
     }
-    const MakeConverter makeConverter = FindConverter(input.path);
-    auto record = CreateDocumentFor(input, outputPath);
-    RunConverter(makeConverter, input.path, input.name, record->documentPath);
+    const FoundConverter converter = FindConverter(input.path);
+    auto record = CreateDocumentFor(input, outputPath, options.newOutput);
+    RunConverter(converter, input.path, input.name, record->documentPath);
+    if (options.strict) CheckTexts(record->documentPath, converter.mayEscape);
     return record;
 }
 

@@ -17,10 +17,16 @@ struct InputFile {
 // Codes ZT_INVALID_FILE_PATH and ZT_FILE_PATH_TOO_LARGE (no usable path), ZT_FILE_NOT_EXIST (no such file).
 InputFile CheckInput(const char* inputPath);
 
+struct ConversionOptions {
+    bool strict = false;     // a document whose texts would come back as others is none
+    bool newOutput = false;  // a file that is at the output already stays
+};
+
 // The document that stands for an input: the input itself when it is a vkjson document, or a temporary document that a
 // converter makes now. It stands in the folder for temporary files, or in the folder of `outputPath`, an absolute path,
-// when that is not empty. Codes of CheckOutput, ZT_FILE_CREATE (the output is the input), ZT_TEMP_FOLDER, ZT_TEMP_FILE,
-// ZT_FORMAT_NOT_SUPPORTED, ZT_CONVERSION, and those of converters.
-std::shared_ptr<DocumentRecord> PrepareInput(const InputFile& input, const std::string& outputPath);
+// when that is not empty. Codes of CheckOutput, CheckTexts, ZT_FILE_CREATE (the output is the input), ZT_TEMP_FOLDER,
+// ZT_TEMP_FILE, ZT_FORMAT_NOT_SUPPORTED, ZT_CONVERSION, and those of converters.
+std::shared_ptr<DocumentRecord> PrepareInput(const InputFile& input, const std::string& outputPath,
+                                             const ConversionOptions& options);
 
 }  // namespace zentor

@@ -21,13 +21,14 @@ void CheckWritable(const std::string& path) {
 
 }  // namespace
 
-std::string CheckOutput(const std::string& output) {
+std::string CheckOutput(const std::string& output, bool isNew) {
     const std::size_t separator = output.find_last_of(os::kPathSeparators);
     // The separator stays: the folder may be the root.
     std::string folder = output.substr(0, separator == std::string::npos ? 0 : separator + 1);
     if (File_IO::GetFileMode(folder) != PathKind::kFolder) Raise(kDirectoryDoesNotExist);
     const PathKind kind = File_IO::GetFileMode(output);
     if (kind == PathKind::kFile) {
+        if (isNew) RefuseOutput();
         CheckWritable(output);
     } else if (kind != PathKind::kNone) {
         Raise(kNotAFile, Quoted("File_IO::Create"));
@@ -35,18 +36,20 @@ std::string CheckOutput(const std::string& output) {
     return folder;
 }
 
-std::shared_ptr<DocumentRecord> CopyBeside(const std::string& from, const std::string& output) {
-    auto record = CreateTemporaryDocument(CheckOutput(output));
+std::shared_ptr<DocumentRecord> CopyBeside(const std::string& from, const std::string& output, bool isNew) {
+    auto record = CreateTemporaryDocument(CheckOutput(output, isNew));
     CopyDocument(from, record->documentPath);
     return record;
 }
 
-OutputPlacement::OutputPlacement(std::shared_ptr<DocumentRecord> record, const std::string& output)
+OutputPlacement::OutputPlacement(std::shared_ptr<DocumentRecord> record, const std::string& output, bool isNew)
     : record_(std::move(record)) {
     std::string made = output;  // nothing can fail once the files have changed places
     if (File_IO::GetFileMode(output) == PathKind::kNone) {
         os::GiveUsualPermissions(record_->documentPath);
         File_IO::Rename(record_->documentPath, output);
+    } else if (isNew) {
+        RefuseOutput();  // it has come meanwhile
     } else {
         os::CopyPermissions(output, record_->documentPath);
         File_IO::Sync(record_->documentPath);  // before what was there can go

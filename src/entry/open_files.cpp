@@ -18,17 +18,19 @@ struct OpenedDocument {
     std::unique_ptr<SensorFileHandlerImpl> handler;
 };
 
-OpenedDocument OpenDocument(const InputFile& input, const std::string& outputPath, const ReadOptions& options) {
+OpenedDocument OpenDocument(const InputFile& input, const std::string& outputPath, const OpenOptions& options) {
     OpenedDocument opened;
-    std::shared_ptr<DocumentRecord> record = PrepareInput(input, outputPath);
+    std::shared_ptr<DocumentRecord> record = PrepareInput(input, outputPath, options.conversion);
     const bool isConverted = record->isTemporary;
     if (isConverted && !outputPath.empty()) {
         // Before it is mapped: a mapped file cannot be renamed everywhere.
-        opened.placement = std::make_unique<OutputPlacement>(record, outputPath);
+        opened.placement = std::make_unique<OutputPlacement>(record, outputPath, options.conversion.newOutput);
     }
-    opened.handler = std::make_unique<SensorFileHandlerImpl>(input.path, std::move(record), options);
+    opened.handler = std::make_unique<SensorFileHandlerImpl>(input.path, std::move(record), options.read);
     if (!isConverted && !outputPath.empty() && !File_IO::IsSameFile(input.path, outputPath)) {
-        opened.placement = std::make_unique<OutputPlacement>(CopyBeside(input.path, outputPath), outputPath);
+        const bool isNew = options.conversion.newOutput;
+        opened.placement =
+            std::make_unique<OutputPlacement>(CopyBeside(input.path, outputPath, isNew), outputPath, isNew);
     }
     return opened;
 }
@@ -72,7 +74,7 @@ private:
     std::multiset<std::string>::iterator output_;
 };
 
-ISensorFileHandler* OpenFiles::Open(const InputFile& input, const std::string& outputPath, const ReadOptions& options) {
+ISensorFileHandler* OpenFiles::Open(const InputFile& input, const std::string& outputPath, const OpenOptions& options) {
     const FileKey key = KeyOfInput(input.path);
     std::unique_lock lock(mutex_);
     reservationsChanged_.wait(lock, [&] { return !IsBusy(key, outputPath); });
@@ -92,13 +94,28 @@ ISensorFileHandler* OpenFiles::Open(const InputFile& input, const std::string& o
         if (File_IO::IsSameFile(input.path, outputPath) || IsOpenDocument(outputPath)) RefuseOutput();
         const Reservation reservation(*this, lock, key, outputPath);
         // The input's own bytes, even where the open document was converted from them.
-        OutputPlacement(CopyBeside(input.path, outputPath), outputPath).Keep();
+        const bool isNew = options.conversion.newOutput;
+        OutputPlacement(CopyBeside(input.path, outputPath, isNew), outputPath, isNew).Keep();
     } catch (...) {
         if (lock.owns_lock()) lock.unlock();
         Close(open);
         throw;
     }
     return open;
+}
+
+void OpenFiles::Place(const InputFile& input, const std::string& outputPath, const ConversionOptions& options) {
+    const FileKey key = KeyOfInput(input.path);
+    std::unique_lock lock(mutex_);
+    reservationsChanged_.wait(lock, [&] { return !IsBusy(key, outputPath); });
+    if (IsOpenDocument(outputPath)) RefuseOutput();
+    const Reservation reservation(*this, lock, key, outputPath);
+    std::shared_ptr<DocumentRecord> record = PrepareInput(input, outputPath, options);
+    if (!record->isTemporary) {
+        if (File_IO::IsSameFile(input.path, outputPath)) return;
+        record = CopyBeside(input.path, outputPath, options.newOutput);
+    }
+    OutputPlacement(std::move(record), outputPath, options.newOutput).Keep();
 }
 
 OpenFiles::FileKey OpenFiles::KeyOf(const std::string& path, const std::string& text) {

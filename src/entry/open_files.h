@@ -14,6 +14,11 @@
 
 namespace zentor {
 
+struct OpenOptions {
+    ReadOptions read;
+    ConversionOptions conversion;
+};
+
 // Thread-safe. Documents are opened outside the lock: threads that open different files do not wait for each other;
 // those that open the same one, or want the same output, wait for the first.
 class OpenFiles final : public OpenDocuments {
@@ -21,7 +26,9 @@ public:
     // The handler of an input, opened now or before, whatever path with the same extension leads to it; `outputPath` is
     // absolute or empty. Codes of PrepareInput, CheckOutput, CopyBeside, OutputPlacement and SensorFileHandlerImpl;
     // ZT_FILE_CREATE when the output is an open document.
-    ISensorFileHandler* Open(const InputFile& input, const std::string& outputPath, const ReadOptions& options);
+    ISensorFileHandler* Open(const InputFile& input, const std::string& outputPath, const OpenOptions& options);
+    // Puts the document that stands for an input at an absolute output path without reading it. Codes of Open.
+    void Place(const InputFile& input, const std::string& outputPath, const ConversionOptions& options);
     // Gives one use back; true when it was the last. Codes ZT_INVALID_POINTER (the last one, while a query of the
     // handler is calling this thread), ZT_NO_FILE_OPENED, ZT_INVALID_FILE_HANDLER.
     bool Close(const ISensorFileHandler* handler);

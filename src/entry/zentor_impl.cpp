@@ -11,9 +11,8 @@ namespace zentor {
 
 namespace {
 
-ReadOptions HostReadOptions() {
-    const ZT_HostOptions options = ReadHostOptions();
-    return {options.privateCopy != 0, options.checkSamples != 0};
+OpenOptions OptionsOf(const ZT_HostOptions& options) {
+    return {{options.privateCopy != 0, options.checkSamples != 0}, {options.strict != 0, options.newOutput != 0}};
 }
 
 }  // namespace
@@ -28,7 +27,13 @@ ZT_Result ZentorImpl::OpenFile(ISensorFileHandler** handler, const char* inputPa
             CheckPath(outputPath);
             output = File_IO::ResolveLinks(File_IO::AbsolutePath(outputPath));
         }
-        *handler = openFiles_.Open(input, output, HostReadOptions());
+        const ZT_HostOptions host = ReadHostOptions();
+        const OpenOptions options = OptionsOf(host);
+        if (host.unread != 0 && !output.empty()) {
+            openFiles_.Place(input, output, options.conversion);
+        } else {
+            *handler = openFiles_.Open(input, output, options);
+        }
     });
 }
 
@@ -44,9 +49,10 @@ ZT_Result ZentorImpl::ConvertFile(IVkjsonStream** stream, const char* inputPath,
         if (stream == nullptr) Raise(kInvalidPointer, Quoted("IZentor"));
         *stream = nullptr;
         const InputFile input = CheckInput(inputPath);
-        const ReadOptions options{false, HostReadOptions().checkSamples};
-        std::shared_ptr<DocumentRecord> record = PrepareInput(input, {});
-        if (validate != 0) SensorFileHandlerImpl(input.path, record, options);
+        OpenOptions options = OptionsOf(ReadHostOptions());
+        options.read.privateCopy = false;
+        std::shared_ptr<DocumentRecord> record = PrepareInput(input, {}, options.conversion);
+        if (validate != 0) SensorFileHandlerImpl(input.path, record, options.read);
         *stream = streams_.Make(std::move(record), input.path);
     });
 }

@@ -12,6 +12,7 @@ namespace zentor {
 template <class Table>
 Table ReadHostTable(const Table* host) noexcept {
     constexpr std::size_t kEntry = 8;  // of which no part is taken
+    static_assert(sizeof(Table) % kEntry == 0);
     Table table{};
     if (host != nullptr) std::memcpy(&table, host, std::min<std::size_t>(host->size / kEntry * kEntry, sizeof table));
     return table;

@@ -96,6 +96,25 @@ cmp table.csv take.2.csv || fail "an input was overwritten"
 expect 0 "~^table" "" convert table.vkjson -o table.vkjson --force
 cmp table.vkjson expected || fail "a document saved onto itself changed"
 
+# What is replaced keeps its permissions, a link leads to where it led, and a file that is protected stays.
+if [ ${#zentor[@]} = 1 ]; then
+  chmod 600 mine.vkjson
+  expect 0 "~^mine" "" convert table.csv -o mine.vkjson --force
+  [ "$(stat -c %a mine.vkjson)" = 600 ] || fail "permissions of a replaced file: $(stat -c %a mine.vkjson)"
+  ln -s mine.vkjson link.vkjson
+  expect 0 "~^link" "" convert table.csv -o link.vkjson --force
+  [ -L link.vkjson ] && cmp mine.vkjson expected || fail "a link"
+  if [ "$(id -u)" != 0 ]; then
+    echo mine >mine.vkjson && chmod 400 mine.vkjson
+    expect 1 "" "~error 7" convert table.csv -o mine.vkjson --force
+    [ "$(cat mine.vkjson)" = mine ] || fail "a protected file was replaced"
+  fi
+  # A document is made where it belongs; other folders need no room for it.
+  TMPDIR=/nowhere expect 0 "~^mine2" "" convert table.csv -o mine2.vkjson
+  TMPDIR=/nowhere expect 0 "~^mine2" "" convert table.csv -o mine2.vkjson --force --no-validate
+  cmp mine2.vkjson expected || fail "without a folder for temporary files"
+fi
+
 # The language of messages; a locale that is not there is English.
 expect 1 "" "zentor: error 25: このファイル形式はサポートされていません。" --locale ja_JP convert table.unknown -o unknown.vkjson
 expect 1 "" "zentor: error 4: Am angegebenen Pfad ist keine Datei vorhanden: \"größe.none\"" info größe.none --locale de_DE
@@ -123,13 +142,13 @@ expect 0 "~^quote.vkjson " "" convert quote.csv --no-validate
 
 # Texts go into a document as they are, which JSON forbids for some of them; a document's own escapes are fine.
 printf '{"a":1,"b":"C:\\\\temp"}' >backslash.json
-expect 1 "" "zentor: the document is not valid: a text has a backslash (at byte 568)" convert backslash.json
+expect 1 "" "zentor: error 1506: A text has a backslash, which a document cannot hold as it is. (at byte 568)" convert backslash.json
 printf '[{"two\\nlines":1}]' >control.json
-expect 1 "" "zentor: the document is not valid: a text has a control character (at byte 257)" convert control.json -o -
+expect 1 "" "zentor: error 1506: A text has a control character, which a document cannot hold as it is. (at byte 257)" convert control.json -o -
 printf '{"a":"x\\"y"}' >quotes.json
 expect 1 "" "~^zentor: error 32: .* \(at byte 300\)$" convert quotes.json
 printf 'a\nC:\\data\n' >backslash.csv
-expect 1 "" "~^zentor: the document is not valid: a text has a backslash" convert backslash.csv
+expect 1 "" "~^zentor: error 1506: A text has a backslash" convert backslash.csv
 [ ! -e backslash.vkjson ] && [ ! -e quotes.vkjson ] || fail "a document that is not valid was kept"
 expect 0 "~^backslash.vkjson " "" convert backslash.json --no-validate
 expect 0 "~^copy.vkjson " "" convert backslash.vkjson -o copy.vkjson
@@ -274,6 +293,6 @@ expect 2 "" "~." nonsense
 expect 2 "" "~." formats --nonsense
 expect 2 "" "~." convert a b c
 
-[ -z "$(find . -name '*.part')" ] || fail "left over: $(find . -name '*.part')"
+[ -z "$(find . -name 'ZTT*')" ] || fail "left over: $(find . -name 'ZTT*')"
 [ $failures = 0 ] && echo "all as expected"
 exit $((failures != 0))

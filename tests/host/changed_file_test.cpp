@@ -77,10 +77,6 @@ void Overwrite(const std::string& path, const std::string& content) {
     file.write(content.data(), static_cast<std::streamsize>(content.size()));
 }
 
-struct OptionsGuard {
-    ~OptionsGuard() { Options() = ZT_HostOptions(); }
-};
-
 }  // namespace
 
 TEST(ChangedFile, IsNoticedByEveryQuery) {

@@ -47,6 +47,11 @@ inline ZT_HostOptions& Options() {
     return options;
 }
 
+// Gives the defaults back.
+struct OptionsGuard {
+    ~OptionsGuard() { Options() = ZT_HostOptions(); }
+};
+
 inline const ZT_HostSuite& Suite() {
     static const ZT_HostExtensions extensions{sizeof(ZT_HostExtensions), nullptr, &Options()};
     static const ZT_HostSuite suite = [] {

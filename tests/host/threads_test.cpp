@@ -91,8 +91,9 @@ TEST(Threads, AskOneDocumentForTheFirstTimeAtOnce) {
     std::string table = "a,b,c\n";
     for (int row = 0; row < 300; ++row) table += "1,2," + std::to_string(row) + "\n";
     const std::string path = folder.Write("table.csv", table);
-    const std::string capture = folder.Write("c.bvh", "HIERARCHY\nROOT Hips\n{\nOFFSET 0 0 0\nCHANNELS 1 Xposition\n}\n"
-                                                      "MOTION\nFrames: 3\nFrame Time: 0.04\n1\n2\n3\n");
+    const std::string capture = folder.Write("c.bvh",
+                                             "HIERARCHY\nROOT Hips\n{\nOFFSET 0 0 0\nCHANNELS 1 Xposition\n}\n"
+                                             "MOTION\nFrames: 3\nFrame Time: 0.04\n1\n2\n3\n");
     std::atomic<int> wrong{0};
     for (int round = 0; round < kRounds / 4; ++round) {
         ISensorFileHandler* document = nullptr;
@@ -106,8 +107,8 @@ TEST(Threads, AskOneDocumentForTheFirstTimeAtOnce) {
                 // The third of the columns, each of which is a group and 300 values.
                 const int row = (k * 7 + thread) % 300;
                 const std::string name = "[\"data602\"][\"data" + std::to_string(603 + row) + "\"]";
-                const bool isRight = document->GetStaticDataInfo(name.c_str(), &info) == 0 &&
-                                     boost::get<double>(info.value) == row;
+                const bool isRight =
+                    document->GetStaticDataInfo(name.c_str(), &info) == 0 && boost::get<double>(info.value) == row;
                 if (!isRight) ++wrong;
                 if (motion->GetDynamicSamples("[0][1]", {0, 1}, {1, 1}, &samples) != 0 || samples.samples.size() != 3) {
                     ++wrong;

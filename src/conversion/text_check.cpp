@@ -1,20 +1,20 @@
-#include "text_check.h"
+#include "conversion/text_check.h"
 
 #include <algorithm>
 #include <cstdint>
 #include <string_view>
 
+#include "errors/raise.h"
 #include "util/file_mapper.h"
-#include "util/os_file.h"
 
-namespace zentor_cli {
+namespace zentor {
 
 namespace {
 
 constexpr bool NeedsEscape(char c) { return static_cast<unsigned char>(c) < ' ' || c == '\\'; }
 
 // From an offset on. What has been looked at may leave memory.
-std::size_t FindUnescaped(const zentor::FileMapper& file, std::size_t begin) {
+std::size_t FindUnescaped(const FileMapper& file, std::size_t begin) {
     constexpr std::size_t kBlock = 4096;
     constexpr std::size_t kPassedAtOnce = std::size_t{32} << 20;
     const std::string_view text = file.bytes();
@@ -37,13 +37,6 @@ std::size_t FindUnescaped(const zentor::FileMapper& file, std::size_t begin) {
     return std::string_view::npos;
 }
 
-// What the built-in converters write as the document's creator begins so. They do not escape what they find: in their
-// documents a backslash is one of the recording.
-bool IsOfBuiltInConverter(std::string_view document) {
-    constexpr std::size_t kHead = 256;  // the creator stands at the beginning
-    return document.substr(0, kHead).find("\"creator\":\"com.orvane.sensor.") != std::string_view::npos;
-}
-
 // The length of the escape that a text begins with; 0 for none.
 std::size_t EscapeLength(std::string_view text) {
     constexpr std::string_view kHexadecimal = "0123456789abcdefABCDEF";
@@ -56,13 +49,11 @@ std::size_t EscapeLength(std::string_view text) {
 }
 
 // The first character that a document cannot hold as it is.
-std::size_t FindFault(const zentor::FileMapper& file) {
-    const std::string_view document = file.bytes();
-    const bool mayEscape = !IsOfBuiltInConverter(document);
+std::size_t FindFault(const FileMapper& file, bool mayEscape) {
     for (std::size_t begin = 0;;) {
         const std::size_t found = FindUnescaped(file, begin);
         if (found == std::string_view::npos) return found;
-        const std::size_t escape = mayEscape ? EscapeLength(document.substr(found)) : 0;
+        const std::size_t escape = mayEscape ? EscapeLength(file.bytes().substr(found)) : 0;
         if (escape == 0) return found;
         begin = found + escape;
     }
@@ -70,19 +61,12 @@ std::size_t FindFault(const zentor::FileMapper& file) {
 
 }  // namespace
 
-void CheckTexts(Stream& stream, const std::string& inputPath) {
-    bool isDocument = false;
-    zentor::os::IsSameFile(inputPath, stream->DocumentPath(), isDocument);
-    if (isDocument) return;
-    zentor::FileMapper file;
-    if (file.Map(stream->DocumentPath()) != zentor::MapResult::kMapped) {
-        throw LibraryFailure("the document cannot be read back");
-    }
-    const std::size_t at = FindFault(file);
+void CheckTexts(const std::string& documentPath, bool mayEscape) {
+    FileMapper file;
+    if (file.Map(documentPath) != MapResult::kMapped) Raise(kFailureOpeningFile);
+    const std::size_t at = FindFault(file, mayEscape);
     if (at == std::string_view::npos) return;
-    const char* const what = file.bytes()[at] == '\\' ? "backslash" : "control character";
-    throw LibraryFailure(std::string("the document is not valid: a text has a ") + what + " (at byte " +
-                         std::to_string(at) + ")");
+    Raise({file.bytes()[at] == '\\' ? kBackslashInText : kControlCharacterInText, static_cast<std::int64_t>(at)});
 }
 
-}  // namespace zentor_cli
+}  // namespace zentor
