@@ -113,7 +113,7 @@ private:
         Require(answer.code == 0 || answer.code == 39);
         Require(answer.samples.size() <= times_.size());
         if (answer.code == 39) {
-            const std::uint64_t stride = reader_->set().RecordWidth() + 1;
+            const std::uint64_t stride = reader_->set().layout.Width() + 1;
             Require((static_cast<std::uint64_t>(answer.place) - place_.start) % stride == 0);
         }
         for (const ZT_Sample& sample : answer.samples) {
