@@ -29,8 +29,8 @@ namespace {
 // A stream id is open while its converter runs.
 class OpenStreamScope {
 public:
-    explicit OpenStreamScope(const std::string& documentPath)
-        : id_(ZT_PLUGIN::OpenStream(std::make_unique<DocumentWriter>(documentPath))) {}
+    OpenStreamScope(const std::string& documentPath, TextWatch* watch)
+        : id_(ZT_PLUGIN::OpenStream(std::make_unique<DocumentWriter>(documentPath, watch))) {}
     ~OpenStreamScope() {
         ZT_PLUGIN::CloseStream(id_);
         ZT_PLUGIN::ReclaimNodes(id_);  // that a plug-in has forgotten
@@ -76,8 +76,8 @@ FoundConverter FindConverter(const std::string& inputPath) {
 }
 
 void RunConverter(const FoundConverter& found, const std::string& inputPath, const std::string& originalName,
-                  const std::string& documentPath) {
-    const OpenStreamScope stream(documentPath);
+                  const std::string& documentPath, TextWatch* watch) {
+    const OpenStreamScope stream(documentPath, watch);
     const auto converter = found.make({inputPath, originalName, stream.Id()});
     const LastExceptionScope lastException;
     ClearLastException();  // a failure may tell its cause by it
@@ -133,8 +133,11 @@ std::shared_ptr<DocumentRecord> PrepareInput(const InputFile& input, const std::
     }
     const FoundConverter converter = FindConverter(input.path);
     auto record = CreateDocumentFor(input, outputPath, options.newOutput);
-    RunConverter(converter, input.path, input.name, record->documentPath);
-    if (options.strict) CheckTexts(record->documentPath, converter.mayEscape);
+    TextWatch watch;
+    const bool isWatched = options.strict && !converter.mayEscape;
+    RunConverter(converter, input.path, input.name, record->documentPath, isWatched ? &watch : nullptr);
+    if (options.strict && converter.mayEscape) CheckEscapedTexts(record->documentPath);
+    CheckTexts(watch);
     return record;
 }
 

@@ -11,32 +11,6 @@ namespace zentor {
 
 namespace {
 
-constexpr bool NeedsEscape(char c) { return static_cast<unsigned char>(c) < ' ' || c == '\\'; }
-
-// From an offset on. What has been looked at may leave memory.
-std::size_t FindUnescaped(const FileMapper& file, std::size_t begin) {
-    constexpr std::size_t kBlock = 4096;
-    constexpr std::size_t kPassedAtOnce = std::size_t{32} << 20;
-    const std::string_view text = file.bytes();
-    for (std::size_t end = begin + kPassedAtOnce; begin < text.size(); begin += kBlock) {
-        if (begin >= end) {
-            file.Pass(begin);
-            end += kPassedAtOnce;
-        }
-        const std::string_view block = text.substr(begin, kBlock);
-        // Without a way out of the loop, so that it is done for many bytes at once.
-        std::uint8_t found = 0;
-        for (const char c : block) {
-            found = static_cast<std::uint8_t>(found | (static_cast<unsigned char>(c) < ' ') | (c == '\\'));
-        }
-        if (found != 0) {
-            return begin +
-                   static_cast<std::size_t>(std::find_if(block.begin(), block.end(), &NeedsEscape) - block.begin());
-        }
-    }
-    return std::string_view::npos;
-}
-
 // The length of the escape that a text begins with; 0 for none.
 std::size_t EscapeLength(std::string_view text) {
     constexpr std::string_view kHexadecimal = "0123456789abcdefABCDEF";
@@ -48,25 +22,39 @@ std::size_t EscapeLength(std::string_view text) {
     return digits.find_first_not_of(kHexadecimal) == std::string_view::npos ? kUnicodeEscape : 0;
 }
 
-// The first character that a document cannot hold as it is.
-std::size_t FindFault(const FileMapper& file, bool mayEscape) {
-    for (std::size_t begin = 0;;) {
-        const std::size_t found = FindUnescaped(file, begin);
-        if (found == std::string_view::npos) return found;
-        const std::size_t escape = mayEscape ? EscapeLength(file.bytes().substr(found)) : 0;
-        if (escape == 0) return found;
-        begin = found + escape;
+// The first fault from an offset on. What has been looked at may leave memory.
+std::size_t FindFault(const FileMapper& file) {
+    constexpr std::size_t kPassedAtOnce = std::size_t{32} << 20;
+    const std::string_view text = file.bytes();
+    for (std::size_t begin = 0; begin < text.size();) {
+        const std::size_t found = FindUnescaped(text.substr(begin, kPassedAtOnce));
+        if (found == std::string_view::npos) {
+            begin += std::min(kPassedAtOnce, text.size() - begin);
+            file.Pass(begin);
+            continue;
+        }
+        const std::size_t escape = EscapeLength(text.substr(begin + found));
+        if (escape == 0) return begin + found;
+        begin += found + escape;
     }
+    return std::string_view::npos;
+}
+
+[[noreturn]] void RaiseFault(char byte, std::uint64_t offset) {
+    Raise({byte == '\\' ? kBackslashInText : kControlCharacterInText, static_cast<std::int64_t>(offset)});
 }
 
 }  // namespace
 
-void CheckTexts(const std::string& documentPath, bool mayEscape) {
+void CheckTexts(const TextWatch& watch) {
+    if (const auto& fault = watch.First()) RaiseFault(fault->byte, fault->offset);
+}
+
+void CheckEscapedTexts(const std::string& documentPath) {
     FileMapper file;
     if (file.Map(documentPath) != MapResult::kMapped) Raise(kFailureOpeningFile);
-    const std::size_t at = FindFault(file, mayEscape);
-    if (at == std::string_view::npos) return;
-    Raise({file.bytes()[at] == '\\' ? kBackslashInText : kControlCharacterInText, static_cast<std::int64_t>(at)});
+    const std::size_t at = FindFault(file);
+    if (at != std::string_view::npos) RaiseFault(file.bytes()[at], at);
 }
 
 }  // namespace zentor

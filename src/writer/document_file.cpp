@@ -30,12 +30,16 @@ void DocumentFile::Write(const char* bytes, std::size_t count) {
             isUnfinished_ = true;
             file_ = File_IO::Open(path_, true, Access::kReadWrite);
         }
+        if (watch_ != nullptr) watch_->Pass({bytes, count});
         File_IO::Write(file_, bytes, count);
     });
 }
 
 void DocumentFile::CutTo(std::uint64_t length) {
-    Guarded([&] { File_IO::SetEOF(file_, length); });
+    Guarded([&] {
+        if (watch_ != nullptr) watch_->CutTo(length);
+        File_IO::SetEOF(file_, length);
+    });
 }
 
 void DocumentFile::Close() {
