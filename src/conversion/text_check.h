@@ -1,5 +1,5 @@
-// Whether the texts of a document come back as they went in. They go into documents as they are: a control character, or
-// a backslash that is no escape, makes one that other readers of JSON refuse, or take for another text.
+// Whether the texts of a document come back as they went in. They go into documents as they are: a control character,
+// or a backslash that is no escape, makes one that other readers of JSON refuse, or take for another text.
 #pragma once
 
 #include <string>

@@ -15,8 +15,7 @@ std::size_t FindUnescaped(std::string_view text) {
             found = static_cast<std::uint8_t>(found | (static_cast<unsigned char>(c) < ' ') | (c == '\\'));
         }
         if (found == 0) continue;
-        return begin +
-               static_cast<std::size_t>(std::find_if(block.begin(), block.end(), isUnescaped) - block.begin());
+        return begin + static_cast<std::size_t>(std::find_if(block.begin(), block.end(), isUnescaped) - block.begin());
     }
     return std::string_view::npos;
 }
