@@ -127,8 +127,9 @@ std::shared_ptr<DocumentRecord> PrepareInput(const InputFile& input, const std::
                                              const ConversionOptions& options) {
     const bool isNamedDocument = ExtensionOf(input.path) == words::kExtension;
     if (isNamedDocument || IsVkjsonDocument(input.path)) {
-        if (!outputPath.empty() && !File_IO::IsSameFile(input.path, outputPath))
+        if (!outputPath.empty() && !File_IO::IsSameFile(input.path, outputPath)) {
             CheckOutput(outputPath, options.newOutput);
+        }
         return RecordOfDocument(input.path, !isNamedDocument);
     }
     const FoundConverter converter = FindConverter(input.path);
@@ -136,8 +137,8 @@ std::shared_ptr<DocumentRecord> PrepareInput(const InputFile& input, const std::
     TextWatch watch;
     const bool isWatched = options.strict && !converter.mayEscape;
     RunConverter(converter, input.path, input.name, record->documentPath, isWatched ? &watch : nullptr);
+    if (isWatched) CheckTexts(watch);
     if (options.strict && converter.mayEscape) CheckEscapedTexts(record->documentPath);
-    CheckTexts(watch);
     return record;
 }
 
