@@ -1,6 +1,7 @@
 #include "format/version.h"
 
 #include <algorithm>
+#include <string>
 
 #include "format/words.h"
 #include "util/json_cursor.h"
@@ -9,7 +10,10 @@ namespace zentor {
 
 namespace {
 
-bool IsWord(std::string_view text, std::string_view word, LetterCase letterCase) {
+bool IsWord(const RawString& string, std::string_view word, LetterCase letterCase) {
+    constexpr std::size_t kLongestEscape = 6;  // of one letter: a text that is longer is not decoded
+    if (string.text.size() > word.size() * kLongestEscape) return false;
+    const std::string text = string.Decoded();
     return std::equal(text.begin(), text.end(), word.begin(), word.end(), [letterCase](char a, char b) {
         return a == b || (letterCase == LetterCase::kAny && a >= 'A' && a <= 'Z' && a - 'A' + 'a' == b);
     });
@@ -24,11 +28,11 @@ bool BeginsAsVersion2(std::string_view text, LetterCase letterCase) {
     cursor.SkipWhiteSpace();
     if (!cursor.Skip('{')) return false;
     cursor.SkipWhiteSpace();
-    if (!cursor.TakeString(key) || !IsWord(key.Decoded(), words::kVersion, LetterCase::kExact)) return false;
+    if (!cursor.TakeString(key) || !IsWord(key, words::kVersion, LetterCase::kExact)) return false;
     cursor.SkipWhiteSpace();
     if (!cursor.Skip(':')) return false;
     cursor.SkipWhiteSpace();
-    return cursor.TakeString(value) && IsWord(value.Decoded(), words::kVersion2, letterCase);
+    return cursor.TakeString(value) && IsWord(value, words::kVersion2, letterCase);
 }
 
 }  // namespace zentor

@@ -69,8 +69,6 @@ Status CloseFile(FileHandle file);
 Status DeleteFileAt(const std::string& path);
 // Gives a file another name; kExists when something has that name already.
 Status MoveFileTo(const std::string& from, const std::string& to);
-// The same, over a file that is there.
-Status ReplaceFileBy(const std::string& from, const std::string& to);
 // Exchanges the names of two files so that at every moment there is one of them at `a`, and after a crash no more than
 // one other file: `b`, or `b` with ".old" after it. kNotSupported where that cannot be.
 Status ExchangeFiles(const std::string& a, const std::string& b);

@@ -182,10 +182,6 @@ Status MoveFileTo(const std::string& from, const std::string& to) {
     return Check(rename(from.c_str(), to.c_str()) == 0);
 }
 
-Status ReplaceFileBy(const std::string& from, const std::string& to) {
-    return Check(rename(from.c_str(), to.c_str()) == 0);
-}
-
 Status ExchangeFiles(const std::string& a, const std::string& b) {
     return Check(renameat2(AT_FDCWD, a.c_str(), AT_FDCWD, b.c_str(), RENAME_EXCHANGE) == 0);
 }

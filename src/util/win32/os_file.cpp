@@ -53,13 +53,6 @@ PathKind KindOf(DWORD attributes) {
     return attributes & FILE_ATTRIBUTE_DEVICE ? PathKind::kOther : PathKind::kFile;
 }
 
-Status Move(const std::string& from, const std::string& to, DWORD flags) {
-    std::wstring wideFrom;
-    std::wstring wideTo;
-    if (!WidePath(from, wideFrom) || !WidePath(to, wideTo)) return Status::kBadPath;
-    return Check(MoveFileExW(wideFrom.c_str(), wideTo.c_str(), flags) != 0);
-}
-
 constexpr DWORD kFileAttributes = FILE_ATTRIBUTE_NORMAL | FILE_FLAG_RANDOM_ACCESS;
 
 }  // namespace
@@ -155,10 +148,11 @@ Status DeleteFileAt(const std::string& path) {
     return Check(DeleteFileW(wide.c_str()) != 0);
 }
 
-Status MoveFileTo(const std::string& from, const std::string& to) { return Move(from, to, 0); }
-
-Status ReplaceFileBy(const std::string& from, const std::string& to) {
-    return Move(from, to, MOVEFILE_REPLACE_EXISTING);
+Status MoveFileTo(const std::string& from, const std::string& to) {
+    std::wstring wideFrom;
+    std::wstring wideTo;
+    if (!WidePath(from, wideFrom) || !WidePath(to, wideTo)) return Status::kBadPath;
+    return Check(MoveFileExW(wideFrom.c_str(), wideTo.c_str(), 0) != 0);
 }
 
 // The file that is replaced gets a third name first, and its permissions go over to the other one.
