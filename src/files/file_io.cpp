@@ -171,6 +171,15 @@ bool File_IO::GetTempFile(std::string& path) {
     return true;
 }
 
+FileHandle File_IO::OpenTempFile() {
+    constexpr const char* kName = "File_IO::GetTempFile";
+    const std::string folder = TempFolder();
+    FileHandle file = kNoFile;
+    const os::Status status = Try(kName, [&] { return os::OpenTempFile(folder, file); });
+    if (status != os::Status::kOk) Raise(kTempFile, Quoted(kName));
+    return file;
+}
+
 void File_IO::Rename(const std::string& from, const std::string& to) {
     constexpr const char* kName = "File_IO::Rename";
     PathKind kind = PathKind::kNone;

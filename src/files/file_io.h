@@ -53,6 +53,9 @@ public:
     static std::string TempFolder();
     // Creates an empty file in it and sets `path`. True on success. Codes ZT_TEMP_FOLDER, ZT_TEMP_FILE.
     static bool GetTempFile(std::string& path);
+    // Creates such a file, open for reading and writing, that is gone when it is closed or the process ends, however
+    // that is. Codes ZT_TEMP_FOLDER, ZT_TEMP_FILE.
+    static FileHandle OpenTempFile();
 
     // Codes ZT_GENERAL (a file is at the new path already), ZT_RENAME.
     static void Rename(const std::string& from, const std::string& to);

@@ -16,7 +16,8 @@ bool HasBalancedBrackets(std::string_view text) {
     return depth == 0;
 }
 
-VkjsonDynamicDataImpl::VkjsonDynamicDataImpl(std::uint64_t streamId) : VkjsonNodeImpl(streamId) {
+VkjsonDynamicDataImpl::VkjsonDynamicDataImpl(std::uint64_t streamId)
+    : VkjsonNodeImpl(streamId), samples_(Stream().spill) {
     Stream().CountDynamicNodes(true);
 }
 

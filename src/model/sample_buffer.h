@@ -1,14 +1,14 @@
-// The samples of one dynamic node until they are written: in memory up to a limit, and those before in a temporary
-// file.
+// The samples of one dynamic node until they are written: the latest in memory, those before them in the file that
+// the nodes of its document share.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <string>
 #include <string_view>
 #include <vector>
 
+#include "model/spill_file.h"
 #include "util/short_copy.h"
 
 namespace ZT_PLUGIN {
@@ -25,16 +25,14 @@ inline constexpr std::size_t kSampleBufferLimit = 0x100000;
 
 class SampleBuffer {
 public:
-    SampleBuffer() = default;
-    ~SampleBuffer() { Clear(); }
+    explicit SampleBuffer(SpillFile& file) : file_(file) {}
     SampleBuffer(const SampleBuffer&) = delete;
     SampleBuffer& operator=(const SampleBuffer&) = delete;
 
     std::uint64_t Count() const { return count_; }
 
     // Room for the text of the next sample's value, `size` bytes. Where the buffer would pass `limit`, it goes to the
-    // temporary file first, which is open only meanwhile: there may be more nodes than a process may have files open.
-    // A record longer than the limit stands alone. Codes of File_IO.
+    // file first. A record longer than the limit stands alone. Codes of File_IO.
     char* Add(std::string_view time, std::size_t size, std::size_t limit) {
         const std::size_t record = time.size() + size + kFraming;
         if (used_ + record > room_) MakeRoom(record, limit);
@@ -48,10 +46,10 @@ public:
     }
 
     // Hands the samples to `take`, in order, block by block: each time the bytes of whole records, which live until it
-    // returns. Empties the buffer and deletes the file. Codes of File_IO.
+    // returns. Empties the buffer. Codes of File_IO.
     template <class Take>
     void Drain(Take&& take) {
-        for (std::size_t block = 0; block < spilled_.size(); ++block) take(LoadBlock(block));
+        for (const Block& block : spilled_) take(Load(block));
         take(std::string_view(tail_.get(), used_));
         Clear();
     }
@@ -59,23 +57,26 @@ public:
     // Takes the next record off the front of a block; its time has `timeLength` bytes. False at the end.
     static bool TakeRecord(std::string_view& block, std::size_t timeLength, SampleRecord& record);
 
-    void Clear() noexcept;
-
 private:
     static constexpr std::size_t kFraming = 2;  // a zero after each text
 
+    struct Block {
+        std::uint64_t offset;  // in the file
+        std::size_t size;
+    };
+
     void MakeRoom(std::size_t record, std::size_t limit);
     void Spill();
-    std::string_view LoadBlock(std::size_t block);
+    void Clear() noexcept;
+    std::string_view Load(const Block& block);
 
+    SpillFile& file_;
     std::unique_ptr<char[]> tail_;  // the latest records
     std::size_t used_ = 0;
     std::size_t room_ = 0;
-    std::vector<std::size_t> spilled_;  // the sizes of the blocks in the file
+    std::vector<Block> spilled_;
     std::vector<char> loaded_;
-    std::uint64_t loadedFrom_ = 0;
     std::uint64_t count_ = 0;
-    std::string path_;  // of the file, if there is one
 };
 
 }  // namespace ZT_PLUGIN

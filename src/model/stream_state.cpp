@@ -42,6 +42,7 @@ void CloseStream(std::uint64_t streamId) noexcept {
     const auto found = Streams().find(streamId);
     if (found == Streams().end()) return;
     closed = std::move(found->second->writer);
+    found->second->spill.Close();
     Streams().erase(found);
 }
 

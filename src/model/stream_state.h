@@ -8,6 +8,7 @@
 #include <unordered_set>
 
 #include "errors/exception.h"
+#include "model/spill_file.h"
 #include "model/writer_interface.h"
 #include "zentor/error_codes.h"
 
@@ -15,6 +16,7 @@ namespace ZT_PLUGIN {
 
 struct StreamState {
     std::unique_ptr<IDocumentWriter> writer;  // null once the conversion is over
+    SpillFile spill;                          // of samples
     const IVkjsonRoot_I* root = nullptr;      // while it lives
     bool hasRoot = false;                     // has had one: a document has no other
     bool hasSamples = false;

@@ -86,6 +86,9 @@ Status GetFileLength(FileHandle file, std::uint64_t& length);
 Status TempFolder(std::string& path);
 // Creates an empty file with a name of its own, beginning with "ZTT", in the folder for temporary files.
 Status CreateTempFile(const std::string& folder, std::string& path);
+// Creates such a file, open for reading and writing, that is gone when it is closed or the process ends, however that
+// is.
+Status OpenTempFile(const std::string& folder, FileHandle& file);
 
 // Lists a folder: NextEntry gives one name at a time, without "." and "..", and kNotFound at the end.
 Status OpenFolder(const std::string& path, Folder*& folder);

@@ -485,8 +485,8 @@ TEST(DynamicNode, FaultsOfTheTemporaryFile) {
     const struct {
         const char* operation;
         std::uint32_t code;
-    } cases[] = {{"File_IO::GetTempFile", 1014}, {"File_IO::Open", 1006}, {"File_IO::Write", 1055},
-                 {"File_IO::Close", 1008},       {"File_IO::Seek", 1010}, {"File_IO::Read", 1011}};
+    } cases[] = {
+        {"File_IO::GetTempFile", 1014}, {"File_IO::Write", 1055}, {"File_IO::Seek", 1010}, {"File_IO::Read", 1011}};
     const std::size_t before = TemporaryFiles();
     for (const auto& c : cases) {
         std::uint32_t adding = 0;

@@ -247,6 +247,17 @@ Status CreateTempFile(const std::string& folder, std::string& path) {
     return Check(close(descriptor) == 0);
 }
 
+Status OpenTempFile(const std::string& folder, FileHandle& file) {
+    int descriptor = open(folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC | O_EXCL, 0600);
+    if (descriptor < 0) {  // not on every file system
+        std::string path = folder + "/ZTTXXXXXX";
+        descriptor = mkostemp(path.data(), O_CLOEXEC);
+        if (descriptor >= 0) unlink(path.c_str());
+    }
+    file = descriptor < 0 ? kNoFile : static_cast<FileHandle>(descriptor);
+    return Check(descriptor >= 0);
+}
+
 Status OpenFolder(const std::string& path, Folder*& folder) {
     folder = nullptr;
     auto opened = std::make_unique<Folder>(Folder{nullptr, path});

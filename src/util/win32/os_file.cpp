@@ -234,6 +234,24 @@ Status CreateTempFile(const std::string& folder, std::string& path) {
     return ToUtf8(name, path) ? Status::kOk : Status::kBadPath;
 }
 
+Status OpenTempFile(const std::string& folder, FileHandle& file) {
+    file = kNoFile;
+    std::string path;
+    std::wstring wide;
+    const Status created = CreateTempFile(folder, path);
+    if (created != Status::kOk) return created;
+    if (!WidePath(path, wide)) return Status::kBadPath;
+    const HANDLE handle = CreateFileW(wide.c_str(), GENERIC_READ | GENERIC_WRITE | DELETE, FILE_SHARE_DELETE, nullptr,
+                                      OPEN_EXISTING, FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
+    if (handle == INVALID_HANDLE_VALUE) {
+        const Status status = FromLastError();
+        DeleteFileW(wide.c_str());
+        return status;
+    }
+    file = reinterpret_cast<FileHandle>(handle);
+    return Status::kOk;
+}
+
 Status OpenFolder(const std::string& path, Folder*& folder) {
     folder = nullptr;
     std::wstring wide;
