@@ -59,6 +59,7 @@ Library::Library(const std::string& locale, bool privateCopy) {
     };
     options_.privateCopy = privateCopy ? 1 : 0;
     extensions_.options = &options_;
+    extensions_.progress = &GoOn;
     suite_.extensions = &extensions_;
     suite_.localizedMessage = &TakeMessage;
     suite_.reportError = &TakeReport;
@@ -84,6 +85,7 @@ void Library::TakeMessage(void* library, const char* text, std::uint64_t length)
 }
 
 void Library::Check(ZT_Result result) const {
+    if (zentor::os::IsStopWanted()) throw Stopped();
     if (result == ZT_OK) return;
     throw LibraryFailure(report_.code == result ? report_ : Report{result, {}, -1});
 }

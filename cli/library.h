@@ -34,6 +34,9 @@ private:
     Report report_;
 };
 
+// The user has ended the command, and the library has cleaned up.
+struct Stopped {};
+
 struct Format {
     std::string extension;
     std::string displayName;
@@ -121,6 +124,7 @@ public:
     Converters ListConverters(bool load = false);
 
 private:
+    static std::uint8_t GoOn(void*, std::uint64_t, std::uint64_t) { return zentor::os::IsStopWanted() ? 0 : 1; }
     static void TakeMessage(void* library, const char* text, std::uint64_t length);
     static void TakeReport(void* library, std::uint32_t code, const char* message, std::int64_t extra1,
                            std::int64_t extra2);

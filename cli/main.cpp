@@ -148,8 +148,11 @@ int Run(std::vector<std::string> arguments) {
 
 int main(int argc, char** argv) {
     zentor::os::IgnoreBrokenPipes();
+    zentor::os::WatchForStop();
     try {
         return zentor_cli::Run(zentor::os::Arguments(argc, argv));
+    } catch (const zentor_cli::Stopped&) {
+        zentor::os::EndByStop();
     } catch (const std::bad_alloc&) {
         std::fputs("zentor: out of memory\n", stderr);
     } catch (const std::exception& failure) {

@@ -15,7 +15,10 @@ void Require(bool isWritten) {
 
 }  // namespace
 
-void WriteOutput(std::string_view bytes) { Require(zentor::os::WriteOutput(bytes)); }
+void WriteOutput(std::string_view bytes) {
+    if (zentor::os::IsStopWanted()) throw Stopped();
+    Require(zentor::os::WriteOutput(bytes));
+}
 
 void FlushOutput() { Require(std::fflush(stdout) == 0 && std::ferror(stdout) == 0); }
 

@@ -102,7 +102,8 @@ enum ZT_ErrorCode ZT_UINT32_ENUM {
     ZT_UNKNOWN_NODE_KIND = 2026,        // reserved: a node of a kind that the library does not know
     ZT_NULL_RESULT = 2027,              // no place for a new object
     ZT_VERSION_TOO_NEW = 2029,          // an interface version above the newest
-    ZT_VERSION_ZERO = 2030              // interface version 0
+    ZT_VERSION_ZERO = 2030,             // interface version 0
+    ZT_CANCELLED = 3000                 // the host's progress callback has cancelled the operation
 };
 
 #endif

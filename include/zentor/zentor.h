@@ -250,6 +250,13 @@ struct ZT_HostExtensions {
     uint32_t size ZT_OWN_SIZE(ZT_HostExtensions);
     const ZT_PluginCallbacks* plugins;
     const ZT_HostOptions* options;
+    // How far OpenFile and ConvertFile are, on the thread that called them: several times a second, and once more when
+    // only the output has to be put in its place. `done` never falls and is `total` in the end; both are in bytes of
+    // the input, over which all steps are spread, and `total` is 0 as long as it is not known. 0 cancels: the operation
+    // fails with ZT_CANCELLED and leaves nothing behind, an output that was there before included. `errorContext`: that
+    // of the latest CreateZentor_1. The callback may call the library; it may not end what is calling it, nor open
+    // what is being opened or written then (ZT_INVALID_POINTER).
+    uint8_t (*progress)(void* errorContext, uint64_t done, uint64_t total);
 };
 
 struct ZT_HostSuite {

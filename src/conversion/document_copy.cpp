@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "errors/progress.h"
 #include "files/file_io.h"
 
 namespace zentor {
@@ -15,6 +16,7 @@ void CopyContent(const std::string& from, const std::string& to) {
     FileCloser target(File_IO::Open(to, false, Access::kReadWrite));
     std::vector<char> piece(kCopyPiece);
     while (const std::uint64_t got = File_IO::Read(source.get(), piece.data(), piece.size())) {
+        ReportProgress();
         File_IO::Write(target.get(), piece.data(), got);
     }
     File_IO::Close(target.release());

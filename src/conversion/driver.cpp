@@ -11,6 +11,7 @@
 #include "errors/exception.h"
 #include "errors/first_failure.h"
 #include "errors/last_exception.h"
+#include "errors/progress.h"
 #include "errors/raise.h"
 #include "files/file_io.h"
 #include "files/path_check.h"
@@ -85,8 +86,13 @@ void RunConverter(const FoundConverter& found, const std::string& inputPath, con
     try {
         converted = converter->Convert();
     } catch (const ZT_PLUGIN::ZT_PluginException& failure) {
+        RaiseIfEnded();  // whatever the converter has made of it
         RaiseConverterFailure(failure.code(), failure.extra1(), failure.extra2());
+    } catch (...) {
+        RaiseIfEnded();
+        throw;
     }
+    RaiseIfEnded();
     if (!converted) Raise(kConversionFailure);
 }
 

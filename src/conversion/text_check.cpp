@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "errors/progress.h"
 #include "errors/raise.h"
 #include "util/file_mapper.h"
 
@@ -31,6 +32,7 @@ std::size_t FindFault(const FileMapper& file) {
         if (found == std::string_view::npos) {
             begin += std::min(kPassedAtOnce, text.size() - begin);
             file.Pass(begin);
+            ReportProgress();
             continue;
         }
         const std::size_t escape = EscapeLength(text.substr(begin + found));

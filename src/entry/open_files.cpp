@@ -4,6 +4,7 @@
 
 #include "conversion/output_placement.h"
 #include "errors/call_scope.h"
+#include "errors/progress.h"
 #include "errors/raise.h"
 #include "files/file_io.h"
 #include "util/path_text.h"
@@ -26,6 +27,7 @@ OpenedDocument OpenDocument(const InputFile& input, const std::string& outputPat
         // Before it is mapped: a mapped file cannot be renamed everywhere.
         opened.placement = std::make_unique<OutputPlacement>(record, outputPath, options.conversion.newOutput);
     }
+    BeginStep(isConverted ? kDocumentMade : 0, 1, File_IO::SizeOf(record->documentPath));
     opened.handler = std::make_unique<SensorFileHandlerImpl>(input.path, std::move(record), options.read);
     if (!isConverted && !outputPath.empty() && !File_IO::IsSameFile(input.path, outputPath)) {
         const bool isNew = options.conversion.newOutput;
@@ -77,12 +79,13 @@ private:
 ISensorFileHandler* OpenFiles::Open(const InputFile& input, const std::string& outputPath, const OpenOptions& options) {
     const FileKey key = KeyOfInput(input.path);
     std::unique_lock lock(mutex_);
-    reservationsChanged_.wait(lock, [&] { return !IsBusy(key, outputPath); });
+    WaitForOthers(lock, key, outputPath);
     SensorFileHandlerImpl* const open = TakeOpenOne(key);
     if (open == nullptr) {
         if (!outputPath.empty() && IsOpenDocument(outputPath)) RefuseOutput();
         const Reservation reservation(*this, lock, key, outputPath);
         OpenedDocument opened = OpenDocument(input, outputPath, options);
+        FinishProgress();
         const FileKey document = KeyOfDocument(opened.handler->DocumentPath());
         lock.lock();
         ISensorFileHandler* const handler = Add(key, document, std::move(opened.handler));
@@ -95,7 +98,9 @@ ISensorFileHandler* OpenFiles::Open(const InputFile& input, const std::string& o
         const Reservation reservation(*this, lock, key, outputPath);
         // The input's own bytes, even where the open document was converted from them.
         const bool isNew = options.conversion.newOutput;
-        OutputPlacement(CopyBeside(input.path, outputPath, isNew), outputPath, isNew).Keep();
+        auto copy = CopyBeside(input.path, outputPath, isNew);
+        FinishProgress();
+        OutputPlacement(std::move(copy), outputPath, isNew).Keep();
     } catch (...) {
         if (lock.owns_lock()) lock.unlock();
         Close(open);
@@ -107,7 +112,7 @@ ISensorFileHandler* OpenFiles::Open(const InputFile& input, const std::string& o
 void OpenFiles::Place(const InputFile& input, const std::string& outputPath, const ConversionOptions& options) {
     const FileKey key = KeyOfInput(input.path);
     std::unique_lock lock(mutex_);
-    reservationsChanged_.wait(lock, [&] { return !IsBusy(key, outputPath); });
+    WaitForOthers(lock, key, outputPath);
     if (IsOpenDocument(outputPath)) RefuseOutput();
     const Reservation reservation(*this, lock, key, outputPath);
     std::shared_ptr<DocumentRecord> record = PrepareInput(input, outputPath, options);
@@ -115,6 +120,7 @@ void OpenFiles::Place(const InputFile& input, const std::string& outputPath, con
         if (File_IO::IsSameFile(input.path, outputPath)) return;
         record = CopyBeside(input.path, outputPath, options.newOutput);
     }
+    FinishProgress();
     OutputPlacement(std::move(record), outputPath, options.newOutput).Keep();
 }
 
@@ -126,6 +132,15 @@ OpenFiles::FileKey OpenFiles::KeyOf(const std::string& path, const std::string& 
 // The extension chooses the converter.
 OpenFiles::FileKey OpenFiles::KeyOfInput(const std::string& path) {
     return KeyOf(path, LowerCaseAscii(ExtensionOf(path)));
+}
+
+void OpenFiles::WaitForOthers(std::unique_lock<std::mutex>& lock, const FileKey& input, const std::string& outputPath) {
+    const Progress* const progress = Progress::Current();
+    // A callback would wait for what is calling it.
+    if (progress != nullptr && progress->IsNested() && IsBusy(input, outputPath)) {
+        Raise(kInvalidPointer, Quoted("IZentor"));
+    }
+    reservationsChanged_.wait(lock, [&] { return !IsBusy(input, outputPath); });
 }
 
 bool OpenFiles::IsBusy(const FileKey& input, const std::string& outputPath) const {

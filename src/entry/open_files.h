@@ -56,6 +56,8 @@ private:
     static FileKey KeyOfDocument(const std::string& path) { return KeyOf(path, {}); }
 
     // These are called under the lock.
+    // Code ZT_INVALID_POINTER when a callback wants what is at work.
+    void WaitForOthers(std::unique_lock<std::mutex>& lock, const FileKey& input, const std::string& outputPath);
     bool IsBusy(const FileKey& input, const std::string& outputPath) const;
     bool IsOpenDocument(const std::string& path) const;
     SensorFileHandlerImpl* TakeOpenOne(const FileKey& input);

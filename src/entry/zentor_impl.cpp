@@ -3,6 +3,7 @@
 #include "conversion/driver.h"
 #include "errors/host_boundary.h"
 #include "errors/host_tables.h"
+#include "errors/progress.h"
 #include "errors/raise.h"
 #include "files/file_io.h"
 #include "files/path_check.h"
@@ -21,6 +22,7 @@ ZT_Result ZentorImpl::OpenFile(ISensorFileHandler** handler, const char* inputPa
     return RunOperation(this, [&] {
         if (handler == nullptr) Raise(kInvalidPointer, Quoted("ISensorFileHandler"));
         *handler = nullptr;
+        Progress progress;
         const InputFile input = CheckInput(inputPath);
         std::string output;
         if (outputPath != nullptr && *outputPath != '\0') {
@@ -48,11 +50,14 @@ ZT_Result ZentorImpl::ConvertFile(IVkjsonStream** stream, const char* inputPath,
     return RunOperation(this, [&] {
         if (stream == nullptr) Raise(kInvalidPointer, Quoted("IZentor"));
         *stream = nullptr;
+        Progress progress;
         const InputFile input = CheckInput(inputPath);
         OpenOptions options = OptionsOf(ReadHostOptions());
         options.read.privateCopy = false;
         std::shared_ptr<DocumentRecord> record = PrepareInput(input, {}, options.conversion);
+        BeginStep(kDocumentMade, 1, File_IO::SizeOf(record->documentPath));
         if (validate != 0) SensorFileHandlerImpl(input.path, record, options.read);
+        progress.Finish();
         *stream = streams_.Make(std::move(record), input.path);
     });
 }

@@ -146,6 +146,7 @@ struct ErrorEntry {
     X(kInitializeSessionFailed, ZT_CONVERSION, "ZTPlugin/IntialzeSessionFailed=Initialize Session Failed of converter ^1 with id ^2.") \
     X(kTerminatePluginFailed, ZT_CONVERSION, "ZTPlugin/TerminatePluginFailed=Terminate of Plugin with id ^1 failed") \
     X(kBackslashInText, ZT_CONVERSION, "Conversion/BackslashInText=A text has a backslash, which a document cannot hold as it is.") \
+    X(kCancelled, ZT_CANCELLED, "Cancelled=Cancelled.") \
     X(kControlCharacterInText, ZT_CONVERSION, "Conversion/ControlCharacterInText=A text has a control character, which a document cannot hold as it is.") \
     X(kConversionFailure, ZT_CONVERSION, "ConversionFailure=File Cannot be converted.") \
     X(kPluginConverter, ZT_CONVERSION, "ZTPlugin/Converter=Conversion to VKJSON using converter ^1 with id ^2 failed.") \

@@ -122,6 +122,11 @@ std::uint64_t File_IO::Length(FileHandle file) {
     return length;
 }
 
+std::uint64_t File_IO::SizeOf(const std::string& path) {
+    std::uint64_t size = 0;
+    return os::GetFileSize(path, size) == os::Status::kOk ? size : 0;
+}
+
 os::Folder* File_IO::OpenFolder(const std::string& path) {
     constexpr const char* kName = "File_IO::OpenFolder";
     if (GetFileMode(path) != PathKind::kFolder) Raise(kOpenFolder, Quoted(kName));

@@ -41,6 +41,8 @@ public:
     static void Write(FileHandle file, const void* buffer, std::uint64_t count);
     static void SetEOF(FileHandle file, std::uint64_t length);  // cuts or extends the file; ZT_FILE_SEEK
     static std::uint64_t Length(FileHandle file);               // ZT_FILE_READ
+    // Of the file at a path; 0 when that cannot be told.
+    static std::uint64_t SizeOf(const std::string& path);
 
     static os::Folder* OpenFolder(const std::string& path);  // ZT_FOLDER_OPEN
     // The next entry of an open folder; false after the last one. Code ZT_FOLDER_OPEN.

@@ -1,5 +1,6 @@
 #include "model/spill_file.h"
 
+#include "errors/progress.h"
 #include "errors/raise.h"
 
 namespace ZT_PLUGIN {
@@ -7,6 +8,7 @@ namespace ZT_PLUGIN {
 using zentor::File_IO;
 
 std::uint64_t SpillFile::Append(const char* bytes, std::size_t count) {
+    zentor::ReportProgress();
     if (file_ == zentor::kNoFile) file_ = File_IO::OpenTempFile();
     const std::uint64_t offset = end_;
     File_IO::Seek(file_, static_cast<std::int64_t>(offset), 0);

@@ -1,5 +1,6 @@
 #include "reader/mapped_document.h"
 
+#include "errors/progress.h"
 #include "errors/raise.h"
 
 namespace zentor {
@@ -36,6 +37,7 @@ void MappedDocument::CopyMapped() {
     for (std::size_t offset = 0; offset < bytes().size(); offset += kPiece) {
         copy_.Write(bytes().substr(offset, kPiece));
         Pass(offset);
+        ReportProgress();
     }
     copy_.Close();
 }

@@ -1,5 +1,6 @@
 #include "reader/sample_reader.h"
 
+#include "errors/progress.h"
 #include "errors/raise.h"
 #include "format/words.h"
 #include "reader/text_values.h"
@@ -108,10 +109,12 @@ std::string SampleReader::ReadPaddedString(std::uint64_t index, std::string_view
 }
 
 void SampleReader::CheckAll() {
+    constexpr std::uint64_t kReportedAtOnce = 0x1000;
     window_.Limit(0, set_.count);
     ZT_Sample sample;
     std::string previous;
     for (std::uint64_t index = 0; index < set_.count; ++index) {
+        if (index % kReportedAtOnce == 0) ReportProgress();
         Read(index, sample);
         Instant before;
         Instant time;

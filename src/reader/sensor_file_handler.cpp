@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "errors/host_boundary.h"
+#include "errors/progress.h"
 #include "errors/raise.h"
 #include "reader/client_forms.h"
 #include "reader/data_path.h"
@@ -43,7 +44,10 @@ SensorFileHandlerImpl::SensorFileHandlerImpl(std::string inputPath, std::shared_
       record_(std::move(record)),
       bytes_(record_->documentPath, options.privateCopy),
       document_(ParseDocument(bytes_.bytes(), record_->isKnownVersion2 ? ParserChoice::kVersion2 : ParserChoice::kProbe,
-                              [this](std::size_t offset) { bytes_.Pass(offset); })),
+                              [this](std::size_t offset) {
+                                  bytes_.Pass(offset);
+                                  ReportProgress(offset);
+                              })),
       queries_(*document_, bytes_) {
     bytes_.EndOpening();
     if (options.checkSamples) queries_.CheckSamples();

@@ -21,6 +21,13 @@ bool WriteError(std::string_view bytes);
 // Makes writing to a pipe that nobody reads any more fail, rather than end the program before it has cleaned up.
 void IgnoreBrokenPipes();
 
+// From now on the signals and console events that end a program only set a sign, so that it can clean up; those that
+// the process was started to ignore stay ignored. A second one ends it at once.
+void WatchForStop();
+bool IsStopWanted();
+// Ends the program as the signal would have.
+[[noreturn]] void EndByStop();
+
 // Lets bytes go to standard output as they are.
 void SetBinaryOutput();
 

@@ -82,6 +82,7 @@ Status WriteToFile(FileHandle file, const void* buffer, std::size_t count, std::
 // Cuts or extends an open file at its position.
 Status EndFileHere(FileHandle file);
 Status GetFileLength(FileHandle file, std::uint64_t& length);
+Status GetFileSize(const std::string& path, std::uint64_t& size);
 
 Status TempFolder(std::string& path);
 // Creates an empty file with a name of its own, beginning with "ZTT", in the folder for temporary files.

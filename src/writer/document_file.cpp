@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "errors/progress.h"
 #include "model/client_boundary.h"
 
 namespace zentor {
@@ -30,6 +31,7 @@ void DocumentFile::Write(const char* bytes, std::size_t count) {
             isUnfinished_ = true;
             file_ = File_IO::Open(path_, true, Access::kReadWrite);
         }
+        ReportProgress();
         if (watch_ != nullptr) watch_->Pass({bytes, count});
         File_IO::Write(file_, bytes, count);
     });

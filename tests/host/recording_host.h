@@ -53,7 +53,7 @@ struct OptionsGuard {
 };
 
 inline const ZT_HostSuite& Suite() {
-    static const ZT_HostExtensions extensions{sizeof(ZT_HostExtensions), nullptr, &Options()};
+    static const ZT_HostExtensions extensions{sizeof(ZT_HostExtensions), nullptr, &Options(), nullptr};
     static const ZT_HostSuite suite = [] {
         ZT_HostSuite table{};
         table.extensions = &extensions;

@@ -15,6 +15,7 @@
 #include "errors/last_exception.h"
 #include "errors/raise.h"
 #include "failure.h"
+#include "host_suite.h"
 #include "util/thread_slot.h"
 
 namespace zentor_test {
@@ -186,7 +187,7 @@ TEST(ErrorTable, EveryEntryIsWellFormed) {
 }
 
 TEST(HostBoundary, ReportsWhatEscapes) {
-    static ZT_HostSuite suite{};
+    ZT_HostSuite& suite = zentor_test::Suite();
     static const ZT_HostSuite other{};
     int context = 0;
     const auto run = [&](auto&& body) {

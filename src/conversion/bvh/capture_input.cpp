@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "errors/exception.h"
+#include "errors/progress.h"
 #include "errors/raise.h"
 #include "util/byte_order_mark.h"
 #include "zentor/error_codes.h"
@@ -34,11 +35,16 @@ std::size_t LengthUpTo(std::string_view text, IsEnd&& isEnd) {
 
 CaptureInput::CaptureInput(const std::string& path)
     : file_(OpenCapture(path)), bytes_(new char[kBufferSize]), next_(bytes_.get()), end_(next_) {
+    constexpr double kFramesRead = 0.5;
+    std::uint64_t size = 0;
+    os::GetFileLength(file_.get(), size);
+    BeginStep(0, kFramesRead, size);
     Advance(Rest().size() - WithoutUtf8Mark(Rest()).size());
 }
 
 void CaptureInput::Refill() {
     offset_ += next_ - bytes_.get();
+    ReportProgress(static_cast<std::uint64_t>(offset_));
     const auto left = static_cast<std::size_t>(end_ - next_);
     std::memmove(bytes_.get(), next_, left);
     std::size_t used = left;

@@ -5,6 +5,7 @@
 
 #include "conversion/counting_name.h"
 #include "conversion/native_frame.h"
+#include "errors/progress.h"
 
 namespace zentor {
 
@@ -28,11 +29,17 @@ std::string CellNamePrefix(std::string_view header) {
 // The cells of one column, from the first row to the last.
 class ColumnCells final : public ChildSource {
 public:
-    ColumnCells(TableIndex& table, std::string_view header, bool isNumeric, TableName& matchNames)
-        : table_(table), displayName_(CellNamePrefix(header)), isNumeric_(isNumeric), matchNames_(matchNames) {}
+    ColumnCells(TableIndex& table, std::string_view header, std::size_t column, TableName& matchNames)
+        : table_(table),
+          displayName_(CellNamePrefix(header)),
+          column_(column),
+          isNumeric_(table.isNumericColumn[column]),
+          matchNames_(matchNames) {}
 
     bool Next(Child& child) override {
+        constexpr std::size_t kReportedAtOnce = 0x1000;  // rows
         if (row_ == table_.rows.Count()) return false;
+        if (row_ % kReportedAtOnce == 0) ReportProgress(column_ * table_.rows.Count() + row_);
         child.group = nullptr;
         child.node.matchName = matchNames_.Next();
         child.node.displayName = displayName_.Next();
@@ -78,6 +85,7 @@ private:
 
     TableIndex& table_;
     TableName displayName_;
+    std::size_t column_;
     bool isNumeric_;
     TableName& matchNames_;
     std::size_t row_ = 0;
@@ -93,8 +101,7 @@ public:
         const std::string_view header = headers_.substr(0, headers_.find(table_.delimiter));
         headers_.remove_prefix(std::min(header.size() + 1, headers_.size()));
         const auto group = NativeCreateGroup(&converter_, matchNames_.Next(), header);
-        group->SetChildSource(
-            std::make_unique<ColumnCells>(table_, header, table_.isNumericColumn[column_], matchNames_));
+        group->SetChildSource(std::make_unique<ColumnCells>(table_, header, column_, matchNames_));
         child.group = group;
         ++column_;
         return true;
@@ -111,6 +118,7 @@ private:
 }  // namespace
 
 std::unique_ptr<ChildSource> MakeTableChildren(const ZT_ConverterHandlerBase& converter, TableIndex& table) {
+    BeginStep(kInputChecked, kDocumentMade, table.rows.Count() * table.columnCount);
     return std::make_unique<TableColumns>(converter, table);
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "errors/progress.h"
 #include "util/number_text.h"
 
 namespace zentor {
@@ -117,11 +118,18 @@ TableIndex::TableIndex(std::string_view tableText, char cellDelimiter)
       isNumericColumn(columnCount, true),
       rows(columnCount == 0 ? 0 : ExpectedRows(tableText), tableText.size()) {
     if (columnCount == 0) return;
+    constexpr std::size_t kReportedAtOnce = std::size_t{1} << 20;
+    std::size_t reported = 0;
+    BeginStep(0, kInputChecked, text.size());
     for (std::size_t at = StartOfNextLine(text, header.size()); at < text.size();) {
         std::size_t end = at;
         if (!IsLineEnd(text[at])) {
             rows.Add(at);
             end = ScanRow(*this, at);
+        }
+        if (end - reported >= kReportedAtOnce) {
+            reported = end;
+            ReportProgress(end);
         }
         at = StartOfNextLine(text, end);
     }

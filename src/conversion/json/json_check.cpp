@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "errors/progress.h"
 #include "errors/rapidjson.h"
 #include "format/limits.h"
 #include "util/json_cursor.h"
@@ -95,7 +96,10 @@ public:
 
     const std::optional<std::size_t>& Fault() const { return fault_; }
 
-    bool Default() { return depth_ != 0 || Stop(text_.data() + text_.find_first_not_of(" \t\n\r")); }
+    bool Default() {
+        Report();
+        return depth_ != 0 || Stop(text_.data() + text_.find_first_not_of(" \t\n\r"));
+    }
     // Computed without full precision, and maybe infinite: near the largest number, the text decides.
     bool Double(double value) {
         constexpr double kSurelyInRange = 1e308;
@@ -111,6 +115,12 @@ public:
     bool EndArray(rapidjson::SizeType) { return Close(); }
 
 private:
+    void Report() {
+        constexpr std::size_t kReportedAtOnce = std::size_t{1} << 20;
+        if (stream_.Tell() - reported_ < kReportedAtOnce) return;
+        reported_ = stream_.Tell();
+        ReportProgress(reported_);
+    }
     const char* Here() const { return text_.data() + stream_.Tell(); }
     std::size_t OffsetOf(const char* at) const { return static_cast<std::size_t>(at - text_.data()); }
     bool Stop(const char* at) {
@@ -141,6 +151,7 @@ private:
     std::string_view text_;
     const TextStream& stream_;
     std::size_t depth_ = 0;
+    std::size_t reported_ = 0;
     std::optional<std::size_t> fault_;
 };
 
@@ -149,6 +160,7 @@ private:
 std::optional<std::size_t> FindJsonFault(std::string_view text) {
     constexpr unsigned kFlags =
         rapidjson::kParseIterativeFlag | rapidjson::kParseInsituFlag | rapidjson::kParseValidateEncodingFlag;
+    BeginStep(0, kInputChecked, text.size());
     TextStream stream(text);
     JsonHandler handler(text, stream);
     rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, JsonMemory> reader;

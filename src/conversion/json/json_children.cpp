@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "conversion/counting_name.h"
+#include "errors/progress.h"
 #include "util/number_text.h"
 
 namespace zentor {
@@ -34,6 +35,8 @@ public:
             kind = values.GetType();
             if (kind != JsonKind::kNull) break;
         }
+        constexpr std::uint64_t kReportedAtOnce = 0x1000;  // values
+        if (count_++ % kReportedAtOnce == 0) ReportProgress(values.Offset());
         child.node.matchName = matchNames_.Next();
         child.node.displayName = values.GetKey();
         switch (kind) {
@@ -83,6 +86,7 @@ private:
     }
 
     CountingName<40> matchNames_{"matchName"};  // of all nodes, in the order in which they are written
+    std::uint64_t count_ = 0;                   // of values so far
     std::string text_;                          // the string that is being written
     std::vector<Level> levels_;                 // the objects and arrays that the walk is in
 };

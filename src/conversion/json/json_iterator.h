@@ -42,6 +42,8 @@ public:
     virtual std::uint32_t GetSize() const = 0;
     // The current number as it stands in the text.
     virtual std::string_view GetNumberText() const = 0;
+    // How far the text has been read.
+    virtual std::size_t Offset() const = 0;
 };
 
 // What both iterators do. They refer into the text and do not own it.
@@ -56,6 +58,7 @@ public:
     std::shared_ptr<JsonIterator> GetArrayIterator() const override;
     std::uint32_t GetSize() const override;
     std::string_view GetNumberText() const override;
+    std::size_t Offset() const override { return cursor_.Offset(); }
 
 protected:
     // At the bracket at `begin`.

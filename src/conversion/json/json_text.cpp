@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "conversion/json/json_check.h"
+#include "errors/progress.h"
 #include "errors/raise.h"
 #include "util/byte_order_mark.h"
 
@@ -23,6 +24,7 @@ JsonText::JsonText(const std::string& path) {
     }
     text_ = WithoutUtf8Mark(file_.bytes());
     if (const auto fault = FindJsonFault(text_)) Refuse(*fault);
+    BeginStep(kInputChecked, kDocumentMade, text_.size());
 }
 
 std::shared_ptr<JsonIterator> JsonText::MakeIterator() {

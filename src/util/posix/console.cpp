@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <cstdlib>
 
 namespace zentor::os {
 
@@ -17,6 +18,32 @@ bool WriteOutput(std::string_view bytes) { return std::fwrite(bytes.data(), 1, b
 bool WriteError(std::string_view bytes) { return std::fwrite(bytes.data(), 1, bytes.size(), stderr) == bytes.size(); }
 
 void IgnoreBrokenPipes() { signal(SIGPIPE, SIG_IGN); }
+
+namespace {
+
+volatile sig_atomic_t stopSignal = 0;
+
+extern "C" void KeepStop(int signal) { stopSignal = signal; }
+
+}  // namespace
+
+void WatchForStop() {
+    for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
+        struct sigaction action {};
+        if (sigaction(number, nullptr, &action) != 0 || action.sa_handler == SIG_IGN) continue;
+        action.sa_handler = &KeepStop;
+        action.sa_flags = SA_RESTART | SA_RESETHAND;
+        sigaction(number, &action, nullptr);
+    }
+}
+
+bool IsStopWanted() { return stopSignal != 0; }
+
+void EndByStop() {
+    signal(stopSignal, SIG_DFL);
+    raise(stopSignal);
+    std::_Exit(128 + stopSignal);  // where it is blocked
+}
 
 void SetBinaryOutput() {}
 

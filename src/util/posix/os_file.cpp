@@ -232,6 +232,13 @@ Status GetFileLength(FileHandle file, std::uint64_t& length) {
     return Check(known);
 }
 
+Status GetFileSize(const std::string& path, std::uint64_t& size) {
+    struct stat info;
+    if (stat(path.c_str(), &info) != 0) return FromErrno();
+    size = static_cast<std::uint64_t>(info.st_size);
+    return Status::kOk;
+}
+
 Status TempFolder(std::string& path) {
     const char* chosen = getenv("TMPDIR");
     path = chosen != nullptr && *chosen == '/' ? chosen : "/tmp";

@@ -7,6 +7,7 @@
 #include <shellapi.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cstdio>
 #include <memory>
 #include <new>
@@ -96,6 +97,29 @@ bool WriteError(std::string_view bytes) {
 }
 
 void IgnoreBrokenPipes() {}  // they fail anyway
+
+namespace {
+
+std::atomic<bool> isStopWanted{false};
+
+// Runs on a thread of its own. When it returns from the closing of a console, the system ends the process.
+BOOL WINAPI KeepStop(DWORD event) {
+    constexpr DWORD kLongest = 10000;  // milliseconds; the system waits no longer
+    if (isStopWanted.exchange(true)) return FALSE;
+    if (event != CTRL_C_EVENT && event != CTRL_BREAK_EVENT) Sleep(kLongest);
+    return TRUE;
+}
+
+}  // namespace
+
+void WatchForStop() { SetConsoleCtrlHandler(&KeepStop, TRUE); }
+
+bool IsStopWanted() { return isStopWanted; }
+
+void EndByStop() {
+    constexpr UINT kControlC = 0xC000013A;  // what the system's own handler ends programs with
+    ExitProcess(kControlC);
+}
 
 void SetBinaryOutput() { _setmode(_fileno(stdout), _O_BINARY); }
 

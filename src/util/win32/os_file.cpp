@@ -219,6 +219,15 @@ Status GetFileLength(FileHandle file, std::uint64_t& length) {
     return Check(known);
 }
 
+Status GetFileSize(const std::string& path, std::uint64_t& size) {
+    WIN32_FILE_ATTRIBUTE_DATA data;
+    std::wstring wide;
+    if (!WidePath(path, wide)) return Status::kBadPath;
+    if (GetFileAttributesExW(wide.c_str(), GetFileExInfoStandard, &data) == 0) return FromLastError();
+    size = (std::uint64_t{data.nFileSizeHigh} << 32) | data.nFileSizeLow;
+    return Status::kOk;
+}
+
 Status TempFolder(std::string& path) {
     wchar_t folder[MAX_PATH];
     const DWORD length = GetTempPathW(MAX_PATH, folder);
