@@ -251,7 +251,10 @@ Status CreateTempFile(const std::string& folder, std::string& path) {
     path = folder + "/ZTTXXXXXX";
     const int descriptor = mkostemp(path.data(), O_CLOEXEC);
     if (descriptor < 0) return FromErrno();
-    return Check(close(descriptor) == 0);
+    if (close(descriptor) == 0) return Status::kOk;
+    const Status status = FromErrno();
+    unlink(path.c_str());
+    return status;
 }
 
 Status OpenTempFile(const std::string& folder, FileHandle& file) {
