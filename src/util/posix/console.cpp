@@ -32,7 +32,7 @@ void WatchForStop() {
         struct sigaction action {};
         if (sigaction(number, nullptr, &action) != 0 || action.sa_handler == SIG_IGN) continue;
         action.sa_handler = &KeepStop;
-        action.sa_flags = SA_RESTART | SA_RESETHAND;
+        action.sa_flags = SA_RESTART | static_cast<int>(SA_RESETHAND);
         sigaction(number, &action, nullptr);
     }
 }
