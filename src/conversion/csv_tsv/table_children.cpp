@@ -39,7 +39,8 @@ public:
     bool Next(Child& child) override {
         constexpr std::size_t kReportedAtOnce = 0x1000;  // rows
         if (row_ == table_.rows.Count()) return false;
-        if (row_ % kReportedAtOnce == 0) ReportProgress(column_ * table_.rows.Count() + row_);
+        if (row_ % kReportedAtOnce == 0) [[unlikely]]
+            ReportProgress(column_ * table_.rows.Count() + row_);
         child.group = nullptr;
         child.node.matchName = matchNames_.Next();
         child.node.displayName = displayName_.Next();

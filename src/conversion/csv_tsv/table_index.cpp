@@ -79,6 +79,21 @@ std::size_t ScanRow(TableIndex& table, std::size_t from) {
     }
 }
 
+// The rows that begin before `limit`, from the beginning of a line on; returns where the next line begins.
+std::size_t ScanRows(TableIndex& table, std::size_t from, std::size_t limit) {
+    const std::string_view text = table.text;
+    std::size_t at = from;
+    while (at < limit) {
+        std::size_t end = at;
+        if (!IsLineEnd(text[at])) {
+            table.rows.Add(at);
+            end = ScanRow(table, at);
+        }
+        at = StartOfNextLine(text, end);
+    }
+    return at;
+}
+
 }  // namespace
 
 RowPositions::RowPositions(std::size_t rows, std::size_t textSize)
@@ -119,19 +134,10 @@ TableIndex::TableIndex(std::string_view tableText, char cellDelimiter)
       rows(columnCount == 0 ? 0 : ExpectedRows(tableText), tableText.size()) {
     if (columnCount == 0) return;
     constexpr std::size_t kReportedAtOnce = std::size_t{1} << 20;
-    std::size_t reported = 0;
     BeginStep(0, kInputChecked, text.size());
     for (std::size_t at = StartOfNextLine(text, header.size()); at < text.size();) {
-        std::size_t end = at;
-        if (!IsLineEnd(text[at])) {
-            rows.Add(at);
-            end = ScanRow(*this, at);
-        }
-        if (end - reported >= kReportedAtOnce) {
-            reported = end;
-            ReportProgress(end);
-        }
-        at = StartOfNextLine(text, end);
+        at = ScanRows(*this, at, std::min(text.size() - at, kReportedAtOnce) + at);
+        ReportProgress(at);
     }
 }
 
