@@ -5,7 +5,7 @@
 
 #include "document.h"
 #include "json_output.h"
-#include "util/time_form.h"
+#include "zentor/time_form.h"
 
 namespace zentor_cli {
 

@@ -5,7 +5,6 @@
 #include <limits>
 #include <optional>
 
-#include "util/number_text.h"
 #include "wrong_usage.h"
 
 namespace zentor_cli {
@@ -26,9 +25,9 @@ struct FractionOfSeconds {
     std::uint32_t scale;
 };
 
-bool IsAllDigits(std::string_view text) {
-    return !text.empty() && std::all_of(text.begin(), text.end(), zentor::IsDigit);
-}
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+bool IsAllDigits(std::string_view text) { return !text.empty() && std::all_of(text.begin(), text.end(), IsDigit); }
 
 // Takes the sign off the front; whether it is "-".
 bool TakeSign(std::string_view& text) {
@@ -86,7 +85,7 @@ std::string WithDecimals(const std::string& time, std::size_t count) {
     std::size_t end = kSecondsEnd;
     std::string decimals;
     if (end != time.size() && time[end] == '.') {
-        for (++end; end != time.size() && zentor::IsDigit(time[end]); ++end) decimals += time[end];
+        for (++end; end != time.size() && IsDigit(time[end]); ++end) decimals += time[end];
         if (decimals.empty()) return time;
     }
     decimals.resize(count, '0');

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "util/time_form.h"
+#include "zentor/time_form.h"
 #include "zentor/zentor.h"
 
 namespace zentor_cli {

@@ -146,7 +146,8 @@ struct ZT_DynamicDataCallbacks {
                         uint64_t lastTimeLength);
 };
 
-// Hands over samples (slot 4), one call each, in the order asked for. `time` is a time string of the document's form.
+// Hands over samples (slot 4), one call each, in the order asked for. `time` is a time string of the document's form,
+// which time_form.h reads.
 struct ZT_SampleCallbacks {
     uint32_t size ZT_OWN_SIZE(ZT_SampleCallbacks);
     void (*addNumber)(void* handle, const char* time, uint64_t timeLength, double value);

@@ -1,7 +1,7 @@
 // Frame rates as documents have them.
 #pragma once
 
-#include "util/time_code.h"
+#include "zentor/time_code.h"
 
 namespace zentor {
 

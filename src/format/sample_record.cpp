@@ -4,7 +4,6 @@
 #include <cstring>
 #include <limits>
 
-#include "util/decimal_field.h"
 #include "util/number_text.h"
 #include "util/short_copy.h"
 
@@ -45,6 +44,12 @@ char* PutZeros(char* out, std::size_t count) {
     return out + count;
 }
 
+// With so many digits, zeros in front.
+char* PutCount(char* out, std::uint64_t count, std::uint64_t digits) {
+    for (std::uint64_t at = digits; at-- > 0; count /= 10) out[at] = static_cast<char>('0' + count % 10);
+    return out + digits;
+}
+
 // A number in quotes, with zeros before and after it as the pattern wants.
 char* PutPadded(char* out, std::string_view number, const PaddedPattern& pattern) {
     *out++ = '"';
@@ -80,7 +85,7 @@ char* PutArray(char* out, std::string_view elements, const RecordLayout& layout)
 char* PutString(char* out, std::string_view value, const RecordLayout& layout) {
     out = PutFixed(out, kPaddedStart);
     if (layout.hasQuotedLength) *out++ = '"';
-    out = PutDecimal(out, value.size(), layout.lengthDigits);
+    out = PutCount(out, value.size(), layout.lengthDigits);
     if (layout.hasQuotedLength) *out++ = '"';
     out = PutFixed(out, kPaddedMiddle);
     out = CopyShort(out, value);

@@ -9,7 +9,7 @@
 #include "model/node_impl.h"
 #include "model/node_values.h"
 #include "model/sample_buffer.h"
-#include "util/time_form.h"
+#include "zentor/time_form.h"
 
 namespace ZT_PLUGIN {
 

@@ -9,7 +9,7 @@
 #include <unordered_map>
 
 #include "reader/sample_reader.h"
-#include "util/time_form.h"
+#include "zentor/time_form.h"
 
 namespace zentor {
 
@@ -45,8 +45,8 @@ struct KnownSamples {
     std::array<SampleRun, 2> runs;  // the second one is empty where times do not begin anew
 };
 
-// Those that were asked for, by the numbers of their nodes. Thread-safe. Nothing here is trusted to be still so: it says
-// where to look.
+// Those that were asked for, by the numbers of their nodes. Thread-safe. Nothing here is trusted to be still so: it
+// says where to look.
 class KnownSampleSets {
 public:
     // Null when they are not known.

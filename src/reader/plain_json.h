@@ -5,10 +5,9 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <string_view>
 
-#include "util/number_text.h"
+#include "util/json_cursor.h"
 
 namespace zentor {
 
@@ -22,50 +21,39 @@ constexpr unsigned KeyBit(std::size_t key) { return 1u << key; }
 // A position in a text. Every function that reads is false where the text is not plain, and then the reading is over.
 class PlainJson {
 public:
-    PlainJson(std::string_view bytes, std::size_t offset)
-        : start_(bytes.data()), next_(start_ + offset), end_(start_ + bytes.size()) {}
+    PlainJson(std::string_view bytes, std::size_t offset) : cursor_(bytes, offset) {}
 
-    std::size_t Offset() const { return static_cast<std::size_t>(next_ - start_); }
+    std::size_t Offset() const { return cursor_.Offset(); }
     // What comes next; 0 at the end.
-    char Peek() const { return next_ == end_ ? '\0' : *next_; }
-
-    void SkipSpace() {
-        while (next_ != end_ && *next_ <= ' ' &&
-               (*next_ == ' ' || *next_ == '\n' || *next_ == '\r' || *next_ == '\t')) {
-            ++next_;
-        }
-    }
-    bool Take(char c) {
-        if (next_ == end_ || *next_ != c) return false;
-        ++next_;
-        return true;
-    }
+    char Peek() const { return cursor_.AtEnd() ? '\0' : cursor_.Peek(); }
+    void SkipSpace() { cursor_.SkipWhiteSpace(); }
+    bool Take(char c) { return cursor_.Skip(c); }
 
     // Reads an object member by member: `member` takes the value of the key with a number. Sets which keys there are;
     // each may be there once.
     template <std::size_t N, class Member>
     bool Object(const PlainKeys<N>& keys, unsigned& found, Member&& member) {
-        if (!Take('{')) return false;
+        if (!cursor_.Skip('{')) return false;
         SkipSpace();
         found = 0;
-        if (Take('}')) return true;
+        if (cursor_.Skip('}')) return true;
         for (std::size_t usual = 0;;) {
             std::size_t key = usual;
-            while (key < N && !TakeText(keys[key])) ++key;
+            while (key < N && !cursor_.SkipWord(keys[key])) ++key;
             if (key == N) {
-                for (key = 0; key < usual && !TakeText(keys[key]);) ++key;
+                for (key = 0; key < usual && !cursor_.SkipWord(keys[key]);) ++key;
                 if (key == usual) return false;
             }
             if ((found & KeyBit(key)) != 0) return false;
             found |= KeyBit(key);
             usual = key + 1;
             SkipSpace();
-            if (!Take(':')) return false;
+            if (!cursor_.Skip(':')) return false;
             SkipSpace();
             if (!member(key)) return false;
             SkipSpace();
-            if (Take('}')) return true;
-            if (!Take(',')) return false;
+            if (cursor_.Skip('}')) return true;
+            if (!cursor_.Skip(',')) return false;
             SkipSpace();
         }
     }
@@ -74,91 +62,72 @@ public:
     template <class Item>
     bool Array(std::size_t& count, Item&& item) {
         count = 0;
-        if (!Take('[')) return false;
+        if (!cursor_.Skip('[')) return false;
         SkipSpace();
-        if (Take(']')) return true;
+        if (cursor_.Skip(']')) return true;
         for (;;) {
             if (!item()) return false;
             ++count;
             SkipSpace();
-            if (Take(']')) return true;
-            if (!Take(',')) return false;
+            if (cursor_.Skip(']')) return true;
+            if (!cursor_.Skip(',')) return false;
             SkipSpace();
         }
     }
 
     // Any text; escapes stay.
     bool String() {
-        if (!Take('"')) return false;
-        for (; next_ != end_; ++next_) {
-            if (*next_ == '"') {
-                ++next_;
-                return true;
-            }
-            if (*next_ == '\\' && ++next_ == end_) return false;
-        }
-        return false;
+        RawString ignored;
+        return cursor_.TakeString(ignored);
     }
     // A text without escapes.
     bool String(std::string_view& text) {
-        if (!Take('"')) return false;
-        const char* const begin = next_;
-        while (next_ != end_ && *next_ != '"' && *next_ != '\\') ++next_;
-        text = {begin, static_cast<std::size_t>(next_ - begin)};
-        return Take('"');
+        RawString string;
+        if (!cursor_.TakeString(string) || string.hasBackslash) return false;
+        text = string.text;
+        return true;
     }
     bool Boolean(bool& value) {
-        value = next_ != end_ && *next_ == 't';
-        return TakeText(value ? "true" : "false");
+        value = Peek() == 't';
+        return cursor_.SkipWord(value ? "true" : "false");
     }
     // A number of which nobody asks the value. One that may be beyond a double is not plain.
     bool Number() {
-        Take('-');
-        const char* const integer = next_;
-        if (!Take('0')) SkipDigits();
-        const std::ptrdiff_t digits = next_ - integer;
-        constexpr std::ptrdiff_t kSurelyDouble = 300;
+        cursor_.Skip('-');
+        const std::size_t integer = Offset();
+        if (!cursor_.Skip('0')) cursor_.SkipDigits();
+        const std::size_t digits = Offset() - integer;
+        constexpr std::size_t kSurelyDouble = 300;
         if (digits == 0 || digits > kSurelyDouble) return false;
-        if (Take('.')) {
-            const char* const fraction = next_;
-            SkipDigits();
-            if (next_ == fraction) return false;
-        }
-        if (next_ == end_ || (*next_ | 0x20) != 'e') return true;
-        ++next_;
-        const bool isNegative = Take('-');
-        if (!isNegative) Take('+');
-        const char* const exponent = next_;
-        SkipDigits();
-        return next_ != exponent && (isNegative || (digits < 200 && next_ - exponent <= 2));
+        if (cursor_.Skip('.') && !TakeDigits()) return false;
+        if (!cursor_.Skip('e') && !cursor_.Skip('E')) return true;
+        const bool isNegative = cursor_.Skip('-');
+        if (!isNegative) cursor_.Skip('+');
+        const std::size_t exponent = Offset();
+        return TakeDigits() && (isNegative || (digits < 200 && Offset() - exponent <= 2));
     }
     // A whole number of at most 15 digits.
     bool Count(std::uint64_t& count) {
-        const char* const begin = next_;
+        const std::size_t begin = Offset();
         count = 0;
-        if (!Take('0')) {
-            for (; next_ != end_ && IsDigit(*next_); ++next_) {
-                count = count * 10 + static_cast<std::uint64_t>(*next_ - '0');
-                if (next_ - begin == 15) return false;
+        if (!cursor_.Skip('0')) {
+            for (char c = Peek(); IsDigit(c); c = Peek()) {
+                count = count * 10 + static_cast<std::uint64_t>(c - '0');
+                cursor_.Skip(c);
+                if (Offset() - begin == 15) return false;
             }
         }
-        return next_ != begin && (next_ == end_ || (*next_ != '.' && (*next_ | 0x20) != 'e'));
+        return Offset() != begin && Peek() != '.' && (Peek() | 0x20) != 'e';
     }
 
 private:
-    bool TakeText(std::string_view text) {
-        if (static_cast<std::size_t>(end_ - next_) < text.size()) return false;
-        if (std::memcmp(next_, text.data(), text.size()) != 0) return false;
-        next_ += text.size();
-        return true;
-    }
-    void SkipDigits() {
-        while (next_ != end_ && IsDigit(*next_)) ++next_;
+    bool TakeDigits() {
+        const std::size_t begin = Offset();
+        cursor_.SkipDigits();
+        return Offset() != begin;
     }
 
-    const char* start_;
-    const char* next_;
-    const char* end_;
+    JsonCursor cursor_;
 };
 
 }  // namespace zentor

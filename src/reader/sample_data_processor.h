@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "reader/outline_contents.h"
-#include "util/time_form.h"
+#include "zentor/time_form.h"
 
 namespace zentor {
 

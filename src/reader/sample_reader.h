@@ -8,8 +8,8 @@
 #include "errors/error_table.h"
 #include "reader/record_window.h"
 #include "reader/sample_set.h"
-#include "util/time_form.h"
 #include "zentor/records.h"
+#include "zentor/time_form.h"
 
 namespace zentor {
 

@@ -1,7 +1,7 @@
 #include "reader/time_comparison.h"
 
 #include "errors/raise.h"
-#include "util/utc_time.h"
+#include "zentor/utc_time.h"
 
 namespace zentor {
 

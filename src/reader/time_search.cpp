@@ -116,8 +116,10 @@ std::uint64_t TimeSearch::FindFirst(const SampleRun& run, double target, IsPast&
 
 RecordSpan TimeSearch::FindRange(const SampleRun& run, const QueryTime& from, const QueryTime& to) {
     if (run.records.Count() == 0) return {};
-    const std::uint64_t begin = FindFirst(run, Approximate(from), [&](const Instant& time) { return time >= from; });
-    const std::uint64_t end = FindFirst(run, Approximate(to), [&](const Instant& time) { return time > to; });
+    const std::uint64_t begin =
+        FindFirst(run, Approximate(from), [&](const Instant& time) { return Compare(time, from) >= 0; });
+    const std::uint64_t end =
+        FindFirst(run, Approximate(to), [&](const Instant& time) { return Compare(time, to) > 0; });
     return {begin, std::max(begin, end)};
 }
 
@@ -126,9 +128,10 @@ std::array<RecordSpan, 2> TimeSearch::FindRange(const QueryTime& from, const Que
 }
 
 std::array<RecordSpan, 2> TimeSearch::FindLatest(const QueryTime& time) {
-    const bool isInFirst = runs_[1].records.Count() == 0 || runs_[0].first.Get() <= time;
+    const bool isInFirst = runs_[1].records.Count() == 0 || Compare(runs_[0].first.Get(), time) <= 0;
     const SampleRun& run = runs_[isInFirst ? 0 : 1];
-    const std::uint64_t end = FindFirst(run, Approximate(time), [&](const Instant& sample) { return sample > time; });
+    const std::uint64_t end =
+        FindFirst(run, Approximate(time), [&](const Instant& sample) { return Compare(sample, time) > 0; });
     return {RecordSpan{end == run.records.begin ? end : end - 1, end}, RecordSpan{}};
 }
 

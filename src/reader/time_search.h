@@ -6,7 +6,7 @@
 
 #include "reader/known_samples.h"
 #include "reader/sample_reader.h"
-#include "util/time_form.h"
+#include "zentor/time_form.h"
 
 namespace zentor {
 

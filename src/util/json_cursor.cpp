@@ -5,7 +5,6 @@
 #include <cstring>
 #include <limits>
 
-#include "util/number_text.h"
 #include "util/utf_codec.h"
 
 namespace zentor {
@@ -107,12 +106,6 @@ std::size_t DecodeEscape(std::string_view text, std::string& decoded) {
 
 std::string RawString::Decoded() const { return hasBackslash ? DecodeEscapes(text) : std::string(text); }
 
-bool JsonCursor::SkipWord(std::string_view word) {
-    if (!std::string_view(next_, static_cast<std::size_t>(end_ - next_)).starts_with(word)) return false;
-    next_ += word.size();
-    return true;
-}
-
 bool JsonCursor::TakeString(RawString& string) {
     if (next_ == end_ || *next_ != '"') return false;
     bool hasBackslash = false;
@@ -132,10 +125,6 @@ bool JsonCursor::TakeString(RawString& string) {
     string = {{begin, static_cast<std::size_t>(quote - begin)}, hasBackslash};
     next_ = quote + 1;
     return true;
-}
-
-void JsonCursor::SkipDigits() {
-    while (next_ != end_ && IsDigit(*next_)) ++next_;
 }
 
 NumberStatus JsonCursor::TakeNumber(double& value) {

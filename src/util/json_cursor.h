@@ -5,8 +5,11 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
+
+#include "util/number_text.h"
 
 namespace zentor {
 
@@ -59,7 +62,12 @@ public:
         ++next_;
         return true;
     }
-    bool SkipWord(std::string_view word);
+    bool SkipWord(std::string_view word) {
+        if (static_cast<std::size_t>(end_ - next_) < word.size()) return false;
+        if (std::memcmp(next_, word.data(), word.size()) != 0) return false;
+        next_ += word.size();
+        return true;
+    }
     // Whether the bytes end within this word.
     bool IsCutWord(std::string_view word) const {
         return word.starts_with(std::string_view(next_, static_cast<std::size_t>(end_ - next_)));
@@ -78,14 +86,16 @@ public:
         while (next_ != end_ && !kEndsScalar[static_cast<unsigned char>(*next_)]) ++next_;
     }
 
+    void SkipDigits() {
+        while (next_ != end_ && IsDigit(*next_)) ++next_;
+    }
+
 private:
     static constexpr std::array<bool, 256> kEndsScalar = [] {
         std::array<bool, 256> ends{};
         for (const char c : {' ', '\t', '\n', '\r', ',', ']', '}'}) ends[static_cast<unsigned char>(c)] = true;
         return ends;
     }();
-
-    void SkipDigits();
 
     const char* start_;
     const char* next_;

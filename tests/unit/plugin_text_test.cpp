@@ -3,8 +3,8 @@
 
 #include "model/include/iso_time.h"
 #include "model/include/json_text.h"
-#include "util/utc_time.h"
 #include "written_document.h"
+#include "zentor/utc_time.h"
 
 namespace zentor_test {
 

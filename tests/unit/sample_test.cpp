@@ -5,7 +5,7 @@
 #include <sstream>
 
 #include "documents.h"
-#include "util/utc_time.h"
+#include "zentor/utc_time.h"
 
 namespace zentor_test {
 

@@ -7,8 +7,8 @@
 #include "gtest/gtest.h"
 #include "reader/time_comparison.h"
 #include "util/number_text.h"
-#include "util/time_form.h"
-#include "util/utc_time.h"
+#include "zentor/time_form.h"
+#include "zentor/utc_time.h"
 
 namespace zentor_test {
 
@@ -384,8 +384,7 @@ TEST(TimeForm, QueriesAreCutDownToWhatTimesCanSay) {
         const std::string text = "1970-01-01T00:00:00" + decimals + "Z";
         Instant instant;
         EXPECT_TRUE(form.Parse(text, instant) && form.Width() == text.size()) << text;
-        const std::strong_ordering found = instant <=> form.At(value, scale);
-        return found < 0 ? -1 : found > 0 ? 1 : 0;
+        return Compare(instant, form.At(value, scale));
     };
     const std::string thirds = "." + std::string(5000, '3');
     const std::tuple<std::string, std::int64_t, std::uint32_t, int> cases[] = {

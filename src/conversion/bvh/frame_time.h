@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-#include "util/time_code.h"
+#include "zentor/time_code.h"
 
 namespace zentor {
 

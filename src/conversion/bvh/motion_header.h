@@ -4,7 +4,7 @@
 #include <cstdint>
 
 #include "conversion/bvh/capture_input.h"
-#include "util/time_code.h"
+#include "zentor/time_code.h"
 
 namespace zentor {
 

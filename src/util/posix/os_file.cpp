@@ -147,16 +147,17 @@ Status IsSameFile(const std::string& a, const std::string& b, bool& same) {
 
 Status CreateEmptyFile(const std::string& path, CreateOptions options) {
     const mode_t mode = options.ownerOnly ? 0600 : 0666;
-    if (!options.exclusive) {
-        const int descriptor = OpenRegular(path, O_RDWR | O_CREAT | O_TRUNC, mode);
-        return Check(descriptor >= 0 && close(descriptor) == 0);
+    // First as a new file: then it is known whose it is when something fails.
+    const int made = open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, mode);
+    if (made >= 0) {
+        if (close(made) == 0) return Status::kOk;
+        const Status status = FromErrno();
+        unlink(path.c_str());
+        return status;
     }
-    const int descriptor = open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, mode);
-    if (descriptor < 0) return FromErrno();
-    if (close(descriptor) == 0) return Status::kOk;
-    const Status status = FromErrno();
-    unlink(path.c_str());
-    return status;
+    if (errno != EEXIST || options.exclusive) return FromErrno();
+    const int descriptor = OpenRegular(path, O_RDWR | O_CREAT | O_TRUNC, mode);
+    return Check(descriptor >= 0 && close(descriptor) == 0);
 }
 
 Status OpenFile(const std::string& path, bool, Access access, FileHandle& file) {
