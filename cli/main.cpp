@@ -36,6 +36,7 @@ void AddCommonOptions(CLI::App& app, CommonOptions& common) {
     app.add_flag("--quiet", common.quiet, "Show no progress and no summary");
     app.add_option("--locale", common.locale, "Language of messages, e.g. en_US");
     app.add_flag("--private-copy", common.privateCopy, "Read documents from a copy that nobody else can change");
+    app.add_flag("--faithful", common.faithful, "Convert so that all texts and numbers come back as they went in");
     app.set_version_flag("--version", "zentor " ZENTOR_VERSION);
     app.require_subcommand(1);
     app.fallthrough();
@@ -128,6 +129,7 @@ int Run(std::vector<std::string> arguments) {
     }
     try {
         Library library(given.common.locale, given.common.privateCopy);
+        library.options().faithful = given.common.faithful ? 1 : 0;
         const bool isGood = chosen(library);
         FlushOutput();
         return isGood ? 0 : kFailed;

@@ -81,7 +81,7 @@ void Compare(JsonIterator& values, const rapidjson::Value& expected, Nodes& node
 // The nodes that the document has to have; nothing when the text is refused.
 std::optional<Nodes> Walk(const std::string& path, std::string_view json) {
     try {
-        JsonText text(path);
+        JsonText text(path, NumberForm::kSixteenDigits);
         rapidjson::Document values;  // with numbers as text: RapidJSON's full precision goes wrong for 0e200
         values.Parse<rapidjson::kParseNumbersAsStringsFlag | rapidjson::kParseValidateEncodingFlag>(text.view().data(),
                                                                                                     text.view().size());

@@ -16,6 +16,7 @@ struct CommonOptions {
     bool quiet = false;
     std::string locale = "en_US";
     bool privateCopy = false;
+    bool faithful = false;
 };
 
 struct ConvertOptions {

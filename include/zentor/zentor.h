@@ -243,7 +243,13 @@ struct ZT_HostOptions {
     // 1: OpenFile refuses an output path where there is a file already, also one that has come while it was converting
     // (ZT_FILE_CREATE); otherwise the file is replaced.
     uint8_t newOutput;
-    uint8_t reserved[7];  // 0
+    // 1: OpenFile and ConvertFile convert so that what goes in comes back. Texts are escaped as JSON has it (a byte
+    // that is no part of UTF-8 is taken for one of Windows-1252); numbers are written with the fewest digits that give
+    // the same double, where they are rounded to 16 otherwise and an exponent loses its zeros; end sites of captures
+    // become nodes. To readers such a document is one like all others. Escapes in the texts of plug-ins stay. Nothing
+    // is left for `strict` to refuse.
+    uint8_t faithful;
+    uint8_t reserved[6];  // 0
 };
 
 // What hosts can have beyond results (slot 9).

@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <string>
 
+#include "format/content_form.h"
+
 namespace zentor {
 
 // What a converter is told.
@@ -11,6 +13,7 @@ struct ConversionInfo {
     std::string inputPath;     // absolute
     std::string originalName;  // the input path as the host passed it, for messages
     std::uint64_t streamId;    // of the stream that the document goes to
+    ContentForm form{};        // of the document
 };
 
 // Lives for one conversion.

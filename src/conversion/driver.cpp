@@ -30,8 +30,8 @@ namespace {
 // A stream id is open while its converter runs.
 class OpenStreamScope {
 public:
-    OpenStreamScope(const std::string& documentPath, TextWatch* watch)
-        : id_(ZT_PLUGIN::OpenStream(std::make_unique<DocumentWriter>(documentPath, watch))) {}
+    OpenStreamScope(const std::string& documentPath, const ContentForm& form, TextWatch* watch)
+        : id_(ZT_PLUGIN::OpenStream(std::make_unique<DocumentWriter>(documentPath, form, watch), form)) {}
     ~OpenStreamScope() {
         ZT_PLUGIN::CloseStream(id_);
         ZT_PLUGIN::ReclaimNodes(id_);  // that a plug-in has forgotten
@@ -76,10 +76,15 @@ FoundConverter FindConverter(const std::string& inputPath) {
     return {make, true};
 }
 
-void RunConverter(const FoundConverter& found, const std::string& inputPath, const std::string& originalName,
-                  const std::string& documentPath, TextWatch* watch) {
-    const OpenStreamScope stream(documentPath, watch);
-    const auto converter = found.make({inputPath, originalName, stream.Id()});
+ContentForm FormOf(const FoundConverter& converter, bool isFaithful) {
+    if (!isFaithful) return {};
+    return {NumberForm::kShortest, converter.mayEscape ? TextForm::kCompleted : TextForm::kEscaped};
+}
+
+void RunConverter(const FoundConverter& found, const InputFile& input, const std::string& documentPath,
+                  const ContentForm& form, TextWatch* watch) {
+    const OpenStreamScope stream(documentPath, form, watch);
+    const auto converter = found.make({input.path, input.name, stream.Id(), form});
     const LastExceptionScope lastException;
     ClearLastException();  // a failure may tell its cause by it
     bool converted = false;
@@ -141,10 +146,12 @@ std::shared_ptr<DocumentRecord> PrepareInput(const InputFile& input, const std::
     const FoundConverter converter = FindConverter(input.path);
     auto record = CreateDocumentFor(input, outputPath, options.newOutput);
     TextWatch watch;
-    const bool isWatched = options.strict && !converter.mayEscape;
-    RunConverter(converter, input.path, input.name, record->documentPath, isWatched ? &watch : nullptr);
+    const bool isStrict = options.strict && !options.faithful;
+    const bool isWatched = isStrict && !converter.mayEscape;
+    RunConverter(converter, input, record->documentPath, FormOf(converter, options.faithful),
+                 isWatched ? &watch : nullptr);
     if (isWatched) CheckTexts(watch);
-    if (options.strict && converter.mayEscape) CheckEscapedTexts(record->documentPath);
+    if (isStrict && converter.mayEscape) CheckEscapedTexts(record->documentPath);
     return record;
 }
 

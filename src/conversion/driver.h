@@ -20,6 +20,7 @@ InputFile CheckInput(const char* inputPath);
 struct ConversionOptions {
     bool strict = false;     // a document whose texts would come back as others is none
     bool newOutput = false;  // a file that is at the output already stays
+    bool faithful = false;   // numbers and texts come back as they went in
 };
 
 // The document that stands for an input: the input itself when it is a vkjson document, or a temporary document that a

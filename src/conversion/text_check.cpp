@@ -6,22 +6,12 @@
 
 #include "errors/progress.h"
 #include "errors/raise.h"
+#include "util/escaped_text.h"
 #include "util/file_mapper.h"
 
 namespace zentor {
 
 namespace {
-
-// The length of the escape that a text begins with; 0 for none.
-std::size_t EscapeLength(std::string_view text) {
-    constexpr std::string_view kHexadecimal = "0123456789abcdefABCDEF";
-    constexpr std::size_t kUnicodeEscape = 6;
-    if (text.size() < 2 || text[0] != '\\') return 0;
-    if (std::string_view("\"\\/bfnrt").find(text[1]) != std::string_view::npos) return 2;
-    if (text[1] != 'u' || text.size() < kUnicodeEscape) return 0;
-    const std::string_view digits = text.substr(2, kUnicodeEscape - 2);
-    return digits.find_first_not_of(kHexadecimal) == std::string_view::npos ? kUnicodeEscape : 0;
-}
 
 // The first fault from an offset on. What has been looked at may leave memory.
 std::size_t FindFault(const FileMapper& file) {

@@ -13,7 +13,8 @@ namespace zentor {
 namespace {
 
 OpenOptions OptionsOf(const ZT_HostOptions& options) {
-    return {{options.privateCopy != 0, options.checkSamples != 0}, {options.strict != 0, options.newOutput != 0}};
+    return {{options.privateCopy != 0, options.checkSamples != 0},
+            {options.strict != 0, options.newOutput != 0, options.faithful != 0}};
 }
 
 }  // namespace

@@ -31,7 +31,7 @@ void VkjsonDynamicDataImpl::InitializeWith(std::string_view matchName, std::stri
     CheckMatchName(matchName);
     if (sampleSetId.empty()) throw ZT_PluginException(ZT_INVALID_NAME);
     if (interpolation != 1 && interpolation != 2) throw ZT_PluginException(ZT_INTERPOLATION);
-    if (!HasBalancedBrackets(sampleSetId)) throw ZT_PluginException(ZT_UNBALANCED_TEXT);
+    if (!Stream().form.IsFaithful() && !HasBalancedBrackets(sampleSetId)) throw ZT_PluginException(ZT_UNBALANCED_TEXT);
     SetMatchNameText(matchName);
     SetDisplayNameText(displayName);
     sampleSetId_ = sampleSetId;

@@ -12,21 +12,22 @@ namespace {
 constexpr std::uint64_t kLargestArray = 0x10000;
 
 // A range that holds what there is already.
-MinMax CheckedLegalRange(double minimum, double maximum, const MinMax& occurring) {
+MinMax CheckedLegalRange(double minimum, double maximum, const MinMax& occurring, zentor::NumberForm form) {
     const MinMax legal{minimum, maximum};
     if (!legal.IsKnown()) return legal;
-    CheckedRange(minimum, maximum, minimum);
+    CheckedRange(minimum, maximum, minimum, form);
     if (occurring.IsKnown()) {
-        CheckWithin(legal, occurring.minimum);
-        CheckWithin(legal, occurring.maximum);
+        CheckWithin(legal, occurring.minimum, form);
+        CheckWithin(legal, occurring.maximum, form);
     }
     return legal;
 }
 
 }  // namespace
 
-NumberSample MakeNumberSample(double value, char* room) {
-    const char* const end = zentor::FormatPlainNumber(value, room);
+NumberSample MakeNumberSample(double value, char* room, zentor::NumberForm form) {
+    const char* const end = form == zentor::NumberForm::kShortest ? zentor::FormatPlainShortest(value, room)
+                                                                  : zentor::FormatPlainNumber(value, room);
     const std::string_view text(room, static_cast<std::size_t>(end - room));
     return {value, text, static_cast<std::size_t>(zentor::CountDigits(text).integer)};
 }
@@ -57,16 +58,16 @@ void VkjsonDynamicDataNumImpl::SetPattern(std::uint64_t digitsInteger, std::uint
 void VkjsonDynamicDataNumImpl::SetRange(double legalMinimum, double legalMaximum, double value,
                                         ZT_ErrorRecord* error) noexcept {
     RunForClient(error, [&] {
-        CheckedRange(legalMinimum, legalMaximum, value);
-        range_.legal = CheckedLegalRange(legalMinimum, legalMaximum, range_.occurring);
+        CheckedRange(legalMinimum, legalMaximum, value, Stream().form.numbers);
+        range_.legal = CheckedLegalRange(legalMinimum, legalMaximum, range_.occurring, Stream().form.numbers);
     });
 }
 
 void VkjsonDynamicDataNumImpl::Add(const SampleTime& time, double value) {
     CheckAdding(time);
-    CheckWithin(range_.legal, value);
+    CheckWithin(range_.legal, value, Stream().form.numbers);
     char room[zentor::kPlainNumberRoom];
-    const NumberSample sample = MakeNumberSample(value, room);
+    const NumberSample sample = MakeNumberSample(value, room, Stream().form.numbers);
     std::memcpy(AddText(time, sample.text.size()), sample.text.data(), sample.text.size());
     pattern_.Widen(sample.text, sample.integers);
     Widen(range_.occurring, sample.value);
@@ -123,7 +124,7 @@ void VkjsonDynamicDataNumArrImpl::AddRange(double legalMinimum, double legalMaxi
     RunForClient(error, [&] {
         if (rangesGiven_ == ranges_.size()) throw ZT_PluginException(ZT_RANGE_COUNT);
         CheckNoSamples();
-        ranges_[rangesGiven_].legal = CheckedLegalRange(legalMinimum, legalMaximum, {});
+        ranges_[rangesGiven_].legal = CheckedLegalRange(legalMinimum, legalMaximum, {}, Stream().form.numbers);
         ++rangesGiven_;
     });
 }
@@ -152,9 +153,10 @@ void VkjsonDynamicDataNumArrImpl::Add(const SampleTime& time, const double* valu
     texts_.clear();
     elements_.clear();
     char room[zentor::kPlainNumberRoom];
+    const zentor::NumberForm form = Stream().form.numbers;
     for (std::uint64_t k = 0; k < count; ++k) {
-        CheckWithin(ranges_[k].legal, values[k]);
-        elements_.push_back(MakeNumberSample(values[k], room));
+        CheckWithin(ranges_[k].legal, values[k], form);
+        elements_.push_back(MakeNumberSample(values[k], room, form));
         texts_ += elements_.back().text;
     }
     const char* text = texts_.data();  // which stays where it is only now
@@ -167,7 +169,9 @@ void VkjsonDynamicDataNumArrImpl::Add(const SampleTime& time, const double* valu
 
 void VkjsonDynamicDataNumArrImpl::AddTexts(const SampleTime& time, std::span<const NumberSample> elements) {
     if (elements.size() != ranges_.size()) throw ZT_PluginException(ZT_DIMENSION_COUNT);
-    for (std::size_t k = 0; k < rangesGiven_; ++k) CheckWithin(ranges_[k].legal, elements[k].value);
+    for (std::size_t k = 0; k < rangesGiven_; ++k) {
+        CheckWithin(ranges_[k].legal, elements[k].value, Stream().form.numbers);
+    }
     Append(time, elements);
 }
 

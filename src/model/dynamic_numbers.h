@@ -10,7 +10,7 @@
 
 namespace ZT_PLUGIN {
 
-// A number of a sample, with its text as FormatPlainNumber gives it. Borrowed.
+// A number of a sample, with its text as FormatPlainNumber or FormatPlainShortest gives it. Borrowed.
 struct NumberSample {
     double value;
     std::string_view text;
@@ -18,7 +18,7 @@ struct NumberSample {
 };
 
 // The sample of a number that can be written. `room`: zentor::kPlainNumberRoom bytes for its text.
-NumberSample MakeNumberSample(double value, char* room);
+NumberSample MakeNumberSample(double value, char* room, zentor::NumberForm form);
 
 class VkjsonDynamicDataNumImpl final : public DynamicDataSlots<IVkjsonDynamicDataNum_v1> {
 public:

@@ -48,6 +48,8 @@ void VkjsonDynamicDataStringImpl::SetStringProperties(std::uint64_t maxLength, s
 
 void VkjsonDynamicDataStringImpl::Add(const SampleTime& time, std::string_view text) {
     CheckAdding(time);
+    std::string escaped;
+    text = zentor::EscapeText(text, Stream().form.texts, zentor::Brackets::kEscaped, escaped);
     if (!HasBalancedBrackets(text)) throw ZT_PluginException(ZT_UNBALANCED_TEXT);
     text.copy(AddText(time, text.size()), text.size());  // a text may be null
     longest_ = std::max<std::uint64_t>(longest_, text.size());

@@ -39,9 +39,9 @@ inline void Widen(MinMax& occurring, double value) {
 }
 
 // Code ZT_RANGE_VALUE for a number that cannot be written or lies outside.
-inline void CheckWithin(const MinMax& legal, double value) {
+inline void CheckWithin(const MinMax& legal, double value, zentor::NumberForm form) {
     const bool isWithin = !legal.IsKnown() || (value >= legal.minimum && value <= legal.maximum);
-    if (!isWithin || !zentor::IsWritable(value)) throw ZT_PluginException(ZT_RANGE_VALUE);
+    if (!isWithin || !zentor::IsWritable(value, form)) throw ZT_PluginException(ZT_RANGE_VALUE);
 }
 
 }  // namespace ZT_PLUGIN

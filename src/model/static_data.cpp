@@ -33,15 +33,15 @@ NumberPattern CheckedPattern(std::uint64_t digitsInteger, std::uint64_t digitsDe
     return {digitsInteger, digitsDecimal, isSigned};
 }
 
-void CheckNumber(double value) {
-    if (!zentor::IsWritable(value)) throw ZT_PluginException(ZT_RANGE_VALUE);
+void CheckNumber(double value, zentor::NumberForm form) {
+    if (!zentor::IsWritable(value, form)) throw ZT_PluginException(ZT_RANGE_VALUE);
 }
 
-MinMax CheckedRange(double minimum, double maximum, double value) {
+MinMax CheckedRange(double minimum, double maximum, double value, zentor::NumberForm form) {
     const MinMax range{minimum, maximum};
     if (!range.IsKnown()) return range;
-    CheckNumber(minimum);
-    CheckNumber(maximum);
+    CheckNumber(minimum, form);
+    CheckNumber(maximum, form);
     if (minimum > maximum) throw ZT_PluginException(ZT_RANGE_ORDER);
     if (!(value >= minimum && value <= maximum)) throw ZT_PluginException(ZT_RANGE_VALUE);
     return range;
@@ -50,7 +50,7 @@ MinMax CheckedRange(double minimum, double maximum, double value) {
 VkjsonStaticDataNumImpl::VkjsonStaticDataNumImpl(std::uint64_t streamId, std::string_view matchName,
                                                  std::string_view displayName, double value)
     : StaticDataSlots(streamId, matchName, displayName), value_(value) {
-    CheckNumber(value);
+    CheckNumber(value, Stream().form.numbers);
 }
 
 void VkjsonStaticDataNumImpl::SetPattern(std::uint64_t digitsInteger, std::uint64_t digitsDecimal,
@@ -61,8 +61,8 @@ void VkjsonStaticDataNumImpl::SetPattern(std::uint64_t digitsInteger, std::uint6
 void VkjsonStaticDataNumImpl::SetRange(double legalMinimum, double legalMaximum, double value,
                                        ZT_ErrorRecord* error) noexcept {
     RunForClient(error, [&] {
-        CheckedRange(legalMinimum, legalMaximum, value);
-        legalRange_ = CheckedRange(legalMinimum, legalMaximum, value_);
+        CheckedRange(legalMinimum, legalMaximum, value, Stream().form.numbers);
+        legalRange_ = CheckedRange(legalMinimum, legalMaximum, value_, Stream().form.numbers);
     });
 }
 
@@ -112,7 +112,7 @@ void VkjsonStaticDataNumArrImpl::SetValues(const double* values, std::uint64_t c
     RunForClient(error, [&] {
         if (count == 0) throw ZT_PluginException(ZT_INVALID_STATIC_NODE);
         if (values == nullptr) throw ZT_PluginException(ZT_NULL_ARGUMENT);
-        for (std::uint64_t k = 0; k < count; ++k) CheckNumber(values[k]);
+        for (std::uint64_t k = 0; k < count; ++k) CheckNumber(values[k], Stream().form.numbers);
         array_.values.assign(values, values + count);
         if (array_.legalRanges.size() != count) array_.legalRanges.clear();
         if (array_.displayNames.size() != count) array_.displayNames.clear();
@@ -148,7 +148,7 @@ void VkjsonStaticDataNumArrImpl::SetRanges(const double* minima, const double* m
         if ((minima == nullptr || maxima == nullptr) && count != 0) throw ZT_PluginException(ZT_NULL_ARGUMENT);
         std::vector<MinMax> ranges;
         for (std::uint64_t k = 0; k < count; ++k) {
-            ranges.push_back(CheckedRange(minima[k], maxima[k], array_.values[k]));
+            ranges.push_back(CheckedRange(minima[k], maxima[k], array_.values[k], Stream().form.numbers));
         }
         array_.legalRanges = std::move(ranges);
     });

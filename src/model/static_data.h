@@ -41,9 +41,9 @@ protected:
 // Both check a pattern or a range as the interfaces state: ZT_INCOMPLETE_PATTERN and ZT_RANGE_VALUE; ZT_RANGE_ORDER and
 // ZT_RANGE_VALUE. `value` must lie in the range.
 NumberPattern CheckedPattern(std::uint64_t digitsInteger, std::uint64_t digitsDecimal, bool isSigned);
-MinMax CheckedRange(double minimum, double maximum, double value);
+MinMax CheckedRange(double minimum, double maximum, double value, zentor::NumberForm form);
 // Code ZT_RANGE_VALUE for a number that cannot be written.
-void CheckNumber(double value);
+void CheckNumber(double value, zentor::NumberForm form);
 
 class VkjsonStaticDataNumImpl final : public StaticDataSlots<IVkjsonStaticDataNum_v1> {
 public:

@@ -28,9 +28,10 @@ void StreamState::CountDynamicNodes(bool isNew) noexcept {
     sampleBufferLimit = std::clamp(part, kSmallestBuffer, kSampleBufferLimit);
 }
 
-std::uint64_t OpenStream(std::unique_ptr<IDocumentWriter> writer) {
+std::uint64_t OpenStream(std::unique_ptr<IDocumentWriter> writer, const zentor::ContentForm& form) {
     auto state = std::make_shared<StreamState>();
     state->writer = std::move(writer);
+    state->form = form;
     const std::lock_guard lock(streamsMutex);
     Streams()[++lastStreamId] = std::move(state);
     return lastStreamId;

@@ -8,6 +8,7 @@
 #include <unordered_set>
 
 #include "errors/exception.h"
+#include "format/content_form.h"
 #include "model/spill_file.h"
 #include "model/writer_interface.h"
 #include "zentor/error_codes.h"
@@ -17,6 +18,7 @@ namespace ZT_PLUGIN {
 struct StreamState {
     std::unique_ptr<IDocumentWriter> writer;  // null once the conversion is over
     SpillFile spill;                          // of samples
+    zentor::ContentForm form;                 // of the document
     const IVkjsonRoot_I* root = nullptr;      // while it lives
     bool hasRoot = false;                     // has had one: a document has no other
     bool hasSamples = false;
@@ -37,7 +39,7 @@ struct StreamState {
 
 // The streams of the conversions that are running, by id. Thread-safe. A stream is opened before its converter runs and
 // closed after it; nodes that outlive it keep its state, without the writer.
-std::uint64_t OpenStream(std::unique_ptr<IDocumentWriter> writer);
+std::uint64_t OpenStream(std::unique_ptr<IDocumentWriter> writer, const zentor::ContentForm& form = {});
 void CloseStream(std::uint64_t streamId) noexcept;
 // Null when the stream is not open.
 std::shared_ptr<StreamState> FindStream(std::uint64_t streamId);

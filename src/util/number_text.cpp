@@ -23,21 +23,44 @@ char* StripTrailingZeros(char* begin, char* end) {
     return end - 1 == point ? end - 1 : end;
 }
 
+// Null for what is no whole number, or too large a one.
+char* FormatWhole(double value, NumberText& text) {
+    const bool isWhole = std::trunc(value) == value && std::abs(value) < kLargestPlainInteger;
+    if (!isWhole || (value == 0 && std::signbit(value))) return nullptr;
+    return std::to_chars(text.bytes, std::end(text.bytes), static_cast<std::int64_t>(value)).ptr;
+}
+
 }  // namespace
 
 NumberText FormatNumber(double value) {
     NumberText text;
-    char* end = text.bytes;
-    const double whole = std::trunc(value);
-    if (whole == value && std::abs(value) < kLargestPlainInteger && !(value == 0 && std::signbit(value))) {
-        end = std::to_chars(text.bytes, std::end(text.bytes), static_cast<std::int64_t>(value)).ptr;
-    } else {
+    char* end = FormatWhole(value, text);
+    if (end == nullptr) {
         end =
             std::to_chars(text.bytes, std::end(text.bytes), value, std::chars_format::general, kSignificantDigits).ptr;
         end = StripTrailingZeros(text.bytes, end);
     }
     text.length = static_cast<std::uint32_t>(end - text.bytes);
     return text;
+}
+
+NumberText FormatShortest(double value) {
+    constexpr double kSmallestPlain = 1e-4;
+    constexpr double kBeyondPlain = 1e16;
+    NumberText text;
+    char* end = FormatWhole(value, text);
+    if (end == nullptr) {
+        const double magnitude = std::abs(value);
+        const bool isPlain = value == 0 || (magnitude >= kSmallestPlain && magnitude < kBeyondPlain);
+        const std::chars_format format = isPlain ? std::chars_format::fixed : std::chars_format::scientific;
+        end = std::to_chars(text.bytes, std::end(text.bytes), value, format).ptr;
+    }
+    text.length = static_cast<std::uint32_t>(end - text.bytes);
+    return text;
+}
+
+char* FormatPlainShortest(double value, char* out) {
+    return std::to_chars(out, out + kPlainNumberRoom, value, std::chars_format::fixed).ptr;
 }
 
 namespace {
@@ -152,7 +175,7 @@ bool KeepsDigits(double digits, std::ptrdiff_t decimals, std::ptrdiff_t signific
 
 }  // namespace
 
-PlainDecimal ScanPlainDecimal(const char* from, const char* end) {
+PlainDecimal ScanPlainDecimal(const char* from, const char* end, NumberForm form) {
     constexpr PlainDecimal unknown{nullptr, nullptr, 0, 0, 0};
     constexpr std::ptrdiff_t kMostDigits = 19;  // of any 64-bit number
     const char* at = from;
@@ -183,7 +206,8 @@ PlainDecimal ScanPlainDecimal(const char* from, const char* end) {
         if (significant > kExactDigits || exponent < kSmallestExponent) return unknown;
         const double limit = kCoarseFrom[exponent - kSmallestExponent] * PlainDecimal::kPowersOfTen[decimals];  // exact
         const auto whole = static_cast<double>(digits);  // a double itself, of so few digits
-        if (decimals != 0 && whole >= limit && !KeepsDigits(whole, decimals, significant)) return unknown;
+        const bool isCoarse = form == NumberForm::kSixteenDigits && decimals != 0 && whole >= limit;
+        if (isCoarse && !KeepsDigits(whole, decimals, significant)) return unknown;
     }
     const auto number = static_cast<std::int64_t>(digits);
     return {last, at, *from == '-' ? -number : number, static_cast<std::uint32_t>(decimals),

@@ -20,9 +20,23 @@ struct NumberText {
     std::string_view view() const { return {bytes, length}; }
 };
 
+// How many digits of a number are written.
+enum class NumberForm : std::uint8_t {
+    kSixteenDigits,  // what documents have unless they are faithful
+    kShortest,       // as few as give the same double
+};
+
 // General notation with 16 significant digits; when the text has a ".", trailing zeros and then a trailing "." go. That
 // takes the zeros of an exponent too (1.5e+20 is written 1.5e+2): the format is defined so. `value` is finite.
 NumberText FormatNumber(double value);
+
+// The fewest digits that give the same double, in the same notation: with an exponent below 1e-4 and from 1e16 on,
+// whose zeros stay. `value` is finite.
+NumberText FormatShortest(double value);
+
+inline NumberText FormatNumber(double value, NumberForm form) {
+    return form == NumberForm::kShortest ? FormatShortest(value) : FormatNumber(value);
+}
 
 // The room that FormatPlainNumber needs.
 inline constexpr std::size_t kPlainNumberRoom = 352;
@@ -30,6 +44,9 @@ inline constexpr std::size_t kPlainNumberRoom = 352;
 // The same number without an exponent: from 1e16 on the 16 digits with zeros after them, below 1e-4 rounded to at most
 // 17 decimals, sign kept; in these two cases `value` is set to the number that the text says. Returns its end.
 char* FormatPlainNumber(double& value, char* out);
+
+// The fewest digits that give the same double, without an exponent. Returns their end; kPlainNumberRoom is enough.
+char* FormatPlainShortest(double value, char* out);
 
 struct DigitCounts {
     std::uint64_t integer;  // digits before the point
@@ -53,10 +70,14 @@ inline bool IsWritable(double value) {
         1.7976931348623155e308;  // rounds to 1.797693134862316e+308, above the largest double
     return std::abs(value) < kUnwritable;
 }
+// The same of the text in either form: every finite number has a shortest one.
+inline bool IsWritable(double value, NumberForm form) {
+    return form == NumberForm::kShortest ? std::isfinite(value) : IsWritable(value);
+}
 
 // A number as it stands in a text. Both are null when it has to be parsed and formatted.
 struct PlainDecimal {
-    const char* canonicalEnd;  // up to here the text is what FormatNumber would give
+    const char* canonicalEnd;  // up to here the text is what FormatNumber would give in this form
     const char* end;           // where the number ends, zeros and all
     std::int64_t digits;       // the number without its point
     std::uint32_t decimals;    // how many of the digits are after it
@@ -70,9 +91,10 @@ struct PlainDecimal {
 };
 
 // Looks at the number at the beginning of [from, end) without parsing it. A decimal number of at most 15 significant
-// digits without an exponent keeps its digits through double and back to 16 digits, but for some that have decimals and
-// lie in the upper part of their decade, where doubles stand farther apart than numbers of 16 digits.
-PlainDecimal ScanPlainDecimal(const char* from, const char* end);
+// digits without an exponent keeps its digits through double and back to the shortest form; and to 16 digits, but for
+// some that have decimals and lie in the upper part of their decade, where doubles stand farther apart than numbers of
+// 16 digits.
+PlainDecimal ScanPlainDecimal(const char* from, const char* end, NumberForm form);
 
 // Reads a decimal number at the beginning of [from, end): an optional sign, digits with an optional point, an optional
 // exponent. Returns the position after it, or null when there is none or its value is out of range (an overflow, or an

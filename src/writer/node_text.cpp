@@ -31,6 +31,9 @@ template <std::size_t N>
 void AppendNames(TextBuffer& text, const FixedText<N>& start, std::string_view matchName,
                  std::string_view displayName) {
     constexpr auto kBetween = kJoined<"\"", kNextKey<words::kDisplayName>, "\"">;
+    std::string rooms[2];  // which allocate nothing unless they are needed
+    matchName = EscapeText(matchName, text.form().texts, Brackets::kPlain, rooms[0]);
+    displayName = EscapeText(displayName, text.form().texts, Brackets::kPlain, rooms[1]);
     if (N + matchName.size() + kBetween.size() + displayName.size() > TextRun::kMost) {
         text.Append(start);
         text.Append(matchName);
@@ -73,9 +76,9 @@ void PutRange(TextRun& run, const ElementRange& range) {
     const MinMax occurring = range.occurring.IsKnown() ? range.occurring : MinMax{0, 0};
     const MinMax& legal = range.legal.IsKnown() ? range.legal : occurring;
     run.Put(kJoined<"{", kKey<words::kOccurring>>);
-    PutMinMax(run, FormatNumber(occurring.minimum), FormatNumber(occurring.maximum));
+    PutMinMax(run, run.Format(occurring.minimum), run.Format(occurring.maximum));
     run.Put(kNextKey<words::kLegal>);
-    PutMinMax(run, FormatNumber(legal.minimum), FormatNumber(legal.maximum));
+    PutMinMax(run, run.Format(legal.minimum), run.Format(legal.maximum));
     run.Put('}');
 }
 
@@ -85,7 +88,7 @@ void PutRange(TextRun& run, const NumberText& value, const MinMax& legal) {
     PutMinMax(run, value, value);
     run.Put(kNextKey<words::kLegal>);
     if (legal.IsKnown()) {
-        PutMinMax(run, FormatNumber(legal.minimum), FormatNumber(legal.maximum));
+        PutMinMax(run, run.Format(legal.minimum), run.Format(legal.maximum));
     } else {
         PutMinMax(run, value, value);
     }
@@ -98,10 +101,10 @@ NumberPattern PatternOf(std::string_view number) {
 }
 
 // Wide enough for every element.
-NumberPattern PatternOf(const NumberArray& array) {
+NumberPattern PatternOf(const NumberArray& array, NumberForm form) {
     NumberPattern widest{0, 0, false};
     for (const double value : array.values) {
-        const NumberPattern one = PatternOf(FormatNumber(value).view());
+        const NumberPattern one = PatternOf(FormatNumber(value, form).view());
         widest.digitsInteger = std::max(widest.digitsInteger, one.digitsInteger);
         widest.digitsDecimal = std::max(widest.digitsDecimal, one.digitsDecimal);
         widest.isSigned = widest.isSigned || one.isSigned;
@@ -110,7 +113,7 @@ NumberPattern PatternOf(const NumberArray& array) {
 }
 
 void PutNumber(TextRun& run, const StaticNodeView& node) {
-    const NumberText number = node.numberText.length != 0 ? node.numberText : FormatNumber(node.number);
+    const NumberText number = node.numberText.length != 0 ? node.numberText : run.Format(node.number);
     run.Put(kJoined<kQuoted<words::kNumber>, ",", kKey<words::kNumberStringProperties>, "{">);
     PutPattern(run, node.pattern.IsKnown() ? node.pattern : PatternOf(number.view()));
     run.Put(kNextKey<words::kRange>);
@@ -171,9 +174,9 @@ void AppendArrayProperties(TextBuffer& text, const NumberPattern& pattern, std::
 void AppendNumberArray(TextBuffer& text, const NumberArray& array) {
     const std::size_t size = array.values.size();
     text.Append(kQuoted<words::kNumberArray>);
-    AppendArrayProperties(text, array.pattern.IsKnown() ? array.pattern : PatternOf(array), size, array.displayNames,
-                          array.isPoint, [&](TextRun& run, std::size_t k) {
-                              PutRange(run, FormatNumber(array.values[k]),
+    AppendArrayProperties(text, array.pattern.IsKnown() ? array.pattern : PatternOf(array, text.form().numbers), size,
+                          array.displayNames, array.isPoint, [&](TextRun& run, std::size_t k) {
+                              PutRange(run, run.Format(array.values[k]),
                                        array.legalRanges.empty() ? MinMax() : array.legalRanges[k]);
                           });
     text.Append(kNextKey<words::kValue>);
@@ -225,7 +228,7 @@ void AppendStaticNode(TextBuffer& text, const StaticNodeView& node) {
 void AppendDynamicNode(TextBuffer& text, const DynamicNodeView& node) {
     AppendNames(text, kNodeStart<words::kDataDynamic>, node.matchName, node.displayName);
     text.Append(kJoined<"\"", kNextKey<words::kSampleSetId>>);
-    text.AppendQuoted(node.sampleSetId);
+    text.AppendQuoted(node.sampleSetId, Brackets::kEscaped);
     text.AppendRun([&](TextRun& run) {
         run.Put(kJoined<kNextKey<words::kInterpolation>, "\"">);
         run.Put(node.interpolation == Interpolation::kLinear ? std::string_view(words::kLinear)

@@ -39,7 +39,7 @@ RecordLayout LayoutOf(const DynamicNodeView& node, std::size_t timeLength) {
 
 void AppendSampleSet(TextBuffer& text, const DynamicNodeView& node, std::size_t timeLength, SampleBuffer& samples) {
     text.Append(kJoined<"{", kKey<words::kSampleSetId>>);
-    text.AppendQuoted(node.sampleSetId);
+    text.AppendQuoted(node.sampleSetId, Brackets::kEscaped);
     text.Append(kJoined<kNextKey<words::kSamples>, "[">);
     const RecordLayout layout = LayoutOf(node, timeLength);
     std::string wide;  // a record that is too long for a run

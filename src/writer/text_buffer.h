@@ -4,8 +4,10 @@
 #include <algorithm>
 #include <cstring>
 #include <memory>
+#include <string>
 #include <string_view>
 
+#include "format/content_form.h"
 #include "util/fixed_text.h"
 #include "util/number_text.h"
 #include "util/short_copy.h"
@@ -18,7 +20,7 @@ class TextRun {
 public:
     static constexpr std::size_t kMost = 4096;
 
-    explicit TextRun(char* at) : at_(at) {}
+    TextRun(char* at, NumberForm numbers) : at_(at), numbers_(numbers) {}
 
     // Copied with a length that the compiler knows.
     template <std::size_t N>
@@ -52,12 +54,16 @@ public:
         }
     }
 
+    // A number as the document has it.
+    NumberText Format(double value) const { return FormatNumber(value, numbers_); }
+
     // For text that is put by others: where it goes, and where it ends then.
     char* end() const { return at_; }
     void MoveTo(char* end) { at_ = end; }
 
 private:
     char* at_;
+    NumberForm numbers_;
 };
 
 // Collects text and passes it on in pieces of one size, so that writes begin on page boundaries, and so small that they
@@ -66,13 +72,16 @@ class TextBuffer {
 public:
     static constexpr std::size_t kPiece = 0x10000;
 
-    explicit TextBuffer(DocumentFile& file) : file_(file), bytes_(new char[kPiece + TextRun::kMost]) {}
+    TextBuffer(DocumentFile& file, const ContentForm& form)
+        : file_(file), form_(form), bytes_(new char[kPiece + TextRun::kMost]) {}
+
+    const ContentForm& form() const { return form_; }
 
     // Appends what `fill` puts into the run: at most TextRun::kMost bytes.
     template <class Fill>
     void AppendRun(Fill&& fill) {
         char* const start = bytes_.get() + used_;
-        TextRun run(start);
+        TextRun run(start, form_.numbers);
         fill(run);
         Advance(static_cast<std::size_t>(run.end() - start));
     }
@@ -95,13 +104,13 @@ public:
     }
 
     void AppendNumber(double value) {
-        AppendRun([value](TextRun& run) { run.Put(FormatNumber(value)); });
+        AppendRun([value](TextRun& run) { run.Put(run.Format(value)); });
     }
 
-    // Between double quotes, byte for byte: the format knows no escaping.
-    void AppendQuoted(std::string_view text) {
+    // Between double quotes, in the document's form of texts.
+    void AppendQuoted(std::string_view text, Brackets brackets = Brackets::kPlain) {
         Append('"');
-        Append(text);
+        Append(EscapeText(text, form_.texts, brackets, escaped_));
         Append('"');
     }
 
@@ -125,6 +134,8 @@ private:
     }
 
     DocumentFile& file_;
+    ContentForm form_;
+    std::string escaped_;  // the text that is being appended, where it is another one
     std::unique_ptr<char[]> bytes_;
     std::size_t used_ = 0;
 };

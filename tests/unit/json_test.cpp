@@ -268,14 +268,16 @@ TEST(Json, DamagedTexts) {
 
 TEST(Json, MissingFile) {
     const TestFolder folder;
-    EXPECT_EQ(FailureOf([&] { JsonText(folder / "none.json"); }), "6: Unable to open input file.");
+    EXPECT_EQ(FailureOf([&] { JsonText(folder / "none.json", NumberForm::kSixteenDigits); }),
+              "6: Unable to open input file.");
 }
 
 namespace {
 
 class Walk {
 public:
-    explicit Walk(const std::string& json) : text_(folder_.Write("in.json", json)), top(text_.MakeIterator()) {}
+    explicit Walk(const std::string& json)
+        : text_(folder_.Write("in.json", json), NumberForm::kSixteenDigits), top(text_.MakeIterator()) {}
 
 private:
     TestFolder folder_;
@@ -366,7 +368,7 @@ TEST(JsonIterator, TextThatChangesMeanwhile) {
         for (std::size_t at = 0; at < good.size(); ++at) {
             const TestFolder folder;
             const std::string path = folder.Write("in.json", good);
-            JsonText text(path);
+            JsonText text(path, NumberForm::kSixteenDigits);
             std::fstream(PathOf(path), std::ios::in | std::ios::out | std::ios::binary)
                 .seekp(static_cast<std::streamoff>(at))
                 .write(std::string(good.size() - at, c).data(), static_cast<std::streamsize>(good.size() - at));

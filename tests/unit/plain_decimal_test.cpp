@@ -1,6 +1,7 @@
 // Numbers that go into a document as they stand must be what parsing and formatting would have made of them.
 #include <gtest/gtest.h>
 
+#include <bit>
 #include <cmath>
 #include <cstdio>
 #include <random>
@@ -13,14 +14,14 @@ namespace zentor {
 namespace {
 
 // What the way through double makes of a decimal.
-std::string Formatted(const std::string& decimal) {
+std::string Formatted(const std::string& decimal, NumberForm form = NumberForm::kSixteenDigits) {
     double value = 0;
     EXPECT_EQ(ParseNumber(decimal.data(), decimal.data() + decimal.size(), value), decimal.data() + decimal.size());
-    return std::string(FormatNumber(value).view());
+    return std::string(FormatNumber(value, form).view());
 }
 
-std::string Scanned(const std::string& text) {
-    const PlainDecimal plain = ScanPlainDecimal(text.data(), text.data() + text.size());
+std::string Scanned(const std::string& text, NumberForm form = NumberForm::kSixteenDigits) {
+    const PlainDecimal plain = ScanPlainDecimal(text.data(), text.data() + text.size(), form);
     return plain.end == nullptr ? std::string() : std::string(text.data(), plain.canonicalEnd);
 }
 
@@ -69,7 +70,7 @@ TEST(PlainDecimal, Cases) {
     };
     for (const auto& c : cases) {
         const std::string text = c.text;
-        const PlainDecimal plain = ScanPlainDecimal(text.data(), text.data() + text.size());
+        const PlainDecimal plain = ScanPlainDecimal(text.data(), text.data() + text.size(), NumberForm::kSixteenDigits);
         EXPECT_EQ(Scanned(text), c.canonical);
         EXPECT_EQ(plain.end, c.length == 0 ? nullptr : text.data() + c.length) << text;
     }
@@ -84,6 +85,10 @@ TEST(PlainDecimal, IsWhatFormattingGives) {
         if (fraction >= digits.size()) digits.insert(0, fraction - digits.size() + 1, '0');
         if (fraction != 0) digits.insert(digits.size() - fraction, ".");
         const std::string text = (k % 3 == 0 ? "-" : "") + digits;
+        const std::string shortest = Scanned(text, NumberForm::kShortest);
+        if (!shortest.empty()) {
+            ASSERT_EQ(shortest, Formatted(text, NumberForm::kShortest)) << text;
+        }
         const std::string scanned = Scanned(text);
         if (scanned.empty()) continue;
         ++taken;
@@ -103,6 +108,60 @@ TEST(PlainDecimal, AroundTheLimits) {
                 ASSERT_EQ(scanned, Formatted(text)) << text;
             }
         }
+    }
+}
+
+TEST(ShortestNumber, Cases) {
+    const struct {
+        double value;
+        const char* text;
+        const char* plain;  // without an exponent
+    } cases[] = {
+        {0, "0", "0"},
+        {-0.0, "-0", "-0"},
+        {8.2, "8.2", "8.2"},
+        {0.1 + 0.2, "0.30000000000000004", "0.30000000000000004"},
+        {1e15, "1000000000000000", "1000000000000000"},
+        {9007199254740993.0, "9007199254740992", "9007199254740992"},
+        {9999999999999998.0, "9999999999999998", "9999999999999998"},
+        {1e16, "1e+16", "10000000000000000"},
+        {1.5e20, "1.5e+20", "150000000000000000000"},
+        {-1e100, "-1e+100",
+         "-10000000000000000159028911097599180468360808563945281389781327557747838772170381060813469985856815104"},
+        {1e-4, "0.0001", "0.0001"},
+        {9.9e-10, "9.9e-10", "0.00000000099"},
+        {0.00012345678901234567, "0.00012345678901234567", "0.00012345678901234567"},
+        {1.7976931348623157e308, "1.7976931348623157e+308", nullptr},
+        {5e-324, "5e-324", nullptr},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(FormatShortest(c.value).view(), c.text);
+        char plain[kPlainNumberRoom];
+        const char* const plainEnd = FormatPlainShortest(c.value, plain);
+        const std::string text(static_cast<const char*>(plain), plainEnd);
+        if (c.plain != nullptr) {
+            EXPECT_EQ(text, c.plain);
+        }
+        double back = 1;
+        EXPECT_EQ(ParseNumber(text.data(), text.data() + text.size(), back), text.data() + text.size());
+        EXPECT_EQ(back, c.value) << text;
+    }
+}
+
+// All doubles alike, so that most have 17 digits and large exponents.
+TEST(ShortestNumber, GivesEveryDoubleBack) {
+    std::mt19937_64 random(11);
+    for (int k = 0; k < 300000; ++k) {
+        const auto value = std::bit_cast<double>(random());
+        if (!std::isfinite(value)) continue;
+        const NumberText text = FormatShortest(value);
+        ASSERT_LE(text.length, NumberText::kRoom);
+        double back = 0;
+        const char* const end = text.bytes + text.length;
+        ASSERT_EQ(ParseNumber(text.bytes, end, back), end) << text.view();
+        ASSERT_EQ(std::bit_cast<std::uint64_t>(back), std::bit_cast<std::uint64_t>(value)) << text.view();
+        char plain[kPlainNumberRoom];
+        ASSERT_LE(FormatPlainShortest(value, plain) - plain, std::ptrdiff_t{342});
     }
 }
 

@@ -42,13 +42,13 @@ void AddFrames(CaptureInput& input, FrameReader& frames, const FrameRate& rate, 
 
 bool BVHConverter::Convert() {
     CaptureInput input(Info().inputPath);
-    const Skeleton skeleton = ReadHierarchy(input);
+    const Skeleton skeleton = ReadHierarchy(input, Info().form.numbers);
     const MotionHeader motion = ReadMotionHeader(input);
     const auto root = NativeCreateRoot(this, Info().streamId);
     CallModel([&](auto* error) { root->SetCreator("com.orvane.sensor.bvh", error); });
     CallModel([&](auto* error) { root->SetTimecodeInfo(0, motion.rate.numerator, motion.rate.denominator, error); });
     std::vector<CaptureTrack> tracks = BuildCaptureTree(*this, *root, skeleton);
-    FrameReader frames(input, skeleton.columns, motion.frames);
+    FrameReader frames(input, skeleton.columns, motion.frames, Info().form.numbers);
     AddFrames(input, frames, motion.rate, tracks);
     for (CaptureTrack& track : tracks) {
         CallModel([&](auto* error) { track.node->WriteSamples(error); });

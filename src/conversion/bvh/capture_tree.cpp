@@ -16,17 +16,27 @@ public:
     void AddJoint(VkjsonGroupImpl& parent, const SkeletonNode& joint) {
         const auto group = NativeCreateGroup(&converter_, NextName(), joint.name);
         CallModel([&](auto* error) { parent.AddGroupShared(group->GetSharedObject(), error); });
-        const auto offset = NativeCreateStaticNumArr(&converter_, NextName(), "OFFSET", joint.offset, {});
-        CallModel([&](auto* error) { group->AddStaticDataShared(offset->GetSharedObject(), error); });
+        AddOffset(*group, "OFFSET", joint.offset);
         AddTrack(*group, "POSITION", joint.position);
         AddTrack(*group, "ROTATION", joint.rotation);
-        for (const auto& child : joint.children) AddJoint(*group, *child);
+        for (const auto& child : joint.children) {
+            if (child->kind == SkeletonNode::Kind::kJoint) {
+                AddJoint(*group, *child);
+            } else if (child->kind == SkeletonNode::Kind::kEndSite && converter_.Info().form.IsFaithful()) {
+                AddOffset(*group, "End Site", child->offset);
+            }
+        }
     }
 
     std::vector<CaptureTrack> TakeTracks() { return std::move(tracks_); }
 
 private:
     std::string NextName() { return "node" + std::to_string(counter_++); }
+
+    void AddOffset(VkjsonGroupImpl& group, const char* displayName, const std::array<double, 3>& offset) {
+        const auto node = NativeCreateStaticNumArr(&converter_, NextName(), displayName, offset, {});
+        CallModel([&](auto* error) { group.AddStaticDataShared(node->GetSharedObject(), error); });
+    }
 
     void AddTrack(VkjsonGroupImpl& group, const char* displayName, const ChannelGroup& channels) {
         if (channels.channels.empty()) return;

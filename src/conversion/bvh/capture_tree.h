@@ -15,7 +15,8 @@ struct CaptureTrack {
 };
 
 // Attaches a group for each joint to the root: its offset, its positions and rotations, if it has any, and its
-// children. Returns the arrays in the order of the outline.
+// children; among them, in a faithful document, the offsets of end sites. Returns the arrays in the order of the
+// outline.
 std::vector<CaptureTrack> BuildCaptureTree(const ZT_ConverterHandlerBase& converter, ZT_PLUGIN::VkjsonRootImpl& root,
                                            const Skeleton& skeleton);
 

@@ -8,8 +8,8 @@ namespace zentor {
 
 using ZT_PLUGIN::NumberSample;
 
-FrameReader::FrameReader(CaptureInput& input, std::size_t columns, std::uint64_t declared)
-    : input_(input), declared_(declared), numbers_(columns) {
+FrameReader::FrameReader(CaptureInput& input, std::size_t columns, std::uint64_t declared, NumberForm form)
+    : input_(input), declared_(declared), form_(form), numbers_(columns) {
     constexpr std::size_t kUsualRoom = 24;
     texts_.resize(columns * kUsualRoom + kPlainNumberRoom);
 }
@@ -67,7 +67,7 @@ bool FrameReader::ReadNumber(std::size_t column) {
     char* const out = texts_.data() + used_;
     NumberSample& number = numbers_[column];
     const char* stop = nullptr;
-    if (const PlainDecimal plain = ScanPlainDecimal(from, end); plain.canonicalEnd != nullptr) {
+    if (const PlainDecimal plain = ScanPlainDecimal(from, end, form_); plain.canonicalEnd != nullptr) {
         const std::string_view text(from, static_cast<std::size_t>(plain.canonicalEnd - from));
         CopyShort(out, text);
         number = {plain.Value(), {out, text.size()}, plain.integers};
@@ -75,8 +75,8 @@ bool FrameReader::ReadNumber(std::size_t column) {
     } else {
         double value = 0;
         stop = ParseNumber(rest.data(), end, value);
-        if (stop == nullptr || !IsWritable(value)) return false;
-        number = ZT_PLUGIN::MakeNumberSample(value, out);
+        if (stop == nullptr || !IsWritable(value, form_)) return false;
+        number = ZT_PLUGIN::MakeNumberSample(value, out, form_);
     }
     if (stop != end && !IsBlank(*stop)) return false;
     const auto length = static_cast<std::size_t>(stop - rest.data());

@@ -4,7 +4,6 @@
 #include <charconv>
 
 #include "format/limits.h"
-#include "util/number_text.h"
 
 namespace zentor {
 
@@ -12,7 +11,7 @@ namespace {
 
 class HierarchyReader {
 public:
-    explicit HierarchyReader(CaptureInput& input) : input_(input) {}
+    HierarchyReader(CaptureInput& input, NumberForm form) : input_(input), form_(form) {}
 
     Skeleton Read() {
         if (!TakeKeyword("hierarchy")) input_.Refuse();
@@ -44,7 +43,7 @@ private:
                 joint->children.push_back(ReadJoint());
             } else if (TakeKeyword("end") || TakeKeyword("endsite")) {
                 TakeKeyword("site");
-                ReadEndSite();
+                joint->children.push_back(ReadEndSite());
             } else {
                 input_.Refuse();
             }
@@ -53,27 +52,32 @@ private:
         return joint;
     }
 
-    // It marks where the last bone ends; documents do not have it.
-    void ReadEndSite() {
-        SkeletonNode ignored;
+    // It marks where the last bone ends; what is called its channels are columns and no more.
+    std::shared_ptr<SkeletonNode> ReadEndSite() {
+        auto site = std::make_shared<SkeletonNode>();
+        site->kind = SkeletonNode::Kind::kEmptyEndSite;
+        SkeletonNode channels;
         input_.TakeName();
         if (!TakeKeyword("{")) input_.Refuse();
         while (!TakeKeyword("}")) {
             if (TakeKeyword("offset")) {
-                ReadOffset(ignored.offset);
+                ReadOffset(site->offset);
+                site->kind = SkeletonNode::Kind::kEndSite;
             } else if (TakeKeyword("channels")) {
-                ReadChannels(ignored);
+                ReadChannels(channels);
             } else {
                 input_.Refuse();
             }
         }
+        return site;
     }
 
     void ReadOffset(std::array<double, 3>& offset) {
         for (double& number : offset) {
             const std::string_view word = input_.PeekWord();
             const char* const end = word.data() + word.size();
-            if (ParseNumber(word.data(), end, number) != end || word.empty() || !IsWritable(number)) input_.Refuse();
+            if (ParseNumber(word.data(), end, number) != end || word.empty() || !IsWritable(number, form_))
+                input_.Refuse();
             input_.Advance(word.size());
         }
     }
@@ -115,12 +119,13 @@ private:
                                                                     "xrotation", "yrotation", "zrotation"};
 
     CaptureInput& input_;
+    NumberForm form_;
     Skeleton skeleton_;
     std::size_t depth_ = 0;
 };
 
 }  // namespace
 
-Skeleton ReadHierarchy(CaptureInput& input) { return HierarchyReader(input).Read(); }
+Skeleton ReadHierarchy(CaptureInput& input, NumberForm form) { return HierarchyReader(input, form).Read(); }
 
 }  // namespace zentor

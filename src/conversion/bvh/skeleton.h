@@ -23,11 +23,15 @@ struct ChannelGroup {
 };
 
 struct SkeletonNode {
+    // An end site has an offset at most; one without has nothing.
+    enum class Kind : std::uint8_t { kJoint, kEndSite, kEmptyEndSite };
+
+    Kind kind = Kind::kJoint;
     std::string name;
     std::array<double, 3> offset{};
     ChannelGroup position;
     ChannelGroup rotation;
-    std::vector<std::shared_ptr<SkeletonNode>> children;
+    std::vector<std::shared_ptr<SkeletonNode>> children;  // and end sites, in the order of the file
 };
 
 struct Skeleton {

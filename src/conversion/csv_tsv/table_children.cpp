@@ -56,7 +56,7 @@ public:
 private:
     std::size_t ReadNumber(Child& child, std::size_t at) {
         child.node.kind = StaticKind::kNumber;
-        const NumericCell cell = ReadNumericCell(table_.text, at, table_.delimiter);
+        const NumericCell cell = ReadNumericCell(table_.text, at, table_.delimiter, table_.form);
         child.node.number = cell.value;
         child.node.numberText.length = 0;
         if (cell.end == std::string_view::npos) {  // an empty cell

@@ -25,7 +25,7 @@ bool TableConverter::Convert() {
         SayCannotOpen(Info().originalName);
         return false;
     }
-    TableIndex table(text.view(), delimiter_);
+    TableIndex table(text.view(), delimiter_, Info().form.numbers);
     const auto root = NativeCreateRoot(this, Info().streamId);
     CallModel([&](auto* error) { root->SetCreator(identifier_, error); });
     root->SetChildSource(MakeTableChildren(*this, table));

@@ -4,7 +4,6 @@
 #include <limits>
 
 #include "errors/progress.h"
-#include "util/number_text.h"
 
 namespace zentor {
 
@@ -68,7 +67,7 @@ std::size_t ScanRow(TableIndex& table, std::size_t from) {
         std::size_t end = kNone;
         if (column < table.columnCount && table.isNumericColumn[column]) {
             end = EndOfPlainNumber(table.text, at, table.delimiter);
-            if (end == kNone) end = ReadNumericCell(table.text, at, table.delimiter).end;
+            if (end == kNone) end = ReadNumericCell(table.text, at, table.delimiter, table.form).end;
         }
         if (end == kNone) {
             end = EndOfCell(table.text, at, table.delimiter);
@@ -125,9 +124,10 @@ void RowPositions::Set(std::size_t row, std::size_t position) {
     }
 }
 
-TableIndex::TableIndex(std::string_view tableText, char cellDelimiter)
+TableIndex::TableIndex(std::string_view tableText, char cellDelimiter, NumberForm numberForm)
     : text(tableText),
       delimiter(cellDelimiter),
+      form(numberForm),
       header(tableText.substr(0, EndOfLine(tableText, 0))),
       columnCount(CountCells(header, cellDelimiter)),
       isNumericColumn(columnCount, true),
@@ -147,18 +147,18 @@ std::size_t EndOfCell(std::string_view text, std::size_t from, char delimiter) {
     return at;
 }
 
-NumericCell ReadNumericCell(std::string_view text, std::size_t from, char delimiter) {
+NumericCell ReadNumericCell(std::string_view text, std::size_t from, char delimiter, NumberForm form) {
     std::size_t at = from;
     while (at < text.size() && IsBlank(text[at]) && text[at] != delimiter) ++at;
     const char* const start = text.data() + at;
     const char* const textEnd = text.data() + text.size();
     NumericCell cell{kNone, start, nullptr, 0};
-    const PlainDecimal plain = ScanPlainDecimal(start, textEnd);
+    const PlainDecimal plain = ScanPlainDecimal(start, textEnd, form);
     cell.canonicalEnd = plain.canonicalEnd;
     const char* stop = plain.end;
     if (stop == nullptr) {
         stop = ParseNumber(start, textEnd, cell.value);
-        if (stop == nullptr || !IsWritable(cell.value)) return cell;
+        if (stop == nullptr || !IsWritable(cell.value, form)) return cell;
     }
     const bool isWholeCell = stop == textEnd || *stop == delimiter || IsLineEnd(*stop);
     if (isWholeCell) cell.end = static_cast<std::size_t>(stop - text.data());

@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "util/number_text.h"
+
 namespace zentor {
 
 // A position in the text for each row, in 4 bytes where the text allows it.
@@ -29,10 +31,11 @@ private:
 // text. The first line names the columns; an empty one, none. Empty lines are no rows. Cells are cut at every
 // delimiter; there is no quoting, and nothing is trimmed.
 struct TableIndex {
-    TableIndex(std::string_view tableText, char cellDelimiter);
+    TableIndex(std::string_view tableText, char cellDelimiter, NumberForm numberForm);
 
     std::string_view text;
     char delimiter;
+    NumberForm form;
     std::string_view header;            // the first line
     std::size_t columnCount;            // 0 without a header
     std::vector<bool> isNumericColumn;  // every cell is empty or a number
@@ -42,7 +45,7 @@ struct TableIndex {
 // Where the cell that begins at `from` ends: at a delimiter, at the end of its line, or of the text.
 std::size_t EndOfCell(std::string_view text, std::size_t from, char delimiter);
 
-// A cell that is a number: leading blanks, then a decimal number whose 16 digits are in the range of a double.
+// A cell that is a number: leading blanks, then a decimal number that in this form is in the range of a double.
 struct NumericCell {
     std::size_t end;           // where the cell ends; npos when it is no number
     const char* number;        // where the number begins
@@ -50,6 +53,6 @@ struct NumericCell {
     double value;
 };
 
-NumericCell ReadNumericCell(std::string_view text, std::size_t from, char delimiter);
+NumericCell ReadNumericCell(std::string_view text, std::size_t from, char delimiter, NumberForm form);
 
 }  // namespace zentor

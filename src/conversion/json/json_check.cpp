@@ -6,7 +6,6 @@
 #include "errors/rapidjson.h"
 #include "format/limits.h"
 #include "util/json_cursor.h"
-#include "util/number_text.h"
 #include "util/utf_codec.h"
 
 namespace zentor {
@@ -92,7 +91,8 @@ const char* FindLoneSurrogate(std::string_view text) {
 // Stops the parser at what RapidJSON has no objection to.
 class JsonHandler : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, JsonHandler> {
 public:
-    JsonHandler(std::string_view text, const TextStream& stream) : text_(text), stream_(stream) {}
+    JsonHandler(std::string_view text, const TextStream& stream, NumberForm form)
+        : text_(text), stream_(stream), form_(form) {}
 
     const std::optional<std::size_t>& Fault() const { return fault_; }
 
@@ -138,7 +138,7 @@ private:
     // Of the number at the stream's position: the parser reads on in its copy.
     bool IsInRange() const {
         double value = 0;
-        return JsonCursor(text_, stream_.Tell()).TakeNumber(value) == NumberStatus::kOk && IsWritable(value);
+        return JsonCursor(text_, stream_.Tell()).TakeNumber(value) == NumberStatus::kOk && IsWritable(value, form_);
     }
 
     // `string` is as long as it is with its escapes decoded: there is a backslash in it if there is one at all.
@@ -150,6 +150,7 @@ private:
 
     std::string_view text_;
     const TextStream& stream_;
+    NumberForm form_;
     std::size_t depth_ = 0;
     std::size_t reported_ = 0;
     std::optional<std::size_t> fault_;
@@ -157,12 +158,12 @@ private:
 
 }  // namespace
 
-std::optional<std::size_t> FindJsonFault(std::string_view text) {
+std::optional<std::size_t> FindJsonFault(std::string_view text, NumberForm form) {
     constexpr unsigned kFlags =
         rapidjson::kParseIterativeFlag | rapidjson::kParseInsituFlag | rapidjson::kParseValidateEncodingFlag;
     BeginStep(0, kInputChecked, text.size());
     TextStream stream(text);
-    JsonHandler handler(text, stream);
+    JsonHandler handler(text, stream, form);
     rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, JsonMemory> reader;
     const rapidjson::ParseResult result = reader.Parse<kFlags>(stream, handler);
     if (handler.Fault()) return handler.Fault();

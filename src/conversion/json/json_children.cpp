@@ -5,7 +5,6 @@
 
 #include "conversion/counting_name.h"
 #include "errors/progress.h"
-#include "util/number_text.h"
 
 namespace zentor {
 
@@ -18,7 +17,9 @@ namespace {
 // The values of the whole text.
 class JsonChildren final : public ChildSource {
 public:
-    explicit JsonChildren(std::shared_ptr<JsonIterator> top) { levels_.push_back({std::move(top), false}); }
+    JsonChildren(std::shared_ptr<JsonIterator> top, NumberForm form) : form_(form) {
+        levels_.push_back({std::move(top), false});
+    }
 
     bool Next(Child& child) override {
         child.opensGroup = false;
@@ -73,9 +74,10 @@ private:
         bool isStarted;
     };
 
-    static void TakeNumber(const JsonIterator& values, Child& child) {
+    void TakeNumber(const JsonIterator& values, Child& child) const {
         const std::string_view number = values.GetNumberText();
-        const char* const canonicalEnd = ScanPlainDecimal(number.data(), number.data() + number.size()).canonicalEnd;
+        const char* const canonicalEnd =
+            ScanPlainDecimal(number.data(), number.data() + number.size(), form_).canonicalEnd;
         child.node.numberText.length = 0;
         if (canonicalEnd == nullptr) {
             child.node.number = values.GetNumber();
@@ -85,6 +87,7 @@ private:
         std::memcpy(child.node.numberText.bytes, number.data(), child.node.numberText.length);
     }
 
+    NumberForm form_;
     CountingName<40> matchNames_{"matchName"};  // of all nodes, in the order in which they are written
     std::uint64_t count_ = 0;                   // of values so far
     std::string text_;                          // the string that is being written
@@ -93,8 +96,8 @@ private:
 
 }  // namespace
 
-std::unique_ptr<ChildSource> MakeJsonChildren(std::shared_ptr<JsonIterator> top) {
-    return std::make_unique<JsonChildren>(std::move(top));
+std::unique_ptr<ChildSource> MakeJsonChildren(std::shared_ptr<JsonIterator> top, NumberForm form) {
+    return std::make_unique<JsonChildren>(std::move(top), form);
 }
 
 }  // namespace zentor

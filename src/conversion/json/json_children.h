@@ -6,10 +6,11 @@
 
 #include "conversion/json/json_iterator.h"
 #include "model/child_source.h"
+#include "util/number_text.h"
 
 namespace zentor {
 
 // The nodes of the values of `top`. Nulls make none.
-std::unique_ptr<ZT_PLUGIN::ChildSource> MakeJsonChildren(std::shared_ptr<JsonIterator> top);
+std::unique_ptr<ZT_PLUGIN::ChildSource> MakeJsonChildren(std::shared_ptr<JsonIterator> top, NumberForm form);
 
 }  // namespace zentor

@@ -9,8 +9,8 @@ namespace zentor {
 bool JsonConverter::Convert() {
     const auto root = NativeCreateRoot(this, Info().streamId);
     CallModel([&](auto* error) { root->SetCreator("com.orvane.sensor.json", error); });
-    JsonText text(Info().inputPath);
-    root->SetChildSource(MakeJsonChildren(text.MakeIterator()));
+    JsonText text(Info().inputPath, Info().form.numbers);
+    root->SetChildSource(MakeJsonChildren(text.MakeIterator(), Info().form.numbers));
     std::uint32_t written = 0;
     CallModel([&](auto* error) { written = root->WriteDocument(error); });
     return written != 0;

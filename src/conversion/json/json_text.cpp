@@ -9,7 +9,7 @@
 
 namespace zentor {
 
-JsonText::JsonText(const std::string& path) {
+JsonText::JsonText(const std::string& path, NumberForm form) {
     switch (file_.Map(path)) {
         case MapResult::kMapped:
             break;
@@ -23,7 +23,7 @@ JsonText::JsonText(const std::string& path) {
             Raise(kFailureFileMapping);
     }
     text_ = WithoutUtf8Mark(file_.bytes());
-    if (const auto fault = FindJsonFault(text_)) Refuse(*fault);
+    if (const auto fault = FindJsonFault(text_, form)) Refuse(*fault);
     BeginStep(kInputChecked, kDocumentMade, text_.size());
 }
 

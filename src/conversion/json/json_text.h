@@ -18,7 +18,7 @@ class JsonText {
 public:
     // Codes ZT_FILE_STAT and ZT_GENERAL when the file cannot be read, ZT_FILE_OPEN when it cannot be opened;
     // ZT_CONVERSION, with the byte offset and the line from 1 on, when it is empty or FindJsonFault finds something.
-    explicit JsonText(const std::string& path);
+    JsonText(const std::string& path, NumberForm form);
     JsonText(const JsonText&) = delete;
     JsonText& operator=(const JsonText&) = delete;
 
