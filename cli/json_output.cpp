@@ -14,17 +14,17 @@ constexpr std::size_t kPiece = 65536;
 
 }  // namespace
 
-void JsonOutput::EndObject() {
+void JsonText::EndObject() {
     writer_.EndObject();
-    if (buffer_.GetSize() >= kPiece) WriteOut();
+    OnEnd(buffer_.GetSize());
 }
 
-void JsonOutput::EndArray() {
+void JsonText::EndArray() {
     writer_.EndArray();
-    if (buffer_.GetSize() >= kPiece) WriteOut();
+    OnEnd(buffer_.GetSize());
 }
 
-void JsonOutput::Value(std::string_view text) {
+void JsonText::Value(std::string_view text) {
     const bool isAscii = std::none_of(text.begin(), text.end(), [](char c) { return static_cast<signed char>(c) < 0; });
     if (isAscii) {
         writer_.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
@@ -34,19 +34,21 @@ void JsonOutput::Value(std::string_view text) {
     writer_.String(valid.data(), static_cast<rapidjson::SizeType>(valid.size()));
 }
 
-void JsonOutput::Value(double value) {
+void JsonText::Value(double value) {
     const std::string text = NumberText(value);
     writer_.RawValue(text.data(), text.size(), rapidjson::kNumberType);
 }
 
-void JsonOutput::Finish() {
-    buffer_.Put('\n');
-    WriteOut();
+std::string JsonText::Take() {
+    std::string text(buffer_.GetString(), buffer_.GetSize());
+    buffer_.Clear();
+    return text;
 }
 
-void JsonOutput::WriteOut() {
-    WriteOutput({buffer_.GetString(), buffer_.GetSize()});
-    buffer_.Clear();
+void JsonOutput::OnEnd(std::size_t size) {
+    if (size >= kPiece) WriteOutput(Take());
 }
+
+void JsonOutput::Finish() { WriteOutput(Take() + '\n'); }
 
 }  // namespace zentor_cli

@@ -1,4 +1,4 @@
-// JSON on standard output.
+// JSON for programs.
 #pragma once
 
 #include <rapidjson/stringbuffer.h>
@@ -10,13 +10,13 @@
 
 namespace zentor_cli {
 
-// Writes one JSON text and a line end. What has been written goes out in pieces, so that a large result takes no
-// memory.
-class JsonOutput {
+// Makes one JSON text.
+class JsonText {
 public:
-    JsonOutput() : writer_(buffer_) {}
-    JsonOutput(const JsonOutput&) = delete;
-    JsonOutput& operator=(const JsonOutput&) = delete;
+    JsonText() : writer_(buffer_) {}
+    virtual ~JsonText() = default;
+    JsonText(const JsonText&) = delete;
+    JsonText& operator=(const JsonText&) = delete;
 
     void BeginObject() { writer_.StartObject(); }
     void EndObject();
@@ -40,14 +40,27 @@ public:
         Value(value);
     }
 
+    // What there is so far, which is taken out.
+    std::string Take();
+
+protected:
+    // What there is may be taken, for a part of the text has ended.
+    virtual void OnEnd(std::size_t) {}
+
+private:
+    rapidjson::StringBuffer buffer_;
+    rapidjson::Writer<rapidjson::StringBuffer> writer_;
+};
+
+// Writes one JSON text and a line end to standard output. What has been written goes out in pieces, so that a large
+// result takes no memory.
+class JsonOutput final : public JsonText {
+public:
     // Writes out what is left.
     void Finish();
 
 private:
-    void WriteOut();
-
-    rapidjson::StringBuffer buffer_;
-    rapidjson::Writer<rapidjson::StringBuffer> writer_;
+    void OnEnd(std::size_t size) override;
 };
 
 }  // namespace zentor_cli

@@ -1,12 +1,14 @@
 #include "library.h"
 
 #include <new>
+#include <utility>
 
 #include "document.h"
 
 namespace zentor_cli {
 
 std::string Report::Text() const {
+    if (code == 0) return message;
     std::string text = "error " + std::to_string(code);
     if (!message.empty()) text += ": " + message;
     if (offset >= 0) text += " (at byte " + std::to_string(offset) + ")";
@@ -25,7 +27,7 @@ constexpr ZT_PluginCallbacks kListing{
         static_cast<Converters*>(list)->pluginFolders.push_back({path, {}, {}});
     },
     [](void* list, const char* path, const char* identifier, std::uint32_t problemCode, const char* problem) {
-        LastFolder(list).modules.push_back({path, identifier, {problemCode, problem, -1}, {}, {}});
+        LastFolder(list).modules.push_back({path, identifier, {problemCode, problem, -1, -1}, {}, {}});
     },
     [](void* list, const char* identifier, const char* name, double version, std::uint8_t isForced) {
         LastModule(list).converters.push_back({identifier, name, version, isForced != 0, {}, {}});
@@ -35,17 +37,51 @@ constexpr ZT_PluginCallbacks kListing{
         LastConverter(list).signatures.push_back({offset, std::string(bytes, length)});
     },
     [](void* list, const char* path, std::uint32_t problemCode, const char* problem) {
-        LastFolder(list).problems.push_back({path, {problemCode, problem, -1}});
+        LastFolder(list).problems.push_back({path, {problemCode, problem, -1, -1}});
     },
     nullptr,
 };
+
+// What the library has told each thread. Callbacks come on the thread that called.
+thread_local Report latestReport;
+thread_local std::vector<Notice> latestNotices;
+thread_local Amount* shownAmount = nullptr;
+
+std::uint8_t GoOn(void*, std::uint64_t done, std::uint64_t total) {
+    if (shownAmount != nullptr) {
+        shownAmount->done = done;
+        shownAmount->total = total;
+        if (!shownAmount->isWanted) return 0;
+    }
+    return zentor::os::IsStopWanted() ? 0 : 1;
+}
+
+void TakeNotice(void*, std::uint32_t kind, const char* message, std::uint64_t count, std::int64_t, std::int64_t line) {
+    latestNotices.push_back({kind, message, count, line});
+}
+
+// Extras of an input that cannot be converted are a byte offset and a line; those of other failures may be anything.
+bool HasPlaceInInput(std::uint32_t code) { return code == ZT_CONVERSION || code == ZT_FRAME_TIME; }
+
+void TakeReport(void*, std::uint32_t code, const char* message, std::int64_t extra1, std::int64_t extra2) {
+    latestReport = {code, {}, extra1, HasPlaceInInput(code) && extra2 > 0 ? extra2 : -1};
+    try {
+        latestReport.message = message;
+    } catch (const std::bad_alloc&) {
+        // The code has to do; nothing may be thrown through the library.
+    }
+}
+
+void TakeMessage(void* text, const char* message, std::uint64_t length) {
+    static_cast<std::string*>(text)->assign(message, length);
+}
 
 // The same, with the modules loaded.
 constexpr ZT_PluginCallbacks kLoading = [] {
     ZT_PluginCallbacks callbacks = kListing;
     callbacks.setLoadResult = [](void* list, std::uint32_t code, const char* message, const char* diagnosis) {
         PluginModule::LoadResult& result = LastModule(list).loaded.emplace();
-        result.report = {code, message, -1};
+        result.report = {code, message, -1, -1};
         result.diagnosis = diagnosis;
     };
     return callbacks;
@@ -60,47 +96,41 @@ Library::Library(const std::string& locale, bool privateCopy) {
     options_.privateCopy = privateCopy ? 1 : 0;
     extensions_.options = &options_;
     extensions_.progress = &GoOn;
+    extensions_.notice = &TakeNotice;
     suite_.extensions = &extensions_;
     suite_.localizedMessage = &TakeMessage;
     suite_.reportError = &TakeReport;
     TakeResults(suite_);
     CreateZentor_1(&manager_, nullptr, nullptr, locale.c_str(), this, &suite_, nullptr);
-    if (manager_ == nullptr) throw LibraryFailure(report_);
+    if (manager_ == nullptr) throw LibraryFailure(latestReport);
 }
 
 Library::~Library() { DestroyZentor_1(&manager_, this); }
 
-void Library::TakeReport(void* library, std::uint32_t code, const char* message, std::int64_t extra1, std::int64_t) {
-    Report& report = static_cast<Library*>(library)->report_;
-    report = {code, {}, extra1};
-    try {
-        report.message = message;
-    } catch (const std::bad_alloc&) {
-        // The code has to do; nothing may be thrown through the library.
-    }
-}
-
-void Library::TakeMessage(void* library, const char* text, std::uint64_t length) {
-    static_cast<Library*>(library)->message_.assign(text, length);
-}
-
 void Library::Check(ZT_Result result) const {
     if (zentor::os::IsStopWanted()) throw Stopped();
     if (result == ZT_OK) return;
-    throw LibraryFailure(report_.code == result ? report_ : Report{result, {}, -1});
+    throw LibraryFailure(latestReport.code == result ? latestReport : Report{result, {}, -1, -1});
 }
 
-void Library::Fail(std::uint32_t code, const char* key) {
-    GetLocalizedErrorMsg_1(key, nullptr, nullptr, nullptr, nullptr, this);
-    throw LibraryFailure(Report{code, message_, -1});
+void Library::Fail(std::uint32_t code, const char* key) { throw LibraryFailure(Report{code, Message(key), -1, -1}); }
+
+std::string Library::Message(const char* key) {
+    std::string message;
+    GetLocalizedErrorMsg_1(key, nullptr, nullptr, nullptr, nullptr, &message);
+    return message;
 }
+
+std::vector<Notice> Library::TakeNotices() { return std::exchange(latestNotices, {}); }
+
+void Library::ShowAmount(Amount* amount) { shownAmount = amount; }
 
 Converters Library::ListConverters(bool load) {
     Converters converters;
     extensions_.plugins = load ? &kLoading : &kListing;
-    report_ = {};  // it has no result but its report
+    latestReport = {};  // it has no result but its report
     GetSupportedFormats_1(&converters, this, &suite_);
-    Check(report_.code);
+    Check(latestReport.code);
     return converters;
 }
 

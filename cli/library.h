@@ -1,6 +1,7 @@
 // The library as the command uses it: through its exports.
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <optional>
 #include <stdexcept>
@@ -16,16 +17,17 @@ namespace zentor_cli {
 struct Report {
     std::uint32_t code = 0;  // 0: the command's own failure
     std::string message;
-    std::int64_t offset = -1;  // in bytes, in the document; -1: none
+    std::int64_t offset = -1;  // in bytes; -1: none
+    std::int64_t line = -1;    // of the input, from 1 on; -1: none
 
-    // "error 32: Parsing error. (at byte 7)"
+    // "error 32: Parsing error. (at byte 7)", or the message alone of a failure of the command's own
     std::string Text() const;
 };
 
 // A failure of the library: "error 25: File Format Not Supported.", or the command's own.
 class LibraryFailure : public std::runtime_error {
 public:
-    explicit LibraryFailure(const std::string& text) : std::runtime_error(text), report_{0, text, -1} {}
+    explicit LibraryFailure(const std::string& text) : std::runtime_error(text), report_{0, text, -1, -1} {}
     explicit LibraryFailure(const Report& report) : std::runtime_error(report.Text()), report_(report) {}
 
     const Report& report() const { return report_; }
@@ -36,6 +38,23 @@ private:
 
 // The user has ended the command, and the library has cleaned up.
 struct Stopped {};
+// Nobody reads the results any more.
+struct OutputClosed {};
+
+// What a conversion has changed or left out.
+struct Notice {
+    std::uint32_t kind;
+    std::string message;
+    std::uint64_t count;
+    std::int64_t line;  // the first; -1: not known
+};
+
+// How far the library is with what it does for one thread.
+struct Amount {
+    std::atomic<std::uint64_t> done{0};
+    std::atomic<std::uint64_t> total{0};  // 0: not known
+    std::atomic<bool> isWanted{true};     // false cancels
+};
 
 struct Format {
     std::string extension;
@@ -100,10 +119,16 @@ public:
 
     IZentor& manager() { return *manager_; }
 
-    // Throws the latest report, or the code where there is none, unless `result` is success.
+    // Throws the thread's latest report, or the code where there is none, unless `result` is success.
     void Check(ZT_Result result) const;
+    // The notices of what the thread has converted since the last call.
+    static std::vector<Notice> TakeNotices();
+    // From now on says how far the thread's work is; null: no more.
+    static void ShowAmount(Amount* amount);
     // Throws a failure of the library's own that the command has found first.
     [[noreturn]] void Fail(std::uint32_t code, const char* key);
+    // The library's text of a key.
+    std::string Message(const char* key);
 
     // Lets the library work at `call` while the command writes nothing. An input that cannot be opened makes it say so
     // on standard output, where results belong; the failure is reported, too.
@@ -124,17 +149,10 @@ public:
     Converters ListConverters(bool load = false);
 
 private:
-    static std::uint8_t GoOn(void*, std::uint64_t, std::uint64_t) { return zentor::os::IsStopWanted() ? 0 : 1; }
-    static void TakeMessage(void* library, const char* text, std::uint64_t length);
-    static void TakeReport(void* library, std::uint32_t code, const char* message, std::int64_t extra1,
-                           std::int64_t extra2);
-
     ZT_HostOptions options_{};
     ZT_HostExtensions extensions_{};
     ZT_HostSuite suite_{};
     IZentor* manager_ = nullptr;
-    Report report_;
-    std::string message_;
 };
 
 // A converted document.

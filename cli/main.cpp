@@ -4,8 +4,11 @@
 #include <cstdio>
 #include <functional>
 #include <new>
+#include <numeric>
+#include <sstream>
 
 #include "commands/commands.h"
+#include "failure_text.h"
 #include "standard_output.h"
 #include "text_output.h"
 #include "util/console.h"
@@ -45,17 +48,16 @@ void AddCommonOptions(CLI::App& app, CommonOptions& common) {
 
 void AddConvert(CLI::App& app, const CommonOptions& common, ConvertOptions& convert, Command& chosen) {
     CLI::App* command = app.add_subcommand("convert", "Convert a recording into a vkjson document");
-    command->add_option("INPUT", convert.input, "The recording")->required();
-    command->add_option("-o,--output", convert.output,
-                        "The document, or - for standard output (default: INPUT's name with .vkjson, here)");
+    command->add_option("INPUT", convert.inputs, "Recordings, or - for standard input")->required();
+    command->add_option(
+        "-o,--output", convert.output,
+        "The document, a folder for it, or - for standard output (default: INPUT's name with .vkjson, here)");
+    command->add_option("--format", convert.format, "The format of standard input, e.g. csv");
+    command->add_option("--jobs", convert.jobs, "How many inputs are converted at once")->check(CLI::Range(1, 1024));
+    command->add_flag("--keep-going", convert.keepGoing, "Convert the other inputs when one fails");
     command->add_flag("--force", convert.force, "Replace the document if it exists");
     command->add_flag("--no-validate", convert.noValidate, "Do not read the document back");
-    command->callback([&] {
-        chosen = [&](Library& library) {
-            RunConvert(library, common, convert);
-            return true;
-        };
-    });
+    command->callback([&] { chosen = [&](Library& library) { return RunConvert(library, common, convert); }; });
 }
 
 // A command that reads one document.
@@ -115,22 +117,79 @@ void AddCommands(CLI::App& app, Arguments& arguments, Command& chosen) {
         [&] { chosen = [&](Library& library) { return RunValidate(library, common, arguments.documents); }; });
 }
 
-int Run(std::vector<std::string> arguments) {
+// How many letters have to be changed, added or left out to make one word of the other.
+std::size_t Distance(std::string_view left, std::string_view right) {
+    std::vector<std::size_t> row(right.size() + 1);
+    std::iota(row.begin(), row.end(), std::size_t{0});
+    for (std::size_t i = 0; i < left.size(); ++i) {
+        std::size_t diagonal = row[0]++;
+        for (std::size_t k = 0; k < right.size(); ++k) {
+            const std::size_t replaced = diagonal + (left[i] == right[k] ? 0 : 1);
+            diagonal = row[k + 1];
+            row[k + 1] = std::min({replaced, row[k] + 1, row[k + 1] + 1});
+        }
+    }
+    return row.back();
+}
+
+// What the command is called that was probably meant; all of them when none is near.
+std::string NearestCommand(const CLI::App& app, const std::string& word) {
+    std::string all;
+    const CLI::App* nearest = nullptr;
+    std::size_t least = std::max<std::size_t>(word.size() / 3, 1) + 1;
+    for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
+        all += (all.empty() ? "" : ", ") + command->get_name();
+        const std::size_t distance = Distance(word, command->get_name());
+        if (distance >= least) continue;
+        least = distance;
+        nearest = command;
+    }
+    return nearest == nullptr ? "; there are " + all : "; did you mean \"" + nearest->get_name() + "\"?";
+}
+
+// Tells what is wrong with the arguments, or what was asked for about them; returns the exit status.
+int SayUsage(const CLI::App& app, const CLI::ParseError& error, const std::vector<std::string>& arguments) {
+    const auto word = std::find_if(arguments.begin(), arguments.end(),
+                                   [](const std::string& argument) { return !argument.starts_with('-'); });
+    if (error.get_exit_code() != 0 && app.get_subcommands().empty() && word != arguments.end()) {
+        zentor::os::WriteError("zentor: there is no command \"" + Printable(*word) + '"' + NearestCommand(app, *word) +
+                               '\n');
+        return kWrongUsage;
+    }
+    std::ostringstream out, err;
+    out.exceptions(std::ios::badbit);  // or want of memory is swallowed
+    err.exceptions(std::ios::badbit);
+    const int status = app.exit(error, out, err);
+    zentor::os::WriteOutput(out.str());
+    zentor::os::FlushOutput();
+    const std::string said = err.str();  // which repeats arguments
+    std::string shown;
+    for (std::size_t begin = 0; begin < said.size();) {
+        const std::size_t end = std::min(said.find('\n', begin), said.size());
+        shown += Printable(said.substr(begin, end - begin)) + '\n';
+        begin = end + 1;
+    }
+    zentor::os::WriteError(shown);
+    return status == 0 ? 0 : kWrongUsage;
+}
+
+int Run(const std::vector<std::string>& arguments) {
     CLI::App app("Turns sensor and motion recordings into vkjson documents.", "zentor");
     Arguments given;
     Command chosen;
     AddCommonOptions(app, given.common);
     AddCommands(app, given, chosen);
     try {
-        std::reverse(arguments.begin(), arguments.end());  // the parser takes them from the back
-        app.parse(std::move(arguments));
+        // The parser takes them from the back.
+        app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
     } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? 0 : kWrongUsage;
+        return SayUsage(app, error, arguments);
     }
+    std::optional<Library> library;
     try {
-        Library library(given.common.locale, given.common.privateCopy);
-        library.options().faithful = given.common.faithful ? 1 : 0;
-        const bool isGood = chosen(library);
+        library.emplace(given.common.locale, given.common.privateCopy);
+        library->options().faithful = given.common.faithful ? 1 : 0;
+        const bool isGood = chosen(*library);
         FlushOutput();
         return isGood ? 0 : kFailed;
     } catch (const std::bad_alloc&) {
@@ -138,6 +197,13 @@ int Run(std::vector<std::string> arguments) {
     } catch (const WrongUsage& error) {
         zentor::os::WriteError("zentor: " + Printable(error.what()) + "\n");
         return kWrongUsage;
+    } catch (const LibraryFailure& failure) {
+        if (library) {
+            SayFailure(*library, given.common, failure.report(), given.document);
+        } else {
+            zentor::os::WriteError("zentor: " + Printable(failure.what()) + "\n");
+        }
+        return kFailed;
     } catch (const std::exception& failure) {
         zentor::os::WriteError("zentor: " + Printable(failure.what()) + "\n");
         return kFailed;
@@ -155,6 +221,8 @@ int main(int argc, char** argv) {
         return zentor_cli::Run(zentor::os::Arguments(argc, argv));
     } catch (const zentor_cli::Stopped&) {
         zentor::os::EndByStop();
+    } catch (const zentor_cli::OutputClosed&) {
+        zentor::os::EndByBrokenPipe();
     } catch (const std::bad_alloc&) {
         std::fputs("zentor: out of memory\n", stderr);
     } catch (const std::exception& failure) {

@@ -31,6 +31,8 @@ bool IsSameFile(const std::string& left, const std::string& right) {
     return isSame;
 }
 
+bool IsDocument(const std::string& path) { return path.ends_with(".vkjson"); }
+
 std::uint64_t SizeOf(const std::string& path) {
     os::FileHandle file = os::kNoFile;
     std::uint64_t size = 0;
@@ -58,10 +60,11 @@ void CheckOutputPath(Library& library, const std::string& path, bool force) {
     if (kind == os::PathKind::kFile && !force) throw LibraryFailure(path + " exists already; --force replaces it");
 }
 
-std::uint64_t SaveDocument(Library& library, const std::string& inputPath, const std::string& path, bool force) {
-    library.options().newOutput = force || IsSameFile(inputPath, path) ? 0 : 1;
+std::uint64_t SaveDocument(Library& library, const std::string& inputPath, const std::string& path) {
     ISensorFileHandler* handler = nullptr;
-    library.Take([&] { return library.manager().OpenFile(&handler, inputPath.c_str(), path.c_str()); });
+    // Onto itself nothing is put, and the library is not to mind that there is something.
+    const char* const output = IsSameFile(inputPath, path) && IsDocument(path) ? nullptr : path.c_str();
+    library.Check(library.manager().OpenFile(&handler, inputPath.c_str(), output));
     if (handler != nullptr) library.Check(library.manager().CloseFile(&handler));
     return SizeOf(path);
 }

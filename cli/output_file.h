@@ -17,8 +17,8 @@ void CheckOutputPath(Library& library, const std::string& path, bool force);
 
 // Converts the input, or copies a document, to `path`, where it appears whole or not at all, and reads it back unless
 // the library's options say otherwise; returns its size in bytes. A document that stands at `path` itself stays; the
-// input of a conversion is never overwritten (error 7), and without `force` nothing that has come to `path` meanwhile.
-std::uint64_t SaveDocument(Library& library, const std::string& inputPath, const std::string& path, bool force);
+// input of a conversion is never overwritten (error 7). For several threads at once.
+std::uint64_t SaveDocument(Library& library, const std::string& inputPath, const std::string& path);
 
 // Writes the document to standard output.
 void WriteToStandardOutput(Library& library, Stream& stream);

@@ -1,7 +1,5 @@
 #include "standard_output.h"
 
-#include <cstdio>
-
 #include "library.h"
 #include "util/console.h"
 
@@ -10,7 +8,9 @@ namespace zentor_cli {
 namespace {
 
 void Require(bool isWritten) {
-    if (!isWritten) throw LibraryFailure("standard output cannot be written");
+    if (isWritten) return;
+    if (zentor::os::IsOutputClosed()) throw OutputClosed();
+    throw LibraryFailure("standard output cannot be written");
 }
 
 }  // namespace
@@ -20,6 +20,6 @@ void WriteOutput(std::string_view bytes) {
     Require(zentor::os::WriteOutput(bytes));
 }
 
-void FlushOutput() { Require(std::fflush(stdout) == 0 && std::ferror(stdout) == 0); }
+void FlushOutput() { Require(zentor::os::FlushOutput()); }
 
 }  // namespace zentor_cli

@@ -129,7 +129,9 @@ private:
         const bool isReversed = std::int64_t{start.value} * end.scale > std::int64_t{end.value} * start.scale;
         const QueryTime from = form_.At(isReversed ? end.value : start.value, isReversed ? end.scale : start.scale);
         const QueryTime to = form_.At(isReversed ? start.value : end.value, isReversed ? start.scale : end.scale);
-        RequireSame(answer, Expected(isReversed, [&](const Instant& time) { return time >= from && time <= to; }));
+        RequireSame(answer, Expected(isReversed, [&](const Instant& time) {
+                        return Compare(time, from) >= 0 && Compare(time, to) <= 0;
+                    }));
     }
 
     void CheckOne(ZT_Time time) {
@@ -138,8 +140,8 @@ private:
         Require(answer.samples.size() <= 1);
         if (!isInOrder_) return;
         const QueryTime at = form_.At(time.value, time.scale);
-        const auto after =
-            std::find_if(times_.begin(), times_.end(), [&](const auto& sample) { return sample->Get() > at; });
+        const auto after = std::find_if(times_.begin(), times_.end(),
+                                        [&](const auto& sample) { return Compare(sample->Get(), at) > 0; });
         const bool isThere = after != times_.begin();
         Answer expected = AnswerOf([&] {
             std::vector<ZT_Sample> samples;

@@ -20,10 +20,13 @@ struct CommonOptions {
 };
 
 struct ConvertOptions {
-    std::string input;
+    std::vector<std::string> inputs;  // "-": standard input
     std::string output;  // empty: the input's name with ".vkjson", in the current folder; "-": standard output
+    std::string format;  // of standard input: an extension
     bool force = false;
     bool noValidate = false;
+    bool keepGoing = false;
+    unsigned jobs = 1;
 };
 
 struct SamplesOptions {
@@ -36,7 +39,8 @@ struct SamplesOptions {
 void RunFormats(Library& library, const CommonOptions& common);
 // Whether all modules can be used, as far as that was looked for: `load`, by loading them.
 bool RunPlugins(Library& library, const CommonOptions& common, bool load);
-void RunConvert(Library& library, const CommonOptions& common, const ConvertOptions& options);
+// Whether all inputs have been converted; what failed has been said.
+bool RunConvert(Library& library, const CommonOptions& common, const ConvertOptions& options);
 void RunInfo(Library& library, const CommonOptions& common, const std::string& path);
 // `dataPath`: whose children to show; empty: the whole outline.
 void RunTree(Library& library, const CommonOptions& common, const std::string& path, const std::string& dataPath);

@@ -73,7 +73,7 @@ private:
     }
 
     void Finish() {
-        if (!isWritten_) throw LibraryFailure("no samples in this range");
+        if (!isWritten_) throw LibraryFailure(Report{kNoSamples, "no samples in this range", -1, -1});
         output_.Finish();
     }
 

@@ -232,10 +232,10 @@ struct ZT_HostOptions {
     // first sample that is wrong, ZT_SAMPLE_SET_INFO. Otherwise what is wrong within a set of samples is met by the
     // query that reads it.
     uint8_t checkSamples;
-    // 1: OpenFile and ConvertFile refuse to convert what a document would not give back as it went in. Texts go into
-    // documents as they are: a backslash in a table or in a text of JSON begins an escape when it is read, and a
-    // control character makes a document that other readers of JSON refuse. ZT_CONVERSION with the byte offset in the
-    // document.
+    // 1: OpenFile and ConvertFile refuse to convert what a document would not give back as it went in: texts with a
+    // quotation mark, a backslash, a control character or bytes that are no UTF-8, which go into documents as they are,
+    // and numbers whose exponent loses zeros. ZT_CONVERSION with the byte offset and the line in the input; of a
+    // plug-in's conversion with the byte offset in the document. See `faithful` and `anySize`, too.
     uint8_t strict;
     // 1: OpenFile with an output path puts the document there without reading it: *handler stays null, and there is
     // nothing to close.
@@ -249,7 +249,34 @@ struct ZT_HostOptions {
     // become nodes. To readers such a document is one like all others. Escapes in the texts of plug-ins stay. Nothing
     // is left for `strict` to refuse.
     uint8_t faithful;
-    uint8_t reserved[6];  // 0
+    // 1: a strict conversion may make a document of more than 1000 bytes for each byte of its input, too. Tables make
+    // such documents when their rows are far shorter than their headers.
+    uint8_t anySize;
+    uint8_t reserved[5];  // 0
+};
+
+// Kinds of notices.
+enum ZT_NoticeKind ZT_UINT32_ENUM {
+    ZT_NOTICE_EMPTY_CELLS = 1,       // of a table, in columns of numbers, became 0; missing ones, too
+    ZT_NOTICE_SHORT_ROWS = 2,        // have fewer cells than the header has names
+    ZT_NOTICE_LONG_ROWS = 3,         // have cells beyond the header, which were left out
+    ZT_NOTICE_DELIMITER = 4,         // a table seems to have another one
+    ZT_NOTICE_QUOTES = 5,            // cells stand in quotation marks, which became part of them
+    ZT_NOTICE_DECIMAL_COMMAS = 6,    // cells look like numbers with a decimal comma
+    ZT_NOTICE_TITLE_LINES = 7,       // the line that should have the names looks like a title
+    ZT_NOTICE_DATA_AS_NAMES = 8,     // the line that should have the names has numbers
+    ZT_NOTICE_OTHER_FORMAT = 9,      // a table looks like a file of another format
+    ZT_NOTICE_GROWTH = 10,           // the document is more than 1000 times as large as its input
+    ZT_NOTICE_ROUNDED = 11,          // numbers have more digits than the document
+    ZT_NOTICE_EXPONENTS = 12,        // numbers lose zeros of their exponents, and become others
+    ZT_NOTICE_TEXTS = 13,            // cannot be held as they are: quotation marks, backslashes, control characters
+    ZT_NOTICE_NOT_UTF8 = 14,         // texts have bytes that are no UTF-8, and went into the document with them
+    ZT_NOTICE_READ_AS_WINDOWS = 15,  // such bytes were taken for Windows-1252
+    ZT_NOTICE_NULLS = 16,            // of JSON were left out
+    ZT_NOTICE_CHANNELS = 17,         // of a capture that are no positions or rotations were left out
+    ZT_NOTICE_END_SITES = 18,        // of a capture were left out
+    ZT_NOTICE_FRAMES = 19,           // of a capture are declared and not there
+    ZT_NOTICE_FRAME_RATE = 20,       // a capture's frame time was taken for that of another rate
 };
 
 // What hosts can have beyond results (slot 9).
@@ -264,6 +291,13 @@ struct ZT_HostExtensions {
     // of the latest CreateZentor_1. The callback may call the library; it may not end what is calling it, nor open
     // what is being opened or written then (ZT_INVALID_POINTER).
     uint8_t (*progress)(void* errorContext, uint64_t done, uint64_t total);
+    // What a conversion has changed or left out, or what makes its input look like something else: once for each kind,
+    // at the end of the OpenFile or ConvertFile that converted, on the thread that called it. `kind` is a
+    // ZT_NoticeKind, or one that a later library adds; `count` says how often, `offset` (in bytes, from 0) and `line`
+    // (from 1) where in the input first; each is -1 when it is not known. `message` is a sentence in the manager's
+    // language. The same rules hold as for `progress`.
+    void (*notice)(void* errorContext, uint32_t kind, const char* message, uint64_t count, int64_t offset,
+                   int64_t line);
 };
 
 struct ZT_HostSuite {

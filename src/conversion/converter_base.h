@@ -14,6 +14,8 @@ struct ConversionInfo {
     std::string originalName;  // the input path as the host passed it, for messages
     std::uint64_t streamId;    // of the stream that the document goes to
     ContentForm form{};        // of the document
+    bool isStrict = false;     // what a document cannot give back is refused
+    bool anySize = false;      // but for the document's size
 };
 
 // Lives for one conversion.

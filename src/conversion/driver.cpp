@@ -11,6 +11,7 @@
 #include "errors/exception.h"
 #include "errors/first_failure.h"
 #include "errors/last_exception.h"
+#include "errors/notices.h"
 #include "errors/progress.h"
 #include "errors/raise.h"
 #include "files/file_io.h"
@@ -30,8 +31,8 @@ namespace {
 // A stream id is open while its converter runs.
 class OpenStreamScope {
 public:
-    OpenStreamScope(const std::string& documentPath, const ContentForm& form, TextWatch* watch)
-        : id_(ZT_PLUGIN::OpenStream(std::make_unique<DocumentWriter>(documentPath, form, watch), form)) {}
+    OpenStreamScope(const std::string& documentPath, const ContentForm& form)
+        : id_(ZT_PLUGIN::OpenStream(std::make_unique<DocumentWriter>(documentPath, form), form)) {}
     ~OpenStreamScope() {
         ZT_PLUGIN::CloseStream(id_);
         ZT_PLUGIN::ReclaimNodes(id_);  // that a plug-in has forgotten
@@ -82,9 +83,10 @@ ContentForm FormOf(const FoundConverter& converter, bool isFaithful) {
 }
 
 void RunConverter(const FoundConverter& found, const InputFile& input, const std::string& documentPath,
-                  const ContentForm& form, TextWatch* watch) {
-    const OpenStreamScope stream(documentPath, form, watch);
-    const auto converter = found.make({input.path, input.name, stream.Id(), form});
+                  const ConversionOptions& options) {
+    const ContentForm form = FormOf(found, options.faithful);
+    const OpenStreamScope stream(documentPath, form);
+    const auto converter = found.make({input.path, input.name, stream.Id(), form, options.strict, options.anySize});
     const LastExceptionScope lastException;
     ClearLastException();  // a failure may tell its cause by it
     bool converted = false;
@@ -92,9 +94,11 @@ void RunConverter(const FoundConverter& found, const InputFile& input, const std
         converted = converter->Convert();
     } catch (const ZT_PLUGIN::ZT_PluginException& failure) {
         RaiseIfEnded();  // whatever the converter has made of it
+        RaiseIfRefused();
         RaiseConverterFailure(failure.code(), failure.extra1(), failure.extra2());
     } catch (...) {
         RaiseIfEnded();
+        RaiseIfRefused();
         throw;
     }
     RaiseIfEnded();
@@ -145,13 +149,8 @@ std::shared_ptr<DocumentRecord> PrepareInput(const InputFile& input, const std::
     }
     const FoundConverter converter = FindConverter(input.path);
     auto record = CreateDocumentFor(input, outputPath, options.newOutput);
-    TextWatch watch;
-    const bool isStrict = options.strict && !options.faithful;
-    const bool isWatched = isStrict && !converter.mayEscape;
-    RunConverter(converter, input, record->documentPath, FormOf(converter, options.faithful),
-                 isWatched ? &watch : nullptr);
-    if (isWatched) CheckTexts(watch);
-    if (isStrict && converter.mayEscape) CheckEscapedTexts(record->documentPath);
+    RunConverter(converter, input, record->documentPath, options);
+    if (options.strict && !options.faithful && converter.mayEscape) CheckEscapedTexts(record->documentPath);
     return record;
 }
 

@@ -18,15 +18,16 @@ struct InputFile {
 InputFile CheckInput(const char* inputPath);
 
 struct ConversionOptions {
-    bool strict = false;     // a document whose texts would come back as others is none
+    bool strict = false;     // what a document would not give back as it went in is refused
     bool newOutput = false;  // a file that is at the output already stays
     bool faithful = false;   // numbers and texts come back as they went in
+    bool anySize = false;    // a strict conversion may make a document many times as large as its input
 };
 
 // The document that stands for an input: the input itself when it is a vkjson document, or a temporary document that a
 // converter makes now. It stands in the folder for temporary files, or in the folder of `outputPath`, an absolute path,
-// when that is not empty. Codes of CheckOutput, CheckTexts, ZT_FILE_CREATE (the output is the input), ZT_TEMP_FOLDER,
-// ZT_TEMP_FILE, ZT_FORMAT_NOT_SUPPORTED, ZT_CONVERSION, and those of converters.
+// when that is not empty. Codes of CheckOutput, CheckEscapedTexts, ZT_FILE_CREATE (the output is the input),
+// ZT_TEMP_FOLDER, ZT_TEMP_FILE, ZT_FORMAT_NOT_SUPPORTED, ZT_CONVERSION, and those of converters.
 std::shared_ptr<DocumentRecord> PrepareInput(const InputFile& input, const std::string& outputPath,
                                              const ConversionOptions& options);
 

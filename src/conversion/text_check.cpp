@@ -13,6 +13,23 @@ namespace zentor {
 
 namespace {
 
+// The first control character or backslash; npos when there is none.
+std::size_t FindUnescaped(std::string_view text) {
+    constexpr std::size_t kBlock = 4096;
+    constexpr auto isUnescaped = [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\\'; };
+    for (std::size_t begin = 0; begin < text.size(); begin += kBlock) {
+        const std::string_view block = text.substr(begin, kBlock);
+        // Without a way out of the loop, so that it is done for many bytes at once.
+        std::uint8_t found = 0;
+        for (const char c : block) {
+            found = static_cast<std::uint8_t>(found | (static_cast<unsigned char>(c) < ' ') | (c == '\\'));
+        }
+        if (found == 0) continue;
+        return begin + static_cast<std::size_t>(std::find_if(block.begin(), block.end(), isUnescaped) - block.begin());
+    }
+    return std::string_view::npos;
+}
+
 // The first fault from an offset on. What has been looked at may leave memory.
 std::size_t FindFault(const FileMapper& file) {
     constexpr std::size_t kPassedAtOnce = std::size_t{32} << 20;
@@ -37,10 +54,6 @@ std::size_t FindFault(const FileMapper& file) {
 }
 
 }  // namespace
-
-void CheckTexts(const TextWatch& watch) {
-    if (const auto& fault = watch.First()) RaiseFault(fault->byte, fault->offset);
-}
 
 void CheckEscapedTexts(const std::string& documentPath) {
     FileMapper file;

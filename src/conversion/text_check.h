@@ -4,15 +4,10 @@
 
 #include <string>
 
-#include "writer/text_watch.h"
-
 namespace zentor {
 
-// Of a converter that escapes nothing, so that every backslash is one of the input. Code ZT_CONVERSION with the byte
-// offset of the first fault.
-void CheckTexts(const TextWatch& watch);
-
-// Of a converter that may escape what it writes. The same, and ZT_FILE_OPEN.
+// Of a converter that may escape what it writes. Codes ZT_CONVERSION with the byte offset of the first fault in the
+// document, ZT_FILE_OPEN.
 void CheckEscapedTexts(const std::string& documentPath);
 
 }  // namespace zentor

@@ -4,6 +4,7 @@
 
 #include "conversion/output_placement.h"
 #include "errors/call_scope.h"
+#include "errors/notices.h"
 #include "errors/progress.h"
 #include "errors/raise.h"
 #include "files/file_io.h"
@@ -86,6 +87,7 @@ ISensorFileHandler* OpenFiles::Open(const InputFile& input, const std::string& o
         const Reservation reservation(*this, lock, key, outputPath);
         OpenedDocument opened = OpenDocument(input, outputPath, options);
         FinishProgress();
+        DeliverNotices();
         const FileKey document = KeyOfDocument(opened.handler->DocumentPath());
         lock.lock();
         ISensorFileHandler* const handler = Add(key, document, std::move(opened.handler));
@@ -100,6 +102,7 @@ ISensorFileHandler* OpenFiles::Open(const InputFile& input, const std::string& o
         const bool isNew = options.conversion.newOutput;
         auto copy = CopyBeside(input.path, outputPath, isNew);
         FinishProgress();
+        DeliverNotices();
         OutputPlacement(std::move(copy), outputPath, isNew).Keep();
     } catch (...) {
         if (lock.owns_lock()) lock.unlock();
@@ -121,6 +124,7 @@ void OpenFiles::Place(const InputFile& input, const std::string& outputPath, con
         record = CopyBeside(input.path, outputPath, options.newOutput);
     }
     FinishProgress();
+    DeliverNotices();
     OutputPlacement(std::move(record), outputPath, options.newOutput).Keep();
 }
 

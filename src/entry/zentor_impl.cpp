@@ -3,6 +3,7 @@
 #include "conversion/driver.h"
 #include "errors/host_boundary.h"
 #include "errors/host_tables.h"
+#include "errors/notices.h"
 #include "errors/progress.h"
 #include "errors/raise.h"
 #include "files/file_io.h"
@@ -14,7 +15,7 @@ namespace {
 
 OpenOptions OptionsOf(const ZT_HostOptions& options) {
     return {{options.privateCopy != 0, options.checkSamples != 0},
-            {options.strict != 0, options.newOutput != 0, options.faithful != 0}};
+            {options.strict != 0, options.newOutput != 0, options.faithful != 0, options.anySize != 0}};
 }
 
 }  // namespace
@@ -24,6 +25,7 @@ ZT_Result ZentorImpl::OpenFile(ISensorFileHandler** handler, const char* inputPa
         if (handler == nullptr) Raise(kInvalidPointer, Quoted("ISensorFileHandler"));
         *handler = nullptr;
         Progress progress;
+        Notices notices;
         const InputFile input = CheckInput(inputPath);
         std::string output;
         if (outputPath != nullptr && *outputPath != '\0') {
@@ -52,6 +54,7 @@ ZT_Result ZentorImpl::ConvertFile(IVkjsonStream** stream, const char* inputPath,
         if (stream == nullptr) Raise(kInvalidPointer, Quoted("IZentor"));
         *stream = nullptr;
         Progress progress;
+        Notices notices;
         const InputFile input = CheckInput(inputPath);
         OpenOptions options = OptionsOf(ReadHostOptions());
         options.read.privateCopy = false;
@@ -59,6 +62,7 @@ ZT_Result ZentorImpl::ConvertFile(IVkjsonStream** stream, const char* inputPath,
         BeginStep(kDocumentMade, 1, File_IO::SizeOf(record->documentPath));
         if (validate != 0) SensorFileHandlerImpl(input.path, record, options.read);
         progress.Finish();
+        notices.Deliver();
         *stream = streams_.Make(std::move(record), input.path);
     });
 }

@@ -145,9 +145,13 @@ struct ErrorEntry {
     X(kPluginCheckFileFormat, ZT_CONVERSION, "ZTPlugin/CheckFileFormat=Error in Plugin Check File Format of converter ^1 with id ^2.") \
     X(kInitializeSessionFailed, ZT_CONVERSION, "ZTPlugin/IntialzeSessionFailed=Initialize Session Failed of converter ^1 with id ^2.") \
     X(kTerminatePluginFailed, ZT_CONVERSION, "ZTPlugin/TerminatePluginFailed=Terminate of Plugin with id ^1 failed") \
-    X(kBackslashInText, ZT_CONVERSION, "Conversion/BackslashInText=A text has a backslash, which a document cannot hold as it is.") \
+    X(kQuoteInText, ZT_CONVERSION, "Conversion/QuoteInText=A text has a quotation mark, which the format cannot hold as it is.") \
+    X(kBytesInText, ZT_CONVERSION, "Conversion/BytesInText=A text has bytes that are no UTF-8.") \
+    X(kExponent, ZT_CONVERSION, "Conversion/Exponent=A number loses zeros of its exponent and becomes another one.") \
+    X(kGrowth, ZT_CONVERSION, "Conversion/Growth=The document would be more than 1000 times as large as its input.") \
+    X(kBackslashInText, ZT_CONVERSION, "Conversion/BackslashInText=A text has a backslash, which the format cannot hold as it is.") \
     X(kCancelled, ZT_CANCELLED, "Cancelled=Cancelled.") \
-    X(kControlCharacterInText, ZT_CONVERSION, "Conversion/ControlCharacterInText=A text has a control character, which a document cannot hold as it is.") \
+    X(kControlCharacterInText, ZT_CONVERSION, "Conversion/ControlCharacterInText=A text has a control character, which the format cannot hold as it is.") \
     X(kConversionFailure, ZT_CONVERSION, "ConversionFailure=File Cannot be converted.") \
     X(kPluginConverter, ZT_CONVERSION, "ZTPlugin/Converter=Conversion to VKJSON using converter ^1 with id ^2 failed.") \
     X(kConverterFailure, ZT_CONVERTER_FAILURE, "ConverterFailure=Internal converter failure") \

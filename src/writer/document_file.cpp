@@ -32,16 +32,12 @@ void DocumentFile::Write(const char* bytes, std::size_t count) {
             file_ = File_IO::Open(path_, true, Access::kReadWrite);
         }
         ReportProgress();
-        if (watch_ != nullptr) watch_->Pass({bytes, count});
         File_IO::Write(file_, bytes, count);
     });
 }
 
 void DocumentFile::CutTo(std::uint64_t length) {
-    Guarded([&] {
-        if (watch_ != nullptr) watch_->CutTo(length);
-        File_IO::SetEOF(file_, length);
-    });
+    Guarded([&] { File_IO::SetEOF(file_, length); });
 }
 
 void DocumentFile::Close() {

@@ -5,7 +5,6 @@
 #include <string>
 
 #include "files/file_io.h"
-#include "writer/text_watch.h"
 
 namespace zentor {
 
@@ -14,8 +13,7 @@ namespace zentor {
 // memory or disk, ZT_CONVERTER_UNKNOWN.
 class DocumentFile {
 public:
-    // `watch` sees all that is written; null: nobody does.
-    DocumentFile(std::string path, TextWatch* watch) : path_(std::move(path)), watch_(watch) {}
+    explicit DocumentFile(std::string path) : path_(std::move(path)) {}
     // A file that was not closed is not a document: it is deleted.
     ~DocumentFile();
     DocumentFile(const DocumentFile&) = delete;
@@ -33,7 +31,6 @@ private:
     void Guarded(Step&& step);
 
     std::string path_;
-    TextWatch* watch_;
     FileHandle file_ = kNoFile;
     bool isUnfinished_ = false;  // the file is there and is no document yet
 };

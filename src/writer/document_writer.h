@@ -11,9 +11,8 @@ namespace zentor {
 
 class DocumentWriter final : public ZT_PLUGIN::IDocumentWriter {
 public:
-    // `watch` sees all that is written, and outlives this; null: nobody does.
-    explicit DocumentWriter(std::string outputPath, const ContentForm& form = {}, TextWatch* watch = nullptr)
-        : file_(std::move(outputPath), watch), text_(file_, form) {}
+    explicit DocumentWriter(std::string outputPath, const ContentForm& form = {})
+        : file_(std::move(outputPath)), text_(file_, form) {}
 
     // Code ZT_WRITER_SYNC_TIME when a time of the video-sync list is none of the document's time mode.
     void WriteHeader(const ZT_PLUGIN::IVkjsonRoot_I& root) override;

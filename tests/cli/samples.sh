@@ -118,8 +118,8 @@ done <<EOF
 1|shapes|["n"]|~^zentor: error 21: |--from 00:00:01:02 --to 1.9
 1|shapes|["n"]|~^zentor: error 21: |--at 0.99
 1|early|["n"]|~^zentor: error 21: |--at -1.8
-1|moments|["n"]|zentor: no samples in this range|--from 1714564800.3 --to 1714564800.7
-1|moments|["n"]|zentor: no samples in this range|--from 1714564800.7 --to 1714564800.3 --json
+1|moments|["n"]|zentor: error 21: no samples in this range|--from 1714564800.3 --to 1714564800.7
+1|moments|["n"]|~"code":21,"message":"no samples in this range"|--from 1714564800.7 --to 1714564800.3 --json
 1|moments|["n"]|~^zentor: error 21: |--from 99999999999
 1|far|["n"]|$reach|
 1|far|["n"]|$reach|--from 2020-01-01T00:00:00.0Z
@@ -207,6 +207,6 @@ expect 0 "00:00:00:02  7 8 9
 expect 0 "~dynamic nodes: +1.samples: +3.time span: +00:00:00:00 to 00:00:00:02" "" info walk.bvh
 sed 's/^4 5 6/4 5,5 6/' walk.bvh >comma.bvh
 sed 's/0[.]04/0.001/' walk.bvh >quick.bvh
-expect 1 "" "zentor: error 1506: File Cannot be converted. (at byte 159)" convert comma.bvh
-expect 1 "" "zentor: error 1508: Internal converter failure (at byte 146)" convert quick.bvh
+expect 1 "" "zentor: error 1506: File Cannot be converted. (at byte 159) [comma.bvh:15]" convert comma.bvh
+expect 1 "" "zentor: error 1508: Internal converter failure (at byte 146) [quick.bvh:13]" convert quick.bvh
 [ ! -e comma.vkjson ] && [ ! -e quick.vkjson ] || fail "captures that cannot be converted left a document"

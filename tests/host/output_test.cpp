@@ -88,8 +88,8 @@ TEST(Output, StrictRefusesTextsThatWouldComeBackAsOthers) {
     const OptionsGuard guard;
     Manager manager;
     const std::string output = folder.Write("out.vkjson", "before");
-    const std::string backslash = "1506 A text has a backslash, which a document cannot hold as it is.";
-    const std::string control = "1506 A text has a control character, which a document cannot hold as it is.";
+    const std::string backslash = "1506 A text has a backslash, which the format cannot hold as it is.";
+    const std::string control = "1506 A text has a control character, which the format cannot hold as it is.";
     const std::string cases[][3] = {
         {"in.csv", "a\nC:\\data\n", backslash},
         {"in.json", "{\"a\":\"C:\\\\temp\"}", backslash},

@@ -41,6 +41,30 @@ inline void AddReport(void* context, std::uint32_t code, const char* message, st
     Reports().push_back({context, code, message, extra1, extra2});
 }
 
+struct Notice {
+    std::uint32_t kind;
+    std::string message;
+    std::uint64_t count;
+    std::int64_t offset;
+    std::int64_t line;
+};
+
+// Every notice since the last Take.
+inline std::vector<Notice>& Notices() {
+    static std::vector<Notice> notices;
+    return notices;
+}
+
+// "kind xCOUNT @OFFSET:LINE", with blanks between them.
+inline std::string TakeNotices() {
+    std::string text;
+    for (const Notice& notice : std::exchange(Notices(), {})) {
+        text += (text.empty() ? "" : " ") + std::to_string(notice.kind) + "x" + std::to_string(notice.count) + "@" +
+                std::to_string(notice.offset) + ":" + std::to_string(notice.line);
+    }
+    return text;
+}
+
 // Options that tests change for a while.
 inline ZT_HostOptions& Options() {
     static ZT_HostOptions options{};
@@ -53,7 +77,15 @@ struct OptionsGuard {
 };
 
 inline const ZT_HostSuite& Suite() {
-    static const ZT_HostExtensions extensions{sizeof(ZT_HostExtensions), nullptr, &Options(), nullptr};
+    static const ZT_HostExtensions extensions = [] {
+        ZT_HostExtensions table{};
+        table.options = &Options();
+        table.notice = [](void*, std::uint32_t kind, const char* message, std::uint64_t count, std::int64_t offset,
+                          std::int64_t line) {
+            Notices().push_back({kind, message, count, offset, line});
+        };
+        return table;
+    }();
     static const ZT_HostSuite suite = [] {
         ZT_HostSuite table{};
         table.extensions = &extensions;

@@ -429,7 +429,8 @@ TEST(Capture, RatesComeBackFromPrintedFrameTimes) {
             const std::string time = print(framesPerSecond, decimals);
             if (time == print(framesPerSecond - 1, decimals) || time == print(framesPerSecond + 1, decimals)) continue;
             FrameRate rate{};
-            ASSERT_TRUE(ParseFrameTime(time, rate)) << time;
+            bool isExact = false;
+            ASSERT_TRUE(ParseFrameTime(time, rate, isExact)) << time;
             EXPECT_TRUE(rate.numerator == static_cast<std::uint32_t>(framesPerSecond) && rate.denominator == 1) << time;
             ++told;
         }

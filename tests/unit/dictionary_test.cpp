@@ -10,6 +10,7 @@
 #include "errors/error_table.h"
 #include "errors/locale.h"
 #include "errors/message.h"
+#include "errors/notice_table.h"
 #include "util/resource.h"
 #include "util/utf_codec.h"
 
@@ -46,10 +47,11 @@ Texts TextsOf(const std::string& locale) {
 // The English texts of the keys that the library raises, by key path; keys with several texts have none.
 Texts DefaultTexts() {
     std::map<std::string, std::set<std::u16string>> all;
-    for (const ErrorEntry& entry : kErrorTable) {
-        const std::string_view key = entry.key;
+    const auto add = [&all](std::string_view key) {
         all[std::string(key.substr(0, key.find('=')))].insert(Utf8ToUtf16(key.substr(key.find('=') + 1)));
-    }
+    };
+    for (const ErrorEntry& entry : kErrorTable) add(entry.key);
+    for (const NoticeEntry& entry : kNoticeTable) add(entry.key);
     Texts texts;
     for (const auto& [path, several] : all) texts[path] = several.size() == 1 ? *several.begin() : u"";
     return texts;

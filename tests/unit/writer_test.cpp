@@ -7,7 +7,6 @@
 
 #include "failure.h"
 #include "reader/parser.h"
-#include "writer/text_watch.h"
 #include "written_document.h"
 
 namespace zentor_test {
@@ -333,35 +332,6 @@ TEST(NativeFrame, Failures) {
     EXPECT_EQ(array({{}, {{0, 9}, {0, 1}}, {}}), "2008" + text);
     EXPECT_EQ(array({{}, {}, {"x", "y", "z"}}), "2019" + text);
     EXPECT_EQ(array({{}, {{0, 9}, {2, 2}}, {"x", "y"}}), "");
-}
-
-// Wherever in the pieces that a document is written in it stands, and unless it is cut off again.
-TEST(TextWatch, FindsTheFirstByteThatIsNoText) {
-    const std::string plain(10000, 'x');
-    for (const std::size_t at : {std::size_t{0}, std::size_t{4095}, std::size_t{4096}, std::size_t{9999}}) {
-        for (const char byte : {'\\', '\n', '\0', '\x1f'}) {
-            std::string faulty = plain;
-            faulty[at] = byte;
-            zentor::TextWatch watch;
-            watch.Pass(plain);
-            EXPECT_FALSE(watch.First());
-            watch.Pass(faulty);
-            watch.Pass(faulty);
-            ASSERT_TRUE(watch.First());
-            EXPECT_EQ(watch.First()->byte, byte);
-            EXPECT_EQ(watch.First()->offset, plain.size() + at);
-            watch.CutTo(plain.size() + at + 1);
-            EXPECT_TRUE(watch.First());
-            watch.CutTo(plain.size() + at);
-            EXPECT_FALSE(watch.First());
-            watch.Pass("\t");
-            ASSERT_TRUE(watch.First());
-            EXPECT_EQ(watch.First()->offset, plain.size() + at);
-        }
-    }
-    zentor::TextWatch quiet;
-    quiet.Pass("\"\x20\x7f\xC3\xA9/");
-    EXPECT_FALSE(quiet.First());
 }
 
 }  // namespace zentor_test

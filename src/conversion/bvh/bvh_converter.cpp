@@ -15,12 +15,14 @@ namespace {
 using ZT_PLUGIN::NumberSample;
 using ZT_PLUGIN::SampleTime;
 
-// Gives the numbers of each frame to the arrays that they belong to.
-void AddFrames(CaptureInput& input, FrameReader& frames, const FrameRate& rate, std::vector<CaptureTrack>& tracks) {
+// Gives the numbers of each frame to the arrays that they belong to; returns how many frames there are.
+std::uint64_t AddFrames(CaptureInput& input, FrameReader& frames, const FrameRate& rate,
+                        std::vector<CaptureTrack>& tracks) {
     char text[kWidestTimeCode];
     const std::int64_t framesPerDay = FramesPerDay(rate);
     std::vector<NumberSample> elements;
-    for (std::int64_t frame = 0; frames.Next(); ++frame) {
+    std::int64_t frame = 0;
+    for (; frames.Next(); ++frame) {
         if (frame == framesPerDay) input.Refuse();  // there are no time codes for more
         const char* const end = FormatTimeCode(frame, rate, text);
         const SampleTime time{{text, static_cast<std::size_t>(end - text)}, {frame, {}}};
@@ -36,20 +38,23 @@ void AddFrames(CaptureInput& input, FrameReader& frames, const FrameRate& rate, 
             track.node->AddTexts(time, elements);
         }
     }
+    return static_cast<std::uint64_t>(frame);
 }
 
 }  // namespace
 
 bool BVHConverter::Convert() {
     CaptureInput input(Info().inputPath);
-    const Skeleton skeleton = ReadHierarchy(input, Info().form.numbers);
+    LossWatch watch(Info(), {}, -1);
+    const Skeleton skeleton = ReadHierarchy(input, Info().form.numbers, watch);
     const MotionHeader motion = ReadMotionHeader(input);
     const auto root = NativeCreateRoot(this, Info().streamId);
     CallModel([&](auto* error) { root->SetCreator("com.orvane.sensor.bvh", error); });
     CallModel([&](auto* error) { root->SetTimecodeInfo(0, motion.rate.numerator, motion.rate.denominator, error); });
     std::vector<CaptureTrack> tracks = BuildCaptureTree(*this, *root, skeleton);
-    FrameReader frames(input, skeleton.columns, motion.frames, Info().form.numbers);
-    AddFrames(input, frames, motion.rate, tracks);
+    FrameReader frames(input, skeleton.columns, motion.frames, Info().form.numbers, watch);
+    const std::uint64_t found = AddFrames(input, frames, motion.rate, tracks);
+    if (found < motion.frames) AddNotice(ZT_NOTICE_FRAMES, input.Here(), motion.frames - found);
     for (CaptureTrack& track : tracks) {
         CallModel([&](auto* error) { track.node->WriteSamples(error); });
         track.node = nullptr;  // the outline keeps the node

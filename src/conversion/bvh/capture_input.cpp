@@ -102,7 +102,7 @@ std::string CaptureInput::TakeName() {
     return name;
 }
 
-void CaptureInput::Refuse(const Place& place) { Raise({kConversionFailure, place.offset, place.line}); }
+void CaptureInput::Refuse(const InputPlace& place) { Raise({kConversionFailure, place.offset, place.line}); }
 
 bool IsWord(std::string_view word, std::string_view lower) {
     return std::equal(word.begin(), word.end(), lower.begin(), lower.end(), [](char a, char b) {

@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "errors/notices.h"
 #include "files/file_io.h"
 
 namespace zentor {
@@ -50,15 +51,10 @@ public:
     // at is no part of it.
     std::string TakeName();
 
-    // A position in the file, and its line from 1 on.
-    struct Place {
-        std::int64_t offset;
-        std::int64_t line;
-    };
-    Place Here() const { return {offset_ + (next_ - bytes_.get()), line_}; }
+    InputPlace Here() const { return {offset_ + (next_ - bytes_.get()), line_}; }
     // Code ZT_CONVERSION with a place as details.
     [[noreturn]] void Refuse() const { Refuse(Here()); }
-    [[noreturn]] static void Refuse(const Place& place);
+    [[noreturn]] static void Refuse(const InputPlace& place);
 
 private:
     bool SkipAllBlanks();

@@ -8,8 +8,9 @@ namespace zentor {
 
 using ZT_PLUGIN::NumberSample;
 
-FrameReader::FrameReader(CaptureInput& input, std::size_t columns, std::uint64_t declared, NumberForm form)
-    : input_(input), declared_(declared), form_(form), numbers_(columns) {
+FrameReader::FrameReader(CaptureInput& input, std::size_t columns, std::uint64_t declared, NumberForm form,
+                         LossWatch& watch)
+    : input_(input), declared_(declared), form_(form), watch_(watch), numbers_(columns) {
     constexpr std::size_t kUsualRoom = 24;
     texts_.resize(columns * kUsualRoom + kPlainNumberRoom);
 }
@@ -77,6 +78,7 @@ bool FrameReader::ReadNumber(std::size_t column) {
         stop = ParseNumber(rest.data(), end, value);
         if (stop == nullptr || !IsWritable(value, form_)) return false;
         number = ZT_PLUGIN::MakeNumberSample(value, out, form_);
+        watch_.CheckSample(value, number.text, static_cast<std::size_t>(stop - rest.data()), input_.Here());
     }
     if (stop != end && !IsBlank(*stop)) return false;
     const auto length = static_cast<std::size_t>(stop - rest.data());

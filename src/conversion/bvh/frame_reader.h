@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "conversion/bvh/capture_input.h"
+#include "conversion/loss_watch.h"
 #include "model/dynamic_numbers.h"
 #include "util/number_text.h"
 
@@ -15,7 +16,7 @@ class FrameReader {
 public:
     // `declared`: from so many frames on what is no frame ends the data. Before, a frame that ends with the last byte
     // of the text does not count: a recorder that stopped may have left half a number there.
-    FrameReader(CaptureInput& input, std::size_t columns, std::uint64_t declared, NumberForm form);
+    FrameReader(CaptureInput& input, std::size_t columns, std::uint64_t declared, NumberForm form, LossWatch& watch);
 
     // The next frame, one number for each column, borrowed until the next call. False after the last complete one.
     // Code ZT_CONVERSION and those of File_IO.
@@ -32,6 +33,7 @@ private:
     CaptureInput& input_;
     std::uint64_t declared_;
     NumberForm form_;
+    LossWatch& watch_;
     std::uint64_t frames_ = 0;
     std::vector<ZT_PLUGIN::NumberSample> numbers_;
     std::vector<char> texts_;  // of the numbers of this frame, one after the other

@@ -9,7 +9,7 @@ namespace zentor {
 
 // The rate that a frame time stands for, as a file gives it: a decimal number of seconds, which was rounded, and often
 // to few decimals. False for what is no number, is not greater than 0.001, or is so long that there is no whole frame a
-// second.
-bool ParseFrameTime(std::string_view text, FrameRate& rate);
+// second. `isExact`: whether that rate's frame time, printed with as many decimals, is the file's.
+bool ParseFrameTime(std::string_view text, FrameRate& rate, bool& isExact);
 
 }  // namespace zentor

@@ -11,7 +11,8 @@ namespace {
 
 class HierarchyReader {
 public:
-    HierarchyReader(CaptureInput& input, NumberForm form) : input_(input), form_(form) {}
+    HierarchyReader(CaptureInput& input, NumberForm form, LossWatch& watch)
+        : input_(input), form_(form), watch_(watch) {}
 
     Skeleton Read() {
         if (!TakeKeyword("hierarchy")) input_.Refuse();
@@ -32,7 +33,10 @@ private:
     std::shared_ptr<SkeletonNode> ReadJoint() {
         if (++depth_ > kGroupLimit) input_.Refuse();
         auto joint = std::make_shared<SkeletonNode>();
+        input_.SkipBlanks();
+        const InputPlace place = input_.Here();
         joint->name = input_.TakeName();
+        watch_.CheckText(joint->name, place);
         if (!TakeKeyword("{")) input_.Refuse();
         while (!TakeKeyword("}")) {
             if (TakeKeyword("offset")) {
@@ -43,7 +47,9 @@ private:
                 joint->children.push_back(ReadJoint());
             } else if (TakeKeyword("end") || TakeKeyword("endsite")) {
                 TakeKeyword("site");
+                const InputPlace site = input_.Here();
                 joint->children.push_back(ReadEndSite());
+                if (form_ == NumberForm::kSixteenDigits) AddNotice(ZT_NOTICE_END_SITES, site);
             } else {
                 input_.Refuse();
             }
@@ -78,6 +84,7 @@ private:
             const char* const end = word.data() + word.size();
             if (ParseNumber(word.data(), end, number) != end || word.empty() || !IsWritable(number, form_))
                 input_.Refuse();
+            watch_.CheckNumber(number, word.size(), input_.Here());
             input_.Advance(word.size());
         }
     }
@@ -96,13 +103,20 @@ private:
         if (name.empty() || IsKeyword(name)) input_.Refuse();
         const auto found = std::find_if(kLowerNames.begin(), kLowerNames.end(),
                                         [name](std::string_view lower) { return IsWord(name, lower); });
+        const InputPlace place = input_.Here();
         input_.Advance(name.size());
         const std::size_t column = skeleton_.columns++;
-        if (found == kLowerNames.end()) return;
+        if (found == kLowerNames.end()) {
+            AddNotice(ZT_NOTICE_CHANNELS, place);
+            return;
+        }
         const auto channel = static_cast<Channel>(found - kLowerNames.begin());
         ChannelGroup& group = channel < Channel::kXrotation ? joint.position : joint.rotation;
         const auto& known = group.channels;
-        if (std::find(known.begin(), known.end(), channel) != known.end()) return;  // there it is a second time
+        if (std::find(known.begin(), known.end(), channel) != known.end()) {  // there it is a second time
+            AddNotice(ZT_NOTICE_CHANNELS, place);
+            return;
+        }
         group.channels.push_back(channel);
         group.columns.push_back(column);
     }
@@ -120,12 +134,15 @@ private:
 
     CaptureInput& input_;
     NumberForm form_;
+    LossWatch& watch_;
     Skeleton skeleton_;
     std::size_t depth_ = 0;
 };
 
 }  // namespace
 
-Skeleton ReadHierarchy(CaptureInput& input, NumberForm form) { return HierarchyReader(input, form).Read(); }
+Skeleton ReadHierarchy(CaptureInput& input, NumberForm form, LossWatch& watch) {
+    return HierarchyReader(input, form, watch).Read();
+}
 
 }  // namespace zentor

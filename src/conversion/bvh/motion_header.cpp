@@ -45,7 +45,7 @@ bool TakeLabel(CaptureInput& input, std::initializer_list<std::string_view> word
 // Goes past a label and all words before it. A brace is no word: there are joints still, or one is not closed.
 void SkipToLabel(CaptureInput& input, std::initializer_list<std::string_view> words) {
     input.SkipBlanks();
-    const CaptureInput::Place start = input.Here();
+    const InputPlace start = input.Here();
     do {
         const std::string_view word = input.PeekWord();
         if (word.empty()) input.Refuse(start);
@@ -70,9 +70,11 @@ FrameRate ReadFrameRate(CaptureInput& input) {
     FrameRate rate{};
     const bool isMissing = input.SkipBlanks();  // a number of the next line is one of a frame
     const std::string_view word = isMissing ? std::string_view() : input.PeekWord();
-    if (!ParseFrameTime(word, rate)) {
+    bool isExact = true;
+    if (!ParseFrameTime(word, rate, isExact)) {
         throw ZT_PLUGIN::ZT_PluginException(ZT_FRAME_TIME, input.Here().offset, input.Here().line);
     }
+    if (!isExact) AddNotice(ZT_NOTICE_FRAME_RATE, input.Here());
     input.Advance(word.size());
     if (!input.SkipBlanks()) input.Refuse();
     return rate;

@@ -29,8 +29,9 @@ std::string CellNamePrefix(std::string_view header) {
 // The cells of one column, from the first row to the last.
 class ColumnCells final : public ChildSource {
 public:
-    ColumnCells(TableIndex& table, std::string_view header, std::size_t column, TableName& matchNames)
+    ColumnCells(TableIndex& table, LossWatch& watch, std::string_view header, std::size_t column, TableName& matchNames)
         : table_(table),
+          watch_(watch),
           displayName_(CellNamePrefix(header)),
           column_(column),
           isNumeric_(table.isNumericColumn[column]),
@@ -61,9 +62,14 @@ private:
         child.node.numberText.length = 0;
         if (cell.end == std::string_view::npos) {  // an empty cell
             child.node.number = 0;
+            watch_.Count(ZT_NOTICE_EMPTY_CELLS, at);
             return at;
         }
-        if (cell.canonicalEnd != nullptr) TakeNumberText(child.node.numberText, cell);
+        if (cell.canonicalEnd != nullptr) {
+            TakeNumberText(child.node.numberText, cell);
+        } else {
+            child.node.numberText = watch_.Format(cell.value, cell.end - at, at);
+        }
         return cell.end;
     }
 
@@ -81,10 +87,12 @@ private:
         child.node.kind = StaticKind::kString;
         const std::size_t end = EndOfCell(table_.text, at, table_.delimiter);
         child.node.text = table_.text.substr(at, end - at);
+        watch_.CheckText(child.node.text, at);
         return end;
     }
 
     TableIndex& table_;
+    LossWatch& watch_;
     TableName displayName_;
     std::size_t column_;
     bool isNumeric_;
@@ -94,15 +102,16 @@ private:
 
 class TableColumns final : public ChildSource {
 public:
-    TableColumns(const ZT_ConverterHandlerBase& converter, TableIndex& table)
-        : converter_(converter), table_(table), headers_(table.header) {}
+    TableColumns(const ZT_ConverterHandlerBase& converter, TableIndex& table, LossWatch& watch)
+        : converter_(converter), table_(table), watch_(watch), headers_(table.header) {}
 
     bool Next(Child& child) override {
         if (column_ == table_.columnCount) return false;
         const std::string_view header = headers_.substr(0, headers_.find(table_.delimiter));
+        watch_.CheckText(header, static_cast<std::size_t>(header.data() - table_.text.data()));
         headers_.remove_prefix(std::min(header.size() + 1, headers_.size()));
         const auto group = NativeCreateGroup(&converter_, matchNames_.Next(), header);
-        group->SetChildSource(std::make_unique<ColumnCells>(table_, header, column_, matchNames_));
+        group->SetChildSource(std::make_unique<ColumnCells>(table_, watch_, header, column_, matchNames_));
         child.group = group;
         ++column_;
         return true;
@@ -111,6 +120,7 @@ public:
 private:
     const ZT_ConverterHandlerBase& converter_;
     TableIndex& table_;
+    LossWatch& watch_;
     std::string_view headers_;
     std::size_t column_ = 0;
     TableName matchNames_{"data"};  // of all nodes, in the order in which they are written
@@ -118,9 +128,10 @@ private:
 
 }  // namespace
 
-std::unique_ptr<ChildSource> MakeTableChildren(const ZT_ConverterHandlerBase& converter, TableIndex& table) {
+std::unique_ptr<ChildSource> MakeTableChildren(const ZT_ConverterHandlerBase& converter, TableIndex& table,
+                                               LossWatch& watch) {
     BeginStep(kInputChecked, kDocumentMade, table.rows.Count() * table.columnCount);
-    return std::make_unique<TableColumns>(converter, table);
+    return std::make_unique<TableColumns>(converter, table, watch);
 }
 
 }  // namespace zentor

@@ -6,12 +6,14 @@
 
 #include "conversion/converter_base.h"
 #include "conversion/csv_tsv/table_index.h"
+#include "conversion/loss_watch.h"
 #include "model/child_source.h"
 
 namespace zentor {
 
-// The groups of the columns in header order. `table` and `converter` must outlive the source. The row positions of the
+// The groups of the columns in header order. What it is given must outlive the source. The row positions of the
 // table move along with the columns, so that a table is walked once.
-std::unique_ptr<ZT_PLUGIN::ChildSource> MakeTableChildren(const ZT_ConverterHandlerBase& converter, TableIndex& table);
+std::unique_ptr<ZT_PLUGIN::ChildSource> MakeTableChildren(const ZT_ConverterHandlerBase& converter, TableIndex& table,
+                                                          LossWatch& watch);
 
 }  // namespace zentor

@@ -2,6 +2,8 @@
 #pragma once
 
 #include "conversion/converter_base.h"
+#include "conversion/csv_tsv/table_index.h"
+#include "conversion/loss_watch.h"
 
 namespace zentor {
 
@@ -15,6 +17,8 @@ protected:
         : ZT_ConverterHandlerBase(std::move(info)), delimiter_(delimiter), identifier_(identifier) {}
 
 private:
+    void CheckShape(const TableIndex& table, const LossWatch& watch) const;
+
     char delimiter_;
     const char* identifier_;
 };

@@ -63,6 +63,7 @@ std::size_t EndOfPlainNumber(std::string_view text, std::size_t from, char delim
 // Checks the cells of one row and clears the marks of columns that hold text; returns where the line ends.
 std::size_t ScanRow(TableIndex& table, std::size_t from) {
     std::size_t at = from;
+    bool isLong = false;
     for (std::size_t column = 0;; ++column) {
         std::size_t end = kNone;
         if (column < table.columnCount && table.isNumericColumn[column]) {
@@ -72,8 +73,13 @@ std::size_t ScanRow(TableIndex& table, std::size_t from) {
         if (end == kNone) {
             end = EndOfCell(table.text, at, table.delimiter);
             if (end != at && column < table.columnCount) table.isNumericColumn[column] = false;
+            isLong = isLong || (end != at && column >= table.columnCount);
         }
-        if (end == table.text.size() || table.text[end] != table.delimiter) return end;
+        if (end == table.text.size() || table.text[end] != table.delimiter) {
+            if (isLong && table.longRows++ == 0) table.firstLongRow = from;
+            if (column + 1 < table.columnCount && table.shortRows++ == 0) table.firstShortRow = from;
+            return end;
+        }
         at = end + 1;
     }
 }

@@ -40,6 +40,11 @@ struct TableIndex {
     std::size_t columnCount;            // 0 without a header
     std::vector<bool> isNumericColumn;  // every cell is empty or a number
     RowPositions rows;                  // where each row begins
+    // Rows of another length than the header, and where the first of each stands. Empty cells beyond it do not count.
+    std::uint64_t shortRows = 0;
+    std::size_t firstShortRow = 0;
+    std::uint64_t longRows = 0;
+    std::size_t firstLongRow = 0;
 };
 
 // Where the cell that begins at `from` ends: at a delimiter, at the end of its line, or of the text.

@@ -67,6 +67,7 @@ std::string DecodeUtf16(std::string_view bytes) {
 
 bool TableText::Read(const std::string& path) {
     view_ = {};
+    start_ = 0;
     const MapResult result = file_.Map(path);
     if (result != MapResult::kMapped) return result == MapResult::kEmpty;
     switch (FindByteOrderMark(file_.bytes())) {
@@ -75,12 +76,14 @@ bool TableText::Read(const std::string& path) {
             break;
         case ByteOrderMark::kUtf8:
             view_ = WithoutUtf8Mark(file_.bytes());
+            start_ = static_cast<std::int64_t>(file_.bytes().size() - view_.size());
             break;
         case ByteOrderMark::kUtf16BigEndian:
         case ByteOrderMark::kUtf16LittleEndian:
             decoded_ = DecodeUtf16(file_.bytes());
             file_.Unmap();
             view_ = decoded_;
+            start_ = -1;
             break;
     }
     return true;

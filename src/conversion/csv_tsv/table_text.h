@@ -1,6 +1,7 @@
 // The text of a table file.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -26,11 +27,14 @@ public:
     bool Read(const std::string& path);
     // Lives as long as this object.
     std::string_view view() const { return view_; }
+    // Where it begins in the file; -1 when it had to be decoded.
+    std::int64_t Start() const { return start_; }
 
 private:
     FileMapper file_;
     std::string decoded_;
     std::string_view view_;
+    std::int64_t start_ = 0;
 };
 
 }  // namespace zentor

@@ -17,7 +17,7 @@ namespace {
 // The values of the whole text.
 class JsonChildren final : public ChildSource {
 public:
-    JsonChildren(std::shared_ptr<JsonIterator> top, NumberForm form) : form_(form) {
+    JsonChildren(std::shared_ptr<JsonIterator> top, NumberForm form, LossWatch& watch) : form_(form), watch_(watch) {
         levels_.push_back({std::move(top), false});
     }
 
@@ -35,16 +35,19 @@ public:
             }
             kind = values.GetType();
             if (kind != JsonKind::kNull) break;
+            watch_.Count(ZT_NOTICE_NULLS, values.Offset());
         }
         constexpr std::uint64_t kReportedAtOnce = 0x1000;  // values
         if (count_++ % kReportedAtOnce == 0) ReportProgress(values.Offset());
         child.node.matchName = matchNames_.Next();
         child.node.displayName = values.GetKey();
+        watch_.CheckText(child.node.displayName, values.Offset());
         switch (kind) {
             case JsonKind::kString:
                 child.node.kind = StaticKind::kString;
                 values.GetString(text_);
                 child.node.text = text_;
+                watch_.CheckText(text_, values.Offset());
                 break;
             case JsonKind::kNumber:
                 child.node.kind = StaticKind::kNumber;
@@ -74,13 +77,13 @@ private:
         bool isStarted;
     };
 
-    void TakeNumber(const JsonIterator& values, Child& child) const {
+    void TakeNumber(const JsonIterator& values, Child& child) {
         const std::string_view number = values.GetNumberText();
         const char* const canonicalEnd =
             ScanPlainDecimal(number.data(), number.data() + number.size(), form_).canonicalEnd;
         child.node.numberText.length = 0;
         if (canonicalEnd == nullptr) {
-            child.node.number = values.GetNumber();
+            child.node.numberText = watch_.Format(values.GetNumber(), number.size(), values.Offset());
             return;
         }
         child.node.numberText.length = static_cast<std::uint32_t>(canonicalEnd - number.data());
@@ -88,6 +91,7 @@ private:
     }
 
     NumberForm form_;
+    LossWatch& watch_;
     CountingName<40> matchNames_{"matchName"};  // of all nodes, in the order in which they are written
     std::uint64_t count_ = 0;                   // of values so far
     std::string text_;                          // the string that is being written
@@ -96,8 +100,8 @@ private:
 
 }  // namespace
 
-std::unique_ptr<ChildSource> MakeJsonChildren(std::shared_ptr<JsonIterator> top, NumberForm form) {
-    return std::make_unique<JsonChildren>(std::move(top), form);
+std::unique_ptr<ChildSource> MakeJsonChildren(std::shared_ptr<JsonIterator> top, NumberForm form, LossWatch& watch) {
+    return std::make_unique<JsonChildren>(std::move(top), form, watch);
 }
 
 }  // namespace zentor

@@ -10,7 +10,8 @@ bool JsonConverter::Convert() {
     const auto root = NativeCreateRoot(this, Info().streamId);
     CallModel([&](auto* error) { root->SetCreator("com.orvane.sensor.json", error); });
     JsonText text(Info().inputPath, Info().form.numbers);
-    root->SetChildSource(MakeJsonChildren(text.MakeIterator(), Info().form.numbers));
+    LossWatch watch(Info(), text.view(), static_cast<std::int64_t>(text.MarkSize()));
+    root->SetChildSource(MakeJsonChildren(text.MakeIterator(), Info().form.numbers, watch));
     std::uint32_t written = 0;
     CallModel([&](auto* error) { written = root->WriteDocument(error); });
     return written != 0;

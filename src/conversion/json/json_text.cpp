@@ -1,11 +1,10 @@
 #include "conversion/json/json_text.h"
 
-#include <algorithm>
-
 #include "conversion/json/json_check.h"
 #include "errors/progress.h"
 #include "errors/raise.h"
 #include "util/byte_order_mark.h"
+#include "util/line_count.h"
 
 namespace zentor {
 
@@ -35,14 +34,7 @@ std::shared_ptr<JsonIterator> JsonText::MakeIterator() {
 }
 
 void JsonText::Refuse(std::size_t offset) const {
-    const std::size_t mark = file_.bytes().size() - text_.size();
-    const std::string_view before = text_.substr(0, offset);
-    // A line ends with a line feed, or with a carriage return that none follows.
-    std::int64_t line = 1;
-    for (std::size_t at = 0; at < before.size(); ++at) {
-        if (before[at] == '\n' || (before[at] == '\r' && text_.substr(at + 1, 1) != "\n")) ++line;
-    }
-    Raise({kConversionFailure, static_cast<std::int64_t>(mark + offset), line});
+    Raise({kConversionFailure, static_cast<std::int64_t>(MarkSize() + offset), LineAt(text_, offset)});
 }
 
 }  // namespace zentor

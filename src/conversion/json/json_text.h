@@ -27,6 +27,7 @@ public:
 
     // After a UTF-8 byte-order mark.
     std::string_view view() const { return text_; }
+    std::size_t MarkSize() const { return file_.bytes().size() - text_.size(); }
     // Fails with ZT_CONVERSION at an offset in view().
     [[noreturn]] void Refuse(std::size_t offset) const;
 

@@ -4,6 +4,8 @@
 #include <signal.h>
 #include <unistd.h>
 
+#include <atomic>
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 
@@ -13,7 +15,40 @@ std::vector<std::string> Arguments(int argc, char** argv) { return {argv + 1, ar
 
 bool IsErrorTerminal() { return isatty(STDERR_FILENO) != 0; }
 
-bool WriteOutput(std::string_view bytes) { return std::fwrite(bytes.data(), 1, bytes.size(), stdout) == bytes.size(); }
+namespace {
+
+std::atomic<int> keptOutput{-1};  // a descriptor of the standard output, while it is aside
+std::atomic<bool> isOutputClosed{false};
+
+bool WriteKept(int output, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t written = write(output, bytes.data(), bytes.size());
+        if (written < 0 && errno == EINTR) continue;
+        if (written < 0) return false;
+        bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return true;
+}
+
+}  // namespace
+
+bool WriteOutput(std::string_view bytes) {
+    errno = 0;
+    const int kept = keptOutput;
+    const bool isWritten =
+        kept >= 0 ? WriteKept(kept, bytes) : std::fwrite(bytes.data(), 1, bytes.size(), stdout) == bytes.size();
+    if (!isWritten && errno == EPIPE) isOutputClosed = true;
+    return isWritten;
+}
+
+bool FlushOutput() {
+    errno = 0;
+    const bool isWritten = std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
+    if (!isWritten && errno == EPIPE) isOutputClosed = true;
+    return isWritten;
+}
+
+bool IsOutputClosed() { return isOutputClosed; }
 
 bool WriteError(std::string_view bytes) { return std::fwrite(bytes.data(), 1, bytes.size(), stderr) == bytes.size(); }
 
@@ -45,22 +80,42 @@ void EndByStop() {
     std::_Exit(128 + stopSignal);  // where it is blocked
 }
 
+void EndByBrokenPipe() {
+    signal(SIGPIPE, SIG_DFL);
+    raise(SIGPIPE);
+    std::_Exit(1);  // where it is blocked
+}
+
+bool ReadInput(char* buffer, std::size_t count, std::size_t& got) {
+    ssize_t taken = -1;
+    do {
+        taken = read(STDIN_FILENO, buffer, count);
+    } while (taken < 0 && errno == EINTR && !IsStopWanted());
+    got = taken < 0 ? 0 : static_cast<std::size_t>(taken);
+    return taken >= 0;
+}
+
 void SetBinaryOutput() {}
 
 OutputAside::OutputAside() {
     std::fflush(stdout);
     const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
     if (nowhere < 0) return;
-    kept_ = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
-    if (kept_ >= 0) dup2(nowhere, STDOUT_FILENO);
+    const int kept = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    if (kept >= 0) {
+        dup2(nowhere, STDOUT_FILENO);
+        keptOutput = kept;
+        isAside_ = true;
+    }
     close(nowhere);
 }
 
 OutputAside::~OutputAside() {
-    if (kept_ < 0) return;
+    if (!isAside_) return;
     std::fflush(stdout);
-    dup2(kept_, STDOUT_FILENO);
-    close(kept_);
+    const int kept = keptOutput.exchange(-1);
+    dup2(kept, STDOUT_FILENO);
+    close(kept);
 }
 
 }  // namespace zentor::os
