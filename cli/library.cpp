@@ -42,31 +42,30 @@ constexpr ZT_PluginCallbacks kListing{
     nullptr,
 };
 
-// What the library has told each thread. Callbacks come on the thread that called.
-thread_local Report latestReport;
-thread_local std::vector<Notice> latestNotices;
-thread_local Amount* shownAmount = nullptr;
+// Of each thread: callbacks come on the one that called. A pointer alone: objects that have to be destroyed with their
+// thread are not safe with every compiler.
+thread_local Listener* current = nullptr;
 
 std::uint8_t GoOn(void*, std::uint64_t done, std::uint64_t total) {
-    if (shownAmount != nullptr) {
-        shownAmount->done = done;
-        shownAmount->total = total;
-        if (!shownAmount->isWanted) return 0;
+    if (current != nullptr && current->amount != nullptr) {
+        current->amount->done = done;
+        current->amount->total = total;
     }
     return zentor::os::IsStopWanted() ? 0 : 1;
 }
 
 void TakeNotice(void*, std::uint32_t kind, const char* message, std::uint64_t count, std::int64_t, std::int64_t line) {
-    latestNotices.push_back({kind, message, count, line});
+    if (current != nullptr) current->notices.push_back({kind, message, count, line});
 }
 
 // Extras of an input that cannot be converted are a byte offset and a line; those of other failures may be anything.
 bool HasPlaceInInput(std::uint32_t code) { return code == ZT_CONVERSION || code == ZT_FRAME_TIME; }
 
 void TakeReport(void*, std::uint32_t code, const char* message, std::int64_t extra1, std::int64_t extra2) {
-    latestReport = {code, {}, extra1, HasPlaceInInput(code) && extra2 > 0 ? extra2 : -1};
+    if (current == nullptr) return;
+    current->report = {code, {}, extra1, HasPlaceInInput(code) && extra2 > 0 ? extra2 : -1};
     try {
-        latestReport.message = message;
+        current->report.message = message;
     } catch (const std::bad_alloc&) {
         // The code has to do; nothing may be thrown through the library.
     }
@@ -89,6 +88,10 @@ constexpr ZT_PluginCallbacks kLoading = [] {
 
 }  // namespace
 
+Listener::Listener() : outer_(current) { current = this; }
+
+Listener::~Listener() { current = outer_; }
+
 Library::Library(const std::string& locale, bool privateCopy) {
     suite_.addFormat = [](void* list, const char* extension, const char* displayName) {
         static_cast<Converters*>(list)->formats.push_back({extension, displayName});
@@ -102,7 +105,7 @@ Library::Library(const std::string& locale, bool privateCopy) {
     suite_.reportError = &TakeReport;
     TakeResults(suite_);
     CreateZentor_1(&manager_, nullptr, nullptr, locale.c_str(), this, &suite_, nullptr);
-    if (manager_ == nullptr) throw LibraryFailure(latestReport);
+    if (manager_ == nullptr) throw LibraryFailure(listener_.report);
 }
 
 Library::~Library() { DestroyZentor_1(&manager_, this); }
@@ -110,7 +113,8 @@ Library::~Library() { DestroyZentor_1(&manager_, this); }
 void Library::Check(ZT_Result result) const {
     if (zentor::os::IsStopWanted()) throw Stopped();
     if (result == ZT_OK) return;
-    throw LibraryFailure(latestReport.code == result ? latestReport : Report{result, {}, -1, -1});
+    throw LibraryFailure(current != nullptr && current->report.code == result ? current->report
+                                                                              : Report{result, {}, -1, -1});
 }
 
 void Library::Fail(std::uint32_t code, const char* key) { throw LibraryFailure(Report{code, Message(key), -1, -1}); }
@@ -121,16 +125,20 @@ std::string Library::Message(const char* key) {
     return message;
 }
 
-std::vector<Notice> Library::TakeNotices() { return std::exchange(latestNotices, {}); }
+std::vector<Notice> Library::TakeNotices() {
+    return current == nullptr ? std::vector<Notice>() : std::exchange(current->notices, {});
+}
 
-void Library::ShowAmount(Amount* amount) { shownAmount = amount; }
+void Library::ShowAmount(Amount* amount) {
+    if (current != nullptr) current->amount = amount;
+}
 
 Converters Library::ListConverters(bool load) {
     Converters converters;
     extensions_.plugins = load ? &kLoading : &kListing;
-    latestReport = {};  // it has no result but its report
+    listener_.report = {};  // it has no result but its report
     GetSupportedFormats_1(&converters, this, &suite_);
-    Check(latestReport.code);
+    Check(listener_.report.code);
     return converters;
 }
 

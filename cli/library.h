@@ -53,7 +53,6 @@ struct Notice {
 struct Amount {
     std::atomic<std::uint64_t> done{0};
     std::atomic<std::uint64_t> total{0};  // 0: not known
-    std::atomic<bool> isWanted{true};     // false cancels
 };
 
 struct Format {
@@ -109,6 +108,22 @@ struct Converters {
     std::vector<PluginFolder> pluginFolders;  // the last one is that beside the library
 };
 
+// Takes what the library tells the thread that made it, as long as it lives. Threads without one hear nothing.
+class Listener {
+public:
+    Listener();
+    ~Listener();
+    Listener(const Listener&) = delete;
+    Listener& operator=(const Listener&) = delete;
+
+    Report report;  // the latest
+    std::vector<Notice> notices;
+    Amount* amount = nullptr;  // null: nobody wants to know
+
+private:
+    Listener* outer_;
+};
+
 // The manager, for as long as a command runs.
 class Library {
 public:
@@ -149,6 +164,7 @@ public:
     Converters ListConverters(bool load = false);
 
 private:
+    Listener listener_;
     ZT_HostOptions options_{};
     ZT_HostExtensions extensions_{};
     ZT_HostSuite suite_{};

@@ -171,7 +171,10 @@ private:
         Instant parsed;
         Require(form_.Parse({text, static_cast<std::size_t>(end - text)}, parsed) && parsed == formatted);
         const QueryTime at = form_.At(time.value, time.scale);
-        for (const auto& other : times_) Require(!other || (other->Get() <=> at) == (other->Get() <=> parsed));
+        const auto sign = [](int order) { return (order > 0) - (order < 0); };
+        for (const auto& other : times_) {
+            Require(!other || sign(Compare(other->Get(), at)) == sign(Compare(other->Get(), parsed)));
+        }
     }
 
     const DocumentQueries& queries_;

@@ -109,6 +109,7 @@ private:
     }
 
     void Work() {
+        const Listener listener;
         for (;;) {
             const std::size_t which = next_++;
             if (which >= plan_.size() || isEnding_ || zentor::os::IsStopWanted()) return;

@@ -58,7 +58,7 @@ bool LossWatch::FindLoss(double value, std::string_view text, Loss& loss) {
 
 bool LossWatch::IsFirst(ZT_NoticeKind kind, std::size_t offset) const {
     const Notices* const notices = Notices::Current();
-    return isStrict_ || notices == nullptr || notices->IsFirst(kind, start_ + static_cast<std::int64_t>(offset));
+    return notices == nullptr || notices->IsFirst(kind, start_ + static_cast<std::int64_t>(offset));
 }
 
 void LossWatch::Tell(const Loss& loss, const InputPlace& place) const {

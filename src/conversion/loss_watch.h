@@ -63,7 +63,8 @@ private:
     void Tell(const Loss& loss, const InputPlace& place) const;
     // The place is worked out only where it is asked for.
     void Tell(const Loss& loss, std::size_t offset) const {
-        Tell(loss, IsFirst(loss.notice, offset) ? PlaceAt(offset) : InputPlace());
+        const bool isRefused = isStrict_ && loss.refusal != nullptr;
+        Tell(loss, isRefused || IsFirst(loss.notice, offset) ? PlaceAt(offset) : InputPlace());
     }
     bool IsFirst(ZT_NoticeKind kind, std::size_t offset) const;
     // Whether 16 digits may not be enough, or there is an exponent: for nearly all numbers that is seen at once.
