@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "document.h"
+#include "wrong_usage.h"
 
 namespace zentor_cli {
 
@@ -118,6 +119,36 @@ void Library::Check(ZT_Result result) const {
 }
 
 void Library::Fail(std::uint32_t code, const char* key) { throw LibraryFailure(Report{code, Message(key), -1, -1}); }
+
+void Library::UseConverter(const std::string& name, const std::vector<std::string>& parameters) {
+    const auto isCalled = [&name](const std::string& identifier) {
+        return identifier == name || identifier.substr(identifier.rfind('.') + 1) == name;
+    };
+    const Converters converters = ListConverters();
+    bool isKnown = name.empty();
+    for (const Format& format : converters.formats) {
+        // A built-in converter is called as its format's first extension.
+        isKnown = isKnown || (format.extension != "vkjson" && isCalled("com.orvane.sensor." + format.extension));
+    }
+    for (const PluginFolder& folder : converters.pluginFolders) {
+        for (const PluginModule& module : folder.modules) {
+            for (const PluginConverter& converter : module.converters) {
+                isKnown = isKnown || isCalled(converter.identifier);
+            }
+        }
+    }
+    if (!isKnown) throw WrongUsage("there is no converter \"" + name + "\"; zentor plugins lists those of plug-ins");
+    parameters_ = parameters;
+    for (const std::string& parameter : parameters_) {
+        const std::size_t end = parameter.find('=');
+        if (end == std::string::npos || end == 0) throw WrongUsage("--set takes KEY=VALUE, not " + parameter);
+        parameterTexts_.push_back(parameter.c_str());
+    }
+    parameterTexts_.push_back(nullptr);
+    converter_ = name;
+    options_.converter = converter_.empty() ? nullptr : converter_.c_str();
+    options_.parameters = parameterTexts_.data();
+}
 
 std::string Library::Message(const char* key) {
     std::string message;

@@ -159,6 +159,9 @@ public:
 
     // How the library works from now on.
     ZT_HostOptions& options() { return options_; }
+    // Has every input converted by one converter. Throws WrongUsage when there is none of that name, or a parameter has
+    // another form.
+    void UseConverter(const std::string& name, const std::vector<std::string>& parameters);
 
     // `load`: whether each module that can be used is loaded, too.
     Converters ListConverters(bool load = false);
@@ -166,6 +169,9 @@ public:
 private:
     Listener listener_;
     ZT_HostOptions options_{};
+    std::string converter_;
+    std::vector<std::string> parameters_;
+    std::vector<const char*> parameterTexts_;
     ZT_HostExtensions extensions_{};
     ZT_HostSuite suite_{};
     IZentor* manager_ = nullptr;

@@ -40,6 +40,10 @@ void AddCommonOptions(CLI::App& app, CommonOptions& common) {
     app.add_option("--locale", common.locale, "Language of messages, e.g. en_US");
     app.add_flag("--private-copy", common.privateCopy, "Read documents from a copy that nobody else can change");
     app.add_flag("--faithful", common.faithful, "Convert so that all texts and numbers come back as they went in");
+    app.add_option("--as", common.converter,
+                   "Convert with this converter, e.g. csv or an identifier of zentor plugins");
+    app.add_option("--set", common.parameters, "A parameter of the converter, KEY=VALUE; as often as there are any")
+        ->allow_extra_args(false);
     app.set_version_flag("--version", "zentor " ZENTOR_VERSION);
     app.require_subcommand(1);
     app.fallthrough();
@@ -189,6 +193,9 @@ int Run(const std::vector<std::string>& arguments) {
     try {
         library.emplace(given.common.locale, given.common.privateCopy);
         library->options().faithful = given.common.faithful ? 1 : 0;
+        if (!given.common.converter.empty() || !given.common.parameters.empty()) {
+            library->UseConverter(given.common.converter, given.common.parameters);
+        }
         const bool isGood = chosen(*library);
         FlushOutput();
         return isGood ? 0 : kFailed;

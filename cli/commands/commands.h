@@ -17,6 +17,8 @@ struct CommonOptions {
     std::string locale = "en_US";
     bool privateCopy = false;
     bool faithful = false;
+    std::string converter;                // by whom inputs are converted; empty: who they belong to
+    std::vector<std::string> parameters;  // for it, "key=value"
 };
 
 struct ConvertOptions {

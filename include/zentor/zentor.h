@@ -31,6 +31,15 @@
 
 #include "zentor/error_codes.h"
 
+// Of this header. What stands in it changes at its end alone while the first number stays: tables and slots that there
+// are stay as they are, and hosts that were compiled with an older header work with a newer library.
+#define ZENTOR_VERSION_MAJOR 0
+#define ZENTOR_VERSION_MINOR 1
+#define ZENTOR_VERSION_PATCH 0
+#define ZENTOR_VERSION "0.1.0"
+// For comparisons: 102 is 0.1.2.
+#define ZENTOR_VERSION_NUMBER (ZENTOR_VERSION_MAJOR * 10000 + ZENTOR_VERSION_MINOR * 100 + ZENTOR_VERSION_PATCH)
+
 #ifdef __cplusplus
 namespace ZT_PLUGIN {
 struct ISharedObject;
@@ -253,6 +262,12 @@ struct ZT_HostOptions {
     // such documents when their rows are far shorter than their headers.
     uint8_t anySize;
     uint8_t reserved[5];  // 0
+    // The converter for every input, whatever its extension and content: its identifier, such as com.orvane.sensor.csv,
+    // or the last part of it. Null: the one that the input belongs to. ZT_INVALID_POINTER when there is none.
+    const char* converter;
+    // Texts "key=value" for the converter, up to a null; null for none. ZT_INVALID_POINTER for a text of another form,
+    // ZT_CONVERSION for a parameter that the converter does not have.
+    const char* const* parameters;
 };
 
 // Kinds of notices.
@@ -433,7 +448,8 @@ protected:
 struct IZentor {
     // slot 0: opens a document, or converts a supported file and opens the result. Every fault of the outline and the
     // time information is found now; a report's first detail is its byte offset. A file that is open already gives the
-    // same handler again, whatever path with the same extension leads to it, and each call needs one CloseFile; a file
+    // same handler again, whatever path with the same extension leads to it, if it would be converted with the same
+    // options, and each call needs one CloseFile; a file
     // that has taken its place is another one. *handler is null after a failure, and no file is changed or left behind.
     // For a table (csv, tsv, txt) that cannot be read, the line "ERROR Opening File " and its path go to the host's
     // standard output, here and in ConvertFile.

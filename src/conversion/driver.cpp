@@ -47,10 +47,21 @@ private:
 };
 
 struct FoundConverter {
+    std::string identifier;
     // Makes the converter for one input.
     std::function<std::unique_ptr<ZT_ConverterHandlerBase>(ConversionInfo info)> make;
     bool mayEscape;  // what it writes; built-in ones do not
 };
+
+FoundConverter NativeConverter(const NativeFormat& format) { return {format.identifier, format.makeConverter, false}; }
+
+FoundConverter ConverterOf(const std::shared_ptr<ZT_PLUGIN::ZT_ConverterHandler>& plugins,
+                           const ZT_PLUGIN::PluginConverter& converter) {
+    const auto make = [plugins, &converter](ConversionInfo info) {
+        return std::make_unique<ZT_PLUGIN::ZT_ConverterHandlerInstance>(std::move(info), converter);
+    };
+    return {converter.manifest.identifier, make, true};
+}
 
 // The converter of an input: a plug-in that insists on it, a built-in one, or any other plug-in. What it gives keeps
 // the plug-ins while it is used. When there is none: the failure of the first plug-in that could not say whether it is
@@ -70,11 +81,27 @@ FoundConverter FindConverter(const std::string& inputPath) {
             Raise(kFileFormatNotSupported);
         }
     }
-    if (converter == nullptr) return {format->makeConverter, false};
-    const auto make = [plugins, converter](ConversionInfo info) {
-        return std::make_unique<ZT_PLUGIN::ZT_ConverterHandlerInstance>(std::move(info), *converter);
-    };
-    return {make, true};
+    if (converter == nullptr) return NativeConverter(*format);
+    return ConverterOf(plugins, *converter);
+}
+
+// The one that the host asks for, whatever the input is.
+FoundConverter FindNamedConverter(const std::string& name) {
+    if (const NativeFormat* const format = FindFormatOfConverter(name)) return NativeConverter(*format);
+    const auto plugins = Plugins();
+    const LastExceptionScope lastException;
+    const ZT_PLUGIN::PluginConverter* const converter = plugins->FindCalled(name);
+    if (converter == nullptr) Raise(kInvalidPointer, Quoted("ZT_HostOptions.converter"));
+    return ConverterOf(plugins, *converter);
+}
+
+// No converter has parameters yet.
+void CheckParameters(const std::vector<std::string>& parameters, const FoundConverter& converter) {
+    for (const std::string& parameter : parameters) {
+        const std::size_t end = parameter.find('=');
+        if (end == std::string::npos || end == 0) Raise(kInvalidPointer, Quoted("ZT_HostOptions.parameters"));
+        Raise(kUnknownParameter, converter.identifier, Quoted(parameter.substr(0, end)));
+    }
 }
 
 ContentForm FormOf(const FoundConverter& converter, bool isFaithful) {
@@ -138,16 +165,26 @@ InputFile CheckInput(const char* inputPath) {
     return {inputPath, File_IO::AbsolutePath(inputPath)};
 }
 
+std::string ConversionOptions::Kind() const {
+    std::string kind = faithful ? "faithful" : "";
+    for (const std::string& part : parameters) kind += '\0' + part;
+    return converter.empty() && parameters.empty() ? kind : kind + '\0' + converter;
+}
+
 std::shared_ptr<DocumentRecord> PrepareInput(const InputFile& input, const std::string& outputPath,
                                              const ConversionOptions& options) {
     const bool isNamedDocument = ExtensionOf(input.path) == words::kExtension;
-    if (isNamedDocument || IsVkjsonDocument(input.path)) {
+    if (options.converter.empty() && (isNamedDocument || IsVkjsonDocument(input.path))) {
+        if (!options.parameters.empty())
+            Raise(kUnknownParameter, words::kExtension, Quoted(options.parameters.front()));
         if (!outputPath.empty() && !File_IO::IsSameFile(input.path, outputPath)) {
             CheckOutput(outputPath, options.newOutput);
         }
         return RecordOfDocument(input.path, !isNamedDocument);
     }
-    const FoundConverter converter = FindConverter(input.path);
+    const FoundConverter converter =
+        options.converter.empty() ? FindConverter(input.path) : FindNamedConverter(options.converter);
+    CheckParameters(options.parameters, converter);
     auto record = CreateDocumentFor(input, outputPath, options.newOutput);
     RunConverter(converter, input, record->documentPath, options);
     if (options.strict && !options.faithful && converter.mayEscape) CheckEscapedTexts(record->documentPath);

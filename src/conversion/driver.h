@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "files/document_record.h"
 
@@ -18,10 +19,15 @@ struct InputFile {
 InputFile CheckInput(const char* inputPath);
 
 struct ConversionOptions {
-    bool strict = false;     // what a document would not give back as it went in is refused
-    bool newOutput = false;  // a file that is at the output already stays
-    bool faithful = false;   // numbers and texts come back as they went in
-    bool anySize = false;    // a strict conversion may make a document many times as large as its input
+    bool strict = false;                  // what a document would not give back as it went in is refused
+    bool newOutput = false;               // a file that is at the output already stays
+    bool faithful = false;                // numbers and texts come back as they went in
+    bool anySize = false;                 // a strict conversion may make a document many times as large as its input
+    std::string converter;                // by whom every input is converted; empty: who it belongs to
+    std::vector<std::string> parameters;  // of that converter, "key=value"
+
+    // What documents of one input differ by.
+    std::string Kind() const;
 };
 
 // The document that stands for an input: the input itself when it is a vkjson document, or a temporary document that a

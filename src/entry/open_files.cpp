@@ -78,7 +78,7 @@ private:
 };
 
 ISensorFileHandler* OpenFiles::Open(const InputFile& input, const std::string& outputPath, const OpenOptions& options) {
-    const FileKey key = KeyOfInput(input.path);
+    const FileKey key = KeyOfInput(input.path, options.conversion);
     std::unique_lock lock(mutex_);
     WaitForOthers(lock, key, outputPath);
     SensorFileHandlerImpl* const open = TakeOpenOne(key);
@@ -113,7 +113,7 @@ ISensorFileHandler* OpenFiles::Open(const InputFile& input, const std::string& o
 }
 
 void OpenFiles::Place(const InputFile& input, const std::string& outputPath, const ConversionOptions& options) {
-    const FileKey key = KeyOfInput(input.path);
+    const FileKey key = KeyOfInput(input.path, options);
     std::unique_lock lock(mutex_);
     WaitForOthers(lock, key, outputPath);
     if (IsOpenDocument(outputPath)) RefuseOutput();
@@ -128,14 +128,14 @@ void OpenFiles::Place(const InputFile& input, const std::string& outputPath, con
     OutputPlacement(std::move(record), outputPath, options.newOutput).Keep();
 }
 
-OpenFiles::FileKey OpenFiles::KeyOf(const std::string& path, const std::string& text) {
+OpenFiles::FileKey OpenFiles::KeyOf(const std::string& path, const std::string& kind) {
     const auto file = File_IO::Identity(path);
-    return file ? FileKey{*file, text} : FileKey{{}, path};
+    return file ? FileKey{*file, {}, kind} : FileKey{{}, path, kind};
 }
 
-// The extension chooses the converter.
-OpenFiles::FileKey OpenFiles::KeyOfInput(const std::string& path) {
-    return KeyOf(path, LowerCaseAscii(ExtensionOf(path)));
+// The extension chooses the converter, unless the host does.
+OpenFiles::FileKey OpenFiles::KeyOfInput(const std::string& path, const ConversionOptions& options) {
+    return KeyOf(path, LowerCaseAscii(ExtensionOf(path)) + '\0' + options.Kind());
 }
 
 void OpenFiles::WaitForOthers(std::unique_lock<std::mutex>& lock, const FileKey& input, const std::string& outputPath) {
@@ -156,7 +156,7 @@ SensorFileHandlerImpl* OpenFiles::TakeOpenOne(const FileKey& input) {
     const auto [first, last] = entries_.equal_range(input);
     const auto found = std::find_if(first, last, [&](const auto& entry) {
         // The number of a file that is gone may be another's now. Those that can be told by their age cannot.
-        return input.file.made != 0 || KeyOfInput(entry.second.handler->InputPath()) == input;
+        return input.file.made != 0 || KeyOf(entry.second.handler->InputPath(), input.kind) == input;
     });
     if (found == last) return nullptr;
     ++found->second.useCount;
@@ -180,9 +180,8 @@ bool OpenFiles::IsOpen(const std::string& path) {
     const std::lock_guard lock(mutex_);
     if (IsOpenDocument(path) || IsAmong(outputsAtWork_, path)) return true;
     const FileKey key = KeyOfDocument(path);
-    return std::any_of(inputsAtWork_.begin(), inputsAtWork_.end(), [&](const FileKey& input) {
-        return input.file == key.file && (key.file.number != 0 || input.text == key.text);
-    });
+    return std::any_of(inputsAtWork_.begin(), inputsAtWork_.end(),
+                       [&](const FileKey& input) { return input.file == key.file && input.path == key.path; });
 }
 
 bool OpenFiles::Close(const ISensorFileHandler* handler) {

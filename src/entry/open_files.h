@@ -36,11 +36,12 @@ public:
     bool IsOpen(const std::string& path) override;
 
 private:
-    // A file, whatever path leads to it; the text tells what is made of one file in several ways. Where the file system
+    // A file, whatever path leads to it; the kind tells what is made of one file in several ways. Where the file system
     // does not tell files from each other, the path has to do.
     struct FileKey {
         os::FileIdentity file;
-        std::string text;
+        std::string path;  // where the file system does not tell
+        std::string kind;
 
         auto operator<=>(const FileKey&) const = default;
     };
@@ -51,8 +52,8 @@ private:
     };
     class Reservation;
 
-    static FileKey KeyOf(const std::string& path, const std::string& text);
-    static FileKey KeyOfInput(const std::string& path);
+    static FileKey KeyOf(const std::string& path, const std::string& kind);
+    static FileKey KeyOfInput(const std::string& path, const ConversionOptions& options);
     static FileKey KeyOfDocument(const std::string& path) { return KeyOf(path, {}); }
 
     // These are called under the lock.

@@ -13,9 +13,20 @@ namespace zentor {
 
 namespace {
 
-OpenOptions OptionsOf(const ZT_HostOptions& options) {
-    return {{options.privateCopy != 0, options.checkSamples != 0},
-            {options.strict != 0, options.newOutput != 0, options.faithful != 0, options.anySize != 0}};
+OpenOptions OptionsOf(const ZT_HostOptions& host) {
+    OpenOptions options;
+    options.read.privateCopy = host.privateCopy != 0;
+    options.read.checkSamples = host.checkSamples != 0;
+    ConversionOptions& conversion = options.conversion;
+    conversion.strict = host.strict != 0;
+    conversion.newOutput = host.newOutput != 0;
+    conversion.faithful = host.faithful != 0;
+    conversion.anySize = host.anySize != 0;
+    if (host.converter != nullptr) conversion.converter = host.converter;
+    for (const char* const* parameter = host.parameters; parameter != nullptr && *parameter != nullptr; ++parameter) {
+        conversion.parameters.emplace_back(*parameter);
+    }
+    return options;
 }
 
 }  // namespace

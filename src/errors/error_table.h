@@ -153,6 +153,7 @@ struct ErrorEntry {
     X(kCancelled, ZT_CANCELLED, "Cancelled=Cancelled.") \
     X(kControlCharacterInText, ZT_CONVERSION, "Conversion/ControlCharacterInText=A text has a control character, which the format cannot hold as it is.") \
     X(kConversionFailure, ZT_CONVERSION, "ConversionFailure=File Cannot be converted.") \
+    X(kUnknownParameter, ZT_CONVERSION, "Conversion/UnknownParameter=The converter ^1 has no parameter ^2.") \
     X(kPluginConverter, ZT_CONVERSION, "ZTPlugin/Converter=Conversion to VKJSON using converter ^1 with id ^2 failed.") \
     X(kConverterFailure, ZT_CONVERTER_FAILURE, "ConverterFailure=Internal converter failure") \
     X(kWriterFailureStream, ZT_WRITER_STREAM, "WriterFailure=Writer failure.") \

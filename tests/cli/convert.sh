@@ -89,3 +89,13 @@ expect 2 "" "zentor: standard input cannot be one of several inputs" convert man
 # Wrong commands.
 expect 2 "" 'zentor: there is no command "convrt"; did you mean "convert"?' convrt many1.csv
 expect 2 "" '~^zentor: there is no command "xyzzy"; there are .*convert' xyzzy
+
+# A converter by name, whatever the extension; parameters that nobody knows.
+printf 'a\tb\n1\t2\n' >tabs.log
+expect 1 "" "zentor: error 25: File Format Not Supported." convert tabs.log
+expect 0 "~^tabs.vkjson " "" convert tabs.log --as tsv
+expect 0 "~creator: +com.orvane.sensor.tsv" "" info tabs.log --as com.orvane.sensor.tsv
+expect 2 "" '~^zentor: there is no converter "xyz"' convert tabs.log --as xyz
+expect 2 "" "zentor: --set takes KEY=VALUE, not rate" convert tabs.log --as tsv --set rate
+expect 1 "" '~^zentor: error 1506: The converter com.orvane.sensor.tsv has no parameter "rate"' convert tabs.log -o x.vkjson --as tsv --set rate=5
+[ ! -e x.vkjson ] || fail "something was converted with a parameter that is none"

@@ -36,7 +36,7 @@ done
 libraries=lib/$(g++ -print-multiarch)
 cmake --preset release -S "$source" -B "$work/release" -DGOOGLETEST_SOURCE=/nowhere -DCMAKE_SKIP_RPATH=ON \
   -DCMAKE_INSTALL_LIBDIR=$libraries >/dev/null
-cp "$build/libzentor.so" "$build/zentor" "$work/release/"
+cp -P "$build"/libzentor.so* "$build/zentor" "$work/release/"
 cmake --install "$work/release" --prefix "$work/first" >/dev/null
 mv "$work/first" "$work/moved"
 mkdir "$work/plugin"

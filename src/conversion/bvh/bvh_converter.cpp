@@ -6,6 +6,7 @@
 #include "conversion/bvh/frame_reader.h"
 #include "conversion/bvh/hierarchy.h"
 #include "conversion/bvh/motion_header.h"
+#include "conversion/identifiers.h"
 #include "model/client_boundary.h"
 
 namespace zentor {
@@ -49,7 +50,7 @@ bool BVHConverter::Convert() {
     const Skeleton skeleton = ReadHierarchy(input, Info().form.numbers, watch);
     const MotionHeader motion = ReadMotionHeader(input);
     const auto root = NativeCreateRoot(this, Info().streamId);
-    CallModel([&](auto* error) { root->SetCreator("com.orvane.sensor.bvh", error); });
+    CallModel([&](auto* error) { root->SetCreator(identifiers::kBvh, error); });
     CallModel([&](auto* error) { root->SetTimecodeInfo(0, motion.rate.numerator, motion.rate.denominator, error); });
     std::vector<CaptureTrack> tracks = BuildCaptureTree(*this, *root, skeleton);
     FrameReader frames(input, skeleton.columns, motion.frames, Info().form.numbers, watch);

@@ -3,6 +3,7 @@
 
 #include "conversion/converter_base.h"
 #include "conversion/csv_tsv/table_index.h"
+#include "conversion/identifiers.h"
 #include "conversion/loss_watch.h"
 
 namespace zentor {
@@ -25,12 +26,12 @@ private:
 
 class CSVConverter final : public TableConverter {
 public:
-    explicit CSVConverter(ConversionInfo info) : TableConverter(std::move(info), ',', "com.orvane.sensor.csv") {}
+    explicit CSVConverter(ConversionInfo info) : TableConverter(std::move(info), ',', identifiers::kCsv) {}
 };
 
 class TSVConverter final : public TableConverter {
 public:
-    explicit TSVConverter(ConversionInfo info) : TableConverter(std::move(info), '\t', "com.orvane.sensor.tsv") {}
+    explicit TSVConverter(ConversionInfo info) : TableConverter(std::move(info), '\t', identifiers::kTsv) {}
 };
 
 }  // namespace zentor

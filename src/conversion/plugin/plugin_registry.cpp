@@ -6,6 +6,7 @@
 #include <optional>
 #include <tuple>
 
+#include "conversion/format_table.h"
 #include "conversion/plugin/search_path.h"
 #include "conversion/plugin/services.h"
 #include "errors/last_exception.h"
@@ -47,8 +48,7 @@ bool HasExtension(const ConverterManifest& manifest, const std::string& extensio
     return std::find(manifest.extensions.begin(), manifest.extensions.end(), extension) != manifest.extensions.end();
 }
 
-// Asks the module itself.
-bool ModuleAccepts(const PluginConverter& converter, const std::string& inputPath) {
+void Load(const PluginConverter& converter) {
     try {
         std::string diagnosis;
         converter.module->Load(diagnosis);
@@ -56,6 +56,11 @@ bool ModuleAccepts(const PluginConverter& converter, const std::string& inputPat
         // What is raised next for a module that is not loaded says which one it is.
         if (failure.code() != kModuleLoadingFailed.code) throw;
     }
+}
+
+// Asks the module itself.
+bool ModuleAccepts(const PluginConverter& converter, const std::string& inputPath) {
+    Load(converter);
     const ZT_PluginEntryPoints& entryPoints = converter.module->EntryPoints();
     if (entryPoints.checkFileFormat == nullptr) return true;
     const CheckedConverterScope checked(converter.manifest.identifier);
@@ -168,6 +173,17 @@ const PluginConverter* ZT_ConverterHandler::FindOther(const std::string& inputPa
         return bytes->HasAnyOf(manifest.signatures);
     };
     return Find(inputPath, failure, accepts);
+}
+
+const PluginConverter* ZT_ConverterHandler::FindCalled(std::string_view name) const {
+    for (const FoundModule& module : modules_) {
+        for (const PluginConverter& converter : module.converters) {
+            if (!IsCalled(converter.manifest.identifier, name)) continue;
+            Load(converter);
+            return &converter;
+        }
+    }
+    return nullptr;
 }
 
 void ZT_ConverterHandler::Unload() {

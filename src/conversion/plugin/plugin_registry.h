@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "conversion/plugin/found_module.h"
@@ -45,6 +46,10 @@ public:
                                       zentor::FirstFailure& failure) const;
     const PluginConverter* FindOther(const std::string& inputPath, const std::string& extension,
                                      zentor::FirstFailure& failure) const;
+
+    // The first converter with this identifier, or this last part of one; its module is loaded. Null when there is
+    // none. Codes ZT_MODULE_LOADING, ZT_PLUGIN_INITIALIZE.
+    const PluginConverter* FindCalled(std::string_view name) const;
 
     // Unloads all modules, whatever they say to that; afterwards raises the first failure of a module.
     void Unload();
