@@ -9,6 +9,7 @@
 
 #include "commands/commands.h"
 #include "failure_text.h"
+#include "help.h"
 #include "standard_output.h"
 #include "text_output.h"
 #include "util/console.h"
@@ -29,6 +30,9 @@ struct Arguments {
     ConvertOptions convert;
     SamplesOptions samples;
     bool loadPlugins = false;
+    std::string helpTopic;
+    bool asManual = false;
+    std::string completion;
     std::string document;
     std::string dataPath;
     std::vector<std::string> documents;
@@ -177,12 +181,38 @@ int SayUsage(const CLI::App& app, const CLI::ParseError& error, const std::vecto
     return status == 0 ? 0 : kWrongUsage;
 }
 
+// Help needs no library, and is given even where that cannot be used.
+void AddHelp(CLI::App& app, Arguments& arguments, std::string& help) {
+    CLI::App* command = app.add_subcommand("help", "Show what a command does, with examples");
+    CLI::Option* topic = command->add_option("COMMAND", arguments.helpTopic, "The command (default: all)");
+    command->add_flag("--man", arguments.asManual, "Print the manual page")->group("");
+    command->add_option("--completion", arguments.completion, "Print the completion script of a shell")
+        ->check(CLI::IsMember({"bash", "zsh", "fish"}))
+        ->group("");
+    command->callback([&app, &arguments, &help, topic] {
+        if (arguments.asManual) {
+            help = ManPage(app);
+        } else if (!arguments.completion.empty()) {
+            help = CompletionScript(app, arguments.completion);
+        } else if (topic->count() == 0) {
+            help = HelpText(app, nullptr);
+        } else {
+            const auto asked =
+                app.get_subcommands([&](const CLI::App* other) { return other->get_name() == arguments.helpTopic; });
+            if (asked.empty()) throw CLI::ExtrasError("help", {arguments.helpTopic});
+            help = HelpText(app, asked.front());
+        }
+    });
+}
+
 int Run(const std::vector<std::string>& arguments) {
     CLI::App app("Turns sensor and motion recordings into vkjson documents.", "zentor");
     Arguments given;
     Command chosen;
     AddCommonOptions(app, given.common);
     AddCommands(app, given, chosen);
+    std::string help;
+    AddHelp(app, given, help);
     try {
         // The parser takes them from the back.
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
@@ -191,6 +221,11 @@ int Run(const std::vector<std::string>& arguments) {
     }
     std::optional<Library> library;
     try {
+        if (!help.empty()) {
+            WriteOutput(help);
+            FlushOutput();
+            return 0;
+        }
         library.emplace(given.common.locale, given.common.privateCopy);
         library->options().faithful = given.common.faithful ? 1 : 0;
         if (!given.common.converter.empty() || !given.common.parameters.empty()) {

@@ -33,7 +33,8 @@ struct ConversionOptions {
 // The document that stands for an input: the input itself when it is a vkjson document, or a temporary document that a
 // converter makes now. It stands in the folder for temporary files, or in the folder of `outputPath`, an absolute path,
 // when that is not empty. Codes of CheckOutput, CheckEscapedTexts, ZT_FILE_CREATE (the output is the input),
-// ZT_TEMP_FOLDER, ZT_TEMP_FILE, ZT_FORMAT_NOT_SUPPORTED, ZT_CONVERSION, and those of converters.
+// ZT_TEMP_FOLDER, ZT_TEMP_FILE, ZT_FORMAT_NOT_SUPPORTED, ZT_CONVERSION (also: a parameter that the converter does not
+// have), ZT_INVALID_POINTER (no converter is called so, or a parameter has no "="), and those of converters.
 std::shared_ptr<DocumentRecord> PrepareInput(const InputFile& input, const std::string& outputPath,
                                              const ConversionOptions& options);
 

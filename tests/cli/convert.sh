@@ -99,3 +99,13 @@ expect 2 "" '~^zentor: there is no converter "xyz"' convert tabs.log --as xyz
 expect 2 "" "zentor: --set takes KEY=VALUE, not rate" convert tabs.log --as tsv --set rate
 expect 1 "" '~^zentor: error 1506: The converter com.orvane.sensor.tsv has no parameter "rate"' convert tabs.log -o x.vkjson --as tsv --set rate=5
 [ ! -e x.vkjson ] || fail "something was converted with a parameter that is none"
+
+# Help with examples and statuses; the manual page and the completions say the same.
+expect 0 "~Usage: zentor convert \[OPTION\]\.\.\. INPUT\.\.\..*--faithful.*Examples:.*zentor convert run\.csv.*Exit status:" "" help convert
+expect 0 "~Commands:.*convert.*validate.*Exit status:" "" help
+expect 2 "" "~convrt" help convrt
+expect 0 "~^\.TH ZENTOR 1.*\.SS zentor convert .*keep\\\\-going.*\.SH EXIT STATUS" "" help --man
+for shell in bash zsh fish; do
+  expect 0 "~keep-going" "" help --completion $shell
+  if command -v $shell >/dev/null; then $shell -n out.txt || fail "the completions for $shell"; fi
+done
