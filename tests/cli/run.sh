@@ -275,7 +275,8 @@ expect 1 "" "~^zentor: error 32: .*\\\\u001b\[31m\\\\u000a" info key.vkjson
 # A reader that goes away, or a full disk, is a failure that leaves nothing behind.
 mkdir temporary
 for k in $(seq 1 4000); do echo "$k,row"; done >long.csv
-TMPDIR=$work/temporary "${zentor[@]}" convert long.csv -o - 2>/dev/null | head -c 1 >/dev/null
+TMPDIR=$work/temporary "${zentor[@]}" convert long.csv -o - 2>err.txt | head -c 1 >/dev/null
+[ ${#zentor[@]} = 2 ] || [ ! -s err.txt ] || fail "a closed pipe: $(cat err.txt)"
 [ -z "$(find temporary -name 'ZTT*')" ] || fail "left over after a broken pipe: $(ls temporary)"
 for command in formats "tree long.csv" "tree long.csv --json"; do
   # shellcheck disable=SC2086 # a command and its arguments

@@ -58,6 +58,8 @@ expect 1 'error 32: ' tree quote.vkjson
 expect 1 'error 32: ' convert quote.two -o other.vkjson
 printf 'raw C:\\data' >path.two
 expect 1 'path.two: a text has a backslash, .*--faithful' convert path.two
+expect 0 'path.vkjson' convert path.two --faithful
+expect 0 'raw C:..data' get path.vkjson '[0]' --json
 printf 'raw \t' >tab.two
 expect 1 'tab.two: a text has a control character, .*--faithful' convert tab.two
 
