@@ -47,4 +47,10 @@ void CopyDocument(const std::string& from, const std::string& to) {
     }
 }
 
+std::unique_ptr<PlacedFile> CopyBeside(const std::string& from, const std::string& target, bool isNew) {
+    auto placed = std::make_unique<PlacedFile>(target, isNew);
+    CopyDocument(from, placed->Path());
+    return placed;
+}
+
 }  // namespace zentor

@@ -3,7 +3,6 @@
 #include <functional>
 
 #include "conversion/format_table.h"
-#include "conversion/output_placement.h"
 #include "conversion/plugin/plugin_converter.h"
 #include "conversion/plugin/plugin_host.h"
 #include "conversion/text_check.h"
@@ -151,10 +150,12 @@ bool IsVkjsonDocument(const std::string& path) noexcept {
 }
 
 // A document that goes to an output is made beside it, so that it only has to be renamed.
-std::shared_ptr<DocumentRecord> CreateDocumentFor(const InputFile& input, const std::string& outputPath, bool isNew) {
-    if (outputPath.empty()) return CreateTemporaryDocument(File_IO::TempFolder());
+PreparedDocument CreateDocumentFor(const InputFile& input, const std::string& outputPath, bool isNew) {
+    if (outputPath.empty()) return {CreateTemporaryDocument(), nullptr};
     if (File_IO::IsSameFile(input.path, outputPath)) Raise(kCreateFile, Quoted("File_IO::Create"));
-    return CreateTemporaryDocument(CheckOutput(outputPath, isNew));
+    auto placed = std::make_unique<PlacedFile>(outputPath, isNew);
+    auto record = RecordOfDocument(placed->Path(), true);
+    return {std::move(record), std::move(placed)};
 }
 
 }  // namespace
@@ -171,24 +172,28 @@ std::string ConversionOptions::Kind() const {
     return converter.empty() && parameters.empty() ? kind : kind + '\0' + converter;
 }
 
-std::shared_ptr<DocumentRecord> PrepareInput(const InputFile& input, const std::string& outputPath,
-                                             const ConversionOptions& options) {
+void PreparedDocument::Place() {
+    placed->Place();
+    record->documentPath = placed->Path();
+}
+
+PreparedDocument PrepareInput(const InputFile& input, const std::string& outputPath, const ConversionOptions& options) {
     const bool isNamedDocument = ExtensionOf(input.path) == words::kExtension;
     if (options.converter.empty() && (isNamedDocument || IsVkjsonDocument(input.path))) {
         if (!options.parameters.empty())
             Raise(kUnknownParameter, words::kExtension, Quoted(options.parameters.front()));
         if (!outputPath.empty() && !File_IO::IsSameFile(input.path, outputPath)) {
-            CheckOutput(outputPath, options.newOutput);
+            CheckTarget(outputPath, options.newOutput);
         }
-        return RecordOfDocument(input.path, !isNamedDocument);
+        return {RecordOfDocument(input.path, !isNamedDocument), nullptr};
     }
     const FoundConverter converter =
         options.converter.empty() ? FindConverter(input.path) : FindNamedConverter(options.converter);
     CheckParameters(options.parameters, converter);
-    auto record = CreateDocumentFor(input, outputPath, options.newOutput);
-    RunConverter(converter, input, record->documentPath, options);
-    if (options.strict && !options.faithful && converter.mayEscape) CheckEscapedTexts(record->documentPath);
-    return record;
+    PreparedDocument document = CreateDocumentFor(input, outputPath, options.newOutput);
+    RunConverter(converter, input, document.record->documentPath, options);
+    if (options.strict && !options.faithful && converter.mayEscape) CheckEscapedTexts(document.record->documentPath);
+    return document;
 }
 
 }  // namespace zentor

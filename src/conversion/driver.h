@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "files/document_record.h"
+#include "files/placed_file.h"
 
 namespace zentor {
 
@@ -30,12 +31,20 @@ struct ConversionOptions {
     std::string Kind() const;
 };
 
-// The document that stands for an input: the input itself when it is a vkjson document, or a temporary document that a
-// converter makes now. It stands in the folder for temporary files, or in the folder of `outputPath`, an absolute path,
-// when that is not empty. Codes of CheckOutput, CheckEscapedTexts, ZT_FILE_CREATE (the output is the input),
+// The document that stands for an input: the input itself when it is a vkjson document, or one that a converter makes
+// now. That is temporary, or with an output beside it, to be placed.
+struct PreparedDocument {
+    std::shared_ptr<DocumentRecord> record;
+    std::unique_ptr<PlacedFile> placed;  // null: the document is where it belongs
+
+    bool IsConverted() const { return record->isTemporary || placed != nullptr; }
+    // Puts it at the output, where the record then finds it. It must not be open. Codes of PlacedFile::Place.
+    void Place();
+};
+
+// `outputPath` is absolute or empty. Codes of CheckTarget, CheckEscapedTexts, ZT_FILE_CREATE (the output is the input),
 // ZT_TEMP_FOLDER, ZT_TEMP_FILE, ZT_FORMAT_NOT_SUPPORTED, ZT_CONVERSION (also: a parameter that the converter does not
 // have), ZT_INVALID_POINTER (no converter is called so, or a parameter has no "="), and those of converters.
-std::shared_ptr<DocumentRecord> PrepareInput(const InputFile& input, const std::string& outputPath,
-                                             const ConversionOptions& options);
+PreparedDocument PrepareInput(const InputFile& input, const std::string& outputPath, const ConversionOptions& options);
 
 }  // namespace zentor

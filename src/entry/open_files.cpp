@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "conversion/output_placement.h"
+#include "conversion/document_copy.h"
 #include "errors/call_scope.h"
 #include "errors/notices.h"
 #include "errors/progress.h"
@@ -16,24 +16,21 @@ namespace {
 
 // A document that is open, and put at its output until that is kept. The handler goes first: it has mapped the output.
 struct OpenedDocument {
-    std::unique_ptr<OutputPlacement> placement;
+    std::unique_ptr<PlacedFile> placed;
     std::unique_ptr<SensorFileHandlerImpl> handler;
 };
 
 OpenedDocument OpenDocument(const InputFile& input, const std::string& outputPath, const OpenOptions& options) {
+    PreparedDocument document = PrepareInput(input, outputPath, options.conversion);
+    const bool isConverted = document.IsConverted();
+    if (document.placed) document.Place();  // before it is mapped: a mapped file cannot be renamed everywhere
+    BeginStep(isConverted ? kDocumentMade : 0, 1, File_IO::SizeOf(document.record->documentPath));
     OpenedDocument opened;
-    std::shared_ptr<DocumentRecord> record = PrepareInput(input, outputPath, options.conversion);
-    const bool isConverted = record->isTemporary;
-    if (isConverted && !outputPath.empty()) {
-        // Before it is mapped: a mapped file cannot be renamed everywhere.
-        opened.placement = std::make_unique<OutputPlacement>(record, outputPath, options.conversion.newOutput);
-    }
-    BeginStep(isConverted ? kDocumentMade : 0, 1, File_IO::SizeOf(record->documentPath));
-    opened.handler = std::make_unique<SensorFileHandlerImpl>(input.path, std::move(record), options.read);
+    opened.placed = std::move(document.placed);
+    opened.handler = std::make_unique<SensorFileHandlerImpl>(input.path, std::move(document.record), options.read);
     if (!isConverted && !outputPath.empty() && !File_IO::IsSameFile(input.path, outputPath)) {
-        const bool isNew = options.conversion.newOutput;
-        opened.placement =
-            std::make_unique<OutputPlacement>(CopyBeside(input.path, outputPath, isNew), outputPath, isNew);
+        opened.placed = CopyBeside(input.path, outputPath, options.conversion.newOutput);
+        opened.placed->Place();
     }
     return opened;
 }
@@ -91,7 +88,7 @@ ISensorFileHandler* OpenFiles::Open(const InputFile& input, const std::string& o
         const FileKey document = KeyOfDocument(opened.handler->DocumentPath());
         lock.lock();
         ISensorFileHandler* const handler = Add(key, document, std::move(opened.handler));
-        if (opened.placement) opened.placement->Keep();
+        if (opened.placed) opened.placed->Keep();
         return handler;
     }
     if (outputPath.empty() || File_IO::IsSameFile(open->DocumentPath(), outputPath)) return open;
@@ -99,11 +96,11 @@ ISensorFileHandler* OpenFiles::Open(const InputFile& input, const std::string& o
         if (File_IO::IsSameFile(input.path, outputPath) || IsOpenDocument(outputPath)) RefuseOutput();
         const Reservation reservation(*this, lock, key, outputPath);
         // The input's own bytes, even where the open document was converted from them.
-        const bool isNew = options.conversion.newOutput;
-        auto copy = CopyBeside(input.path, outputPath, isNew);
+        const auto copy = CopyBeside(input.path, outputPath, options.conversion.newOutput);
         FinishProgress();
         DeliverNotices();
-        OutputPlacement(std::move(copy), outputPath, isNew).Keep();
+        copy->Place();
+        copy->Keep();
     } catch (...) {
         if (lock.owns_lock()) lock.unlock();
         Close(open);
@@ -118,14 +115,15 @@ void OpenFiles::Place(const InputFile& input, const std::string& outputPath, con
     WaitForOthers(lock, key, outputPath);
     if (IsOpenDocument(outputPath)) RefuseOutput();
     const Reservation reservation(*this, lock, key, outputPath);
-    std::shared_ptr<DocumentRecord> record = PrepareInput(input, outputPath, options);
-    if (!record->isTemporary) {
+    PreparedDocument document = PrepareInput(input, outputPath, options);
+    if (!document.placed) {
         if (File_IO::IsSameFile(input.path, outputPath)) return;
-        record = CopyBeside(input.path, outputPath, options.newOutput);
+        document.placed = CopyBeside(input.path, outputPath, options.newOutput);
     }
     FinishProgress();
     DeliverNotices();
-    OutputPlacement(std::move(record), outputPath, options.newOutput).Keep();
+    document.placed->Place();
+    document.placed->Keep();
 }
 
 OpenFiles::FileKey OpenFiles::KeyOf(const std::string& path, const std::string& kind) {

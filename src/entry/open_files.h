@@ -24,7 +24,7 @@ struct OpenOptions {
 class OpenFiles final : public OpenDocuments {
 public:
     // The handler of an input, opened now or before, whatever path with the same extension leads to it; `outputPath` is
-    // absolute or empty. Codes of PrepareInput, CheckOutput, CopyBeside, OutputPlacement and SensorFileHandlerImpl;
+    // absolute or empty. Codes of PrepareInput, CopyBeside, PlacedFile::Place and SensorFileHandlerImpl;
     // ZT_FILE_CREATE when the output is an open document.
     ISensorFileHandler* Open(const InputFile& input, const std::string& outputPath, const OpenOptions& options);
     // Puts the document that stands for an input at an absolute output path without reading it. Codes of Open.

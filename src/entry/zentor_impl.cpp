@@ -69,7 +69,7 @@ ZT_Result ZentorImpl::ConvertFile(IVkjsonStream** stream, const char* inputPath,
         const InputFile input = CheckInput(inputPath);
         OpenOptions options = OptionsOf(ReadHostOptions());
         options.read.privateCopy = false;
-        std::shared_ptr<DocumentRecord> record = PrepareInput(input, {}, options.conversion);
+        std::shared_ptr<DocumentRecord> record = PrepareInput(input, {}, options.conversion).record;
         BeginStep(kDocumentMade, 1, File_IO::SizeOf(record->documentPath));
         if (validate != 0) SensorFileHandlerImpl(input.path, record, options.read);
         progress.Finish();

@@ -19,8 +19,7 @@ struct DocumentRecord {
     DocumentRecord& operator=(const DocumentRecord&) = delete;
 };
 
-// A record for a new, empty, temporary document in `folder`, with a name of its own that nobody can guess and that ends
-// in ".vkjson". Where the system can tell, nobody else may read it.
-std::shared_ptr<DocumentRecord> CreateTemporaryDocument(const std::string& folder);
+// A record for a new, empty, temporary document in the folder for temporary files. Codes ZT_TEMP_FOLDER, ZT_TEMP_FILE.
+std::shared_ptr<DocumentRecord> CreateTemporaryDocument();
 
 }  // namespace zentor

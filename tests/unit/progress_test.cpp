@@ -158,4 +158,22 @@ TEST(Progress, CallbacksMayUseTheLibraryButNotWhatCallsThem) {
     EXPECT_EQ(Open(zentor, input, ""), ZT_UNKNOWN);
 }
 
+TEST(Notices, AnExceptionOutOfTheCallbackLeavesNothing) {
+    const TestFolder folder;
+    const std::string input = folder.Write("in.csv", "a,b\n1,\n");
+    const std::string output = folder.Write("out.vkjson", "before");
+    const std::size_t before = TemporaryFiles();
+    ZentorImpl zentor;
+    zentor_test::Suite();
+    zentor_test::Extensions().notice = [](void*, std::uint32_t, const char*, std::uint64_t, std::int64_t,
+                                          std::int64_t) { throw std::runtime_error("of the host's"); };
+    OfferHostSuite(&zentor_test::Suite());
+    EXPECT_EQ(Open(zentor, input, output), ZT_UNKNOWN);
+    EXPECT_EQ(Open(zentor, input, ""), ZT_UNKNOWN);
+    zentor_test::Extensions().notice = nullptr;
+    EXPECT_EQ(ReadWhole(output), "before");
+    EXPECT_EQ(EntriesOf(folder), 2U);
+    EXPECT_EQ(TemporaryFiles(), before);
+}
+
 }  // namespace zentor
