@@ -1,8 +1,12 @@
 // What plug-ins are given to make texts for documents: times and escapes.
 #include <gtest/gtest.h>
+#include <rapidjson/document.h>
+
+#include <random>
 
 #include "model/include/iso_time.h"
 #include "model/include/json_text.h"
+#include "util/escaped_text.h"
 #include "written_document.h"
 #include "zentor/utc_time.h"
 
@@ -152,6 +156,28 @@ TEST(JsonText, WhatIsEscaped) {
     }
     EXPECT_EQ(ZT_PLUGIN::EscapedText("[1]"), "[1]");
     EXPECT_EQ(ZT_PLUGIN::EscapedSampleText("a]\"["), "a\\u005D\\\"\\u005B");
+}
+
+// Authors escape with a header of their own, faithful documents with the library's code; both mean the same, and what
+// was escaped by the one is left by the other.
+TEST(EscapedText, IsThatOfFaithfulDocuments) {
+    const auto decoded = [](const std::string& escaped) {
+        rapidjson::Document document;
+        document.Parse(('"' + escaped + '"').c_str());
+        EXPECT_FALSE(document.HasParseError()) << escaped;
+        return document.HasParseError() ? std::string() : std::string(document.GetString(), document.GetStringLength());
+    };
+    std::mt19937 random(17);
+    const std::string_view alphabet = "ab\"\\/u0[]\n\x01\x7F\xC3\xA9\xE2\x82\xAC\xFF\x80\x8D";
+    for (int k = 0; k < 20000; ++k) {
+        std::string text;
+        for (std::size_t length = random() % 12; text.size() < length;) text += alphabet[random() % alphabet.size()];
+        std::string room;
+        const std::string own(zentor::EscapeText(text, zentor::TextForm::kEscaped, zentor::Brackets::kEscaped, room));
+        const std::string authors = ZT_PLUGIN::EscapedSampleText(text);
+        ASSERT_EQ(decoded(own), decoded(authors)) << text;
+        ASSERT_EQ(zentor::EscapeText(authors, zentor::TextForm::kCompleted, zentor::Brackets::kEscaped, room), authors);
+    }
 }
 
 }  // namespace zentor_test

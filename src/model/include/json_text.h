@@ -1,6 +1,7 @@
 // Texts with quotes, backslashes, control characters or bytes that are no UTF-8, made so that a document can hold them.
 // The library writes the texts of plug-ins as they are: a quote in one makes a document that is written, but cannot be
-// read back. Needs C++14 and nothing else, neither the library nor the rest of these headers.
+// read back. A faithful conversion escapes what is still to be escaped; what these functions have made stays as it is.
+// Needs C++14 and nothing else, neither the library nor the rest of these headers.
 //
 //     root.Add(conversion.CreateText("device", "Device", ZT_PLUGIN::EscapedText(name)));
 //     note.AddSample(time, ZT_PLUGIN::EscapedSampleText(text));
