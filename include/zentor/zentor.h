@@ -292,6 +292,7 @@ enum ZT_NoticeKind ZT_UINT32_ENUM {
     ZT_NOTICE_END_SITES = 18,        // of a capture were left out
     ZT_NOTICE_FRAMES = 19,           // of a capture are declared and not there
     ZT_NOTICE_FRAME_RATE = 20,       // a capture's frame time was taken for that of another rate
+    ZT_NOTICE_OF_CONVERTER = 1000,   // what a plug-in says, in its own words; there may be several of them
 };
 
 // What hosts can have beyond results (slot 9).

@@ -1,5 +1,6 @@
 #include "conversion/driver.h"
 
+#include <algorithm>
 #include <functional>
 
 #include "conversion/format_table.h"
@@ -30,8 +31,9 @@ namespace {
 // A stream id is open while its converter runs.
 class OpenStreamScope {
 public:
-    OpenStreamScope(const std::string& documentPath, const ContentForm& form)
-        : id_(ZT_PLUGIN::OpenStream(std::make_unique<DocumentWriter>(documentPath, form), form)) {}
+    OpenStreamScope(const std::string& documentPath, const ContentForm& form,
+                    const std::vector<std::string>& parameters)
+        : id_(ZT_PLUGIN::OpenStream(std::make_unique<DocumentWriter>(documentPath, form), form, parameters)) {}
     ~OpenStreamScope() {
         ZT_PLUGIN::CloseStream(id_);
         ZT_PLUGIN::ReclaimNodes(id_);  // that a plug-in has forgotten
@@ -47,19 +49,22 @@ private:
 
 struct FoundConverter {
     std::string identifier;
+    std::vector<std::string> parameters;  // that it has
     // Makes the converter for one input.
     std::function<std::unique_ptr<ZT_ConverterHandlerBase>(ConversionInfo info)> make;
     bool mayEscape;  // what it writes; built-in ones do not
 };
 
-FoundConverter NativeConverter(const NativeFormat& format) { return {format.identifier, format.makeConverter, false}; }
+FoundConverter NativeConverter(const NativeFormat& format) {
+    return {format.identifier, {}, format.makeConverter, false};
+}
 
 FoundConverter ConverterOf(const std::shared_ptr<ZT_PLUGIN::ZT_ConverterHandler>& plugins,
                            const ZT_PLUGIN::PluginConverter& converter) {
     const auto make = [plugins, &converter](ConversionInfo info) {
         return std::make_unique<ZT_PLUGIN::ZT_ConverterHandlerInstance>(std::move(info), converter);
     };
-    return {converter.manifest.identifier, make, true};
+    return {converter.manifest.identifier, converter.manifest.parameters, make, true};
 }
 
 // The converter of an input: a plug-in that insists on it, a built-in one, or any other plug-in. What it gives keeps
@@ -94,12 +99,15 @@ FoundConverter FindNamedConverter(const std::string& name) {
     return ConverterOf(plugins, *converter);
 }
 
-// No converter has parameters yet.
 void CheckParameters(const std::vector<std::string>& parameters, const FoundConverter& converter) {
     for (const std::string& parameter : parameters) {
         const std::size_t end = parameter.find('=');
         if (end == std::string::npos || end == 0) Raise(kInvalidPointer, Quoted("ZT_HostOptions.parameters"));
-        Raise(kUnknownParameter, converter.identifier, Quoted(parameter.substr(0, end)));
+        const std::string key = parameter.substr(0, end);
+        const auto& known = converter.parameters;
+        if (std::find(known.begin(), known.end(), key) == known.end()) {
+            Raise(kUnknownParameter, converter.identifier, Quoted(key));
+        }
     }
 }
 
@@ -108,10 +116,19 @@ ContentForm FormOf(const FoundConverter& converter, bool isFaithful) {
     return {NumberForm::kShortest, converter.mayEscape ? TextForm::kCompleted : TextForm::kEscaped};
 }
 
+void PassOnNotices(std::uint64_t streamId) {
+    Notices* const notices = Notices::Current();
+    const auto stream = ZT_PLUGIN::FindStream(streamId);
+    if (notices == nullptr || stream == nullptr) return;
+    for (const ZT_PLUGIN::ConverterNotice& notice : stream->notices) {
+        notices->Add(notice.message, {notice.offset, notice.line}, notice.count);
+    }
+}
+
 void RunConverter(const FoundConverter& found, const InputFile& input, const std::string& documentPath,
                   const ConversionOptions& options) {
     const ContentForm form = FormOf(found, options.faithful);
-    const OpenStreamScope stream(documentPath, form);
+    const OpenStreamScope stream(documentPath, form, options.parameters);
     const auto converter = found.make({input.path, input.name, stream.Id(), form, options.strict, options.anySize});
     const LastExceptionScope lastException;
     ClearLastException();  // a failure may tell its cause by it
@@ -129,6 +146,7 @@ void RunConverter(const FoundConverter& found, const InputFile& input, const std
     }
     RaiseIfEnded();
     if (!converted) Raise(kConversionFailure);
+    PassOnNotices(stream.Id());
 }
 
 std::shared_ptr<DocumentRecord> RecordOfDocument(const std::string& path, bool isKnownVersion2) {

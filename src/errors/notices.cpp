@@ -8,6 +8,7 @@
 #include "errors/notice_table.h"
 #include "errors/raise.h"
 #include "util/thread_slot.h"
+#include "util/utf_codec.h"
 
 namespace zentor {
 
@@ -29,6 +30,10 @@ void Notices::Add(ZT_NoticeKind kind, const InputPlace& place, std::uint64_t cou
     counted.count += count;
 }
 
+void Notices::Add(std::string message, const InputPlace& place, std::uint64_t count) {
+    own_.push_back({Utf16ToUtf8(Utf8ToUtf16(message)), {count, place}});
+}
+
 void Notices::RaiseIfRefused() const {
     if (refusal_ != nullptr) Raise({*refusal_, refusedAt_.offset, refusedAt_.line});
 }
@@ -42,7 +47,12 @@ void Notices::Deliver() {
         CallHost(callback_, ErrorContext(), static_cast<std::uint32_t>(entry.kind), message.c_str(), counted.count,
                  counted.first.offset, counted.first.line);
     }
+    for (const Own& own : own_) {
+        CallHost(callback_, ErrorContext(), static_cast<std::uint32_t>(ZT_NOTICE_OF_CONVERTER), own.message.c_str(),
+                 own.counted.count, own.counted.first.offset, own.counted.first.line);
+    }
     kinds_ = {};
+    own_.clear();
 }
 
 bool AreNoticesWanted() noexcept {

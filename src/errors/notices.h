@@ -3,6 +3,8 @@
 
 #include <array>
 #include <cstdint>
+#include <string>
+#include <vector>
 
 #include "errors/error_table.h"
 #include "zentor/zentor.h"
@@ -29,6 +31,8 @@ public:
     bool AreWanted() const { return callback_ != nullptr; }
     // The one that comes first in the input tells where; of places that are not known, the first.
     void Add(ZT_NoticeKind kind, const InputPlace& place, std::uint64_t count) noexcept;
+    // In a converter's own words; one that is no UTF-8 is shown with replacement characters.
+    void Add(std::string message, const InputPlace& place, std::uint64_t count);
     // Whether one at this offset would tell where.
     bool IsFirst(ZT_NoticeKind kind, std::int64_t offset) const {
         const Counted& counted = kinds_[kind];
@@ -54,6 +58,11 @@ private:
     Notices* outer_;
     decltype(ZT_HostExtensions::notice) callback_;
     std::array<Counted, ZT_NOTICE_FRAME_RATE + 1> kinds_{};
+    struct Own {
+        std::string message;
+        Counted counted;
+    };
+    std::vector<Own> own_;
     const ErrorEntry* refusal_ = nullptr;
     InputPlace refusedAt_;
 };

@@ -28,10 +28,12 @@ void StreamState::CountDynamicNodes(bool isNew) noexcept {
     sampleBufferLimit = std::clamp(part, kSmallestBuffer, kSampleBufferLimit);
 }
 
-std::uint64_t OpenStream(std::unique_ptr<IDocumentWriter> writer, const zentor::ContentForm& form) {
+std::uint64_t OpenStream(std::unique_ptr<IDocumentWriter> writer, const zentor::ContentForm& form,
+                         std::vector<std::string> parameters) {
     auto state = std::make_shared<StreamState>();
     state->writer = std::move(writer);
     state->form = form;
+    state->parameters = std::move(parameters);
     const std::lock_guard lock(streamsMutex);
     Streams()[++lastStreamId] = std::move(state);
     return lastStreamId;

@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_set>
+#include <vector>
 
 #include "errors/exception.h"
 #include "format/content_form.h"
@@ -15,10 +16,20 @@
 
 namespace ZT_PLUGIN {
 
+// What a converter tells the host.
+struct ConverterNotice {
+    std::string message;
+    std::uint64_t count;
+    std::int64_t offset;
+    std::int64_t line;
+};
+
 struct StreamState {
     std::unique_ptr<IDocumentWriter> writer;  // null once the conversion is over
     SpillFile spill;                          // of samples
     zentor::ContentForm form;                 // of the document
+    std::vector<std::string> parameters;      // "key=value", for the converter
+    std::vector<ConverterNotice> notices;     // of the converter
     const IVkjsonRoot_I* root = nullptr;      // while it lives
     bool hasRoot = false;                     // has had one: a document has no other
     bool hasSamples = false;
@@ -39,7 +50,8 @@ struct StreamState {
 
 // The streams of the conversions that are running, by id. Thread-safe. A stream is opened before its converter runs and
 // closed after it; nodes that outlive it keep its state, without the writer.
-std::uint64_t OpenStream(std::unique_ptr<IDocumentWriter> writer, const zentor::ContentForm& form = {});
+std::uint64_t OpenStream(std::unique_ptr<IDocumentWriter> writer, const zentor::ContentForm& form = {},
+                         std::vector<std::string> parameters = {});
 void CloseStream(std::uint64_t streamId) noexcept;
 // Null when the stream is not open.
 std::shared_ptr<StreamState> FindStream(std::uint64_t streamId);

@@ -63,6 +63,14 @@ expect 0 'raw C:..data' get path.vkjson '[0]' --json
 printf 'raw \t' >tab.two
 expect 1 'tab.two: a text has a control character, .*--faithful' convert tab.two
 
+# Parameters of the manifest reach the converter, its notices the user; any input is its own when it is asked for.
+printf 'x' >plain.csv
+expect 0 'zentor: plain.csv: told .* \(first: line 2\)' convert plain.csv --as first --set suffix=1 --set suffix==2 --set told=
+expect 0 '"value":"x=2"' get plain.vkjson '["text"]' --json
+expect 0 '"notices":\[\{"kind":1000,"message":"told .*","count":3,"line":2\}\]' convert plain.csv --as first --set told=1 --force --json
+expect 1 'The converter org.test.two.second has no parameter "told"' convert plain.csv --as second --set told=1 --force
+expect 1 'The converter org.test.two.first has no parameter "suff"' convert plain.csv --as org.test.two.first --set suff=1 --force
+
 # The words of an exception are for those who ask for them.
 printf 'throw no rows\nin it' >thrown.two
 expect 1 '^zentor: error 1023: Conversion to VKJSON using converter [^\n]* failed.$' convert thrown.two

@@ -22,7 +22,9 @@ public:
     static bool Convert(ZT_PLUGIN::Conversion& conversion) {
         ZT_PLUGIN::IsoTime time;
         if (!ZT_PLUGIN::ParseIsoTime("2026-06-01 08:30:00,5+02", time)) return false;
-        const std::string text = Read(conversion.InputPath());
+        std::string text = Read(conversion.InputPath());
+        if (const char* const suffix = conversion.Parameter("suffix")) text += suffix;
+        if (conversion.Parameter("told") != nullptr) conversion.Notice("told \xFF", 3, 5, 2);
         if (text.compare(0, 6, "throw ") == 0) throw std::runtime_error(text.substr(6));
         const bool isRaw = text.compare(0, 3, "raw") == 0;
         auto root = conversion.CreateRoot(conversion.ConverterId());

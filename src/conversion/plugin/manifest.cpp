@@ -81,24 +81,25 @@ FormatSignature ReadSignature(const Value& signature) {
     return {offset.GetUint64(), std::string(bytes.substr(0, length.GetUint64()))};
 }
 
-std::vector<std::string> ReadExtensions(const Value& converter) {
-    std::vector<std::string> extensions;
-    const Value* const array = Find(converter, "extensions");
-    if (array == nullptr) return extensions;
-    if (!array->IsArray()) RaiseWrongType("extensions", kArray);
-    for (const Value& extension : array->GetArray()) {
-        if (!extension.IsString()) RaiseWrongType("extensions", "JSON String");
-        extensions.push_back(LowerCaseAscii(WithoutZero(extension, "extensions")));
+// The elements of an optional array of texts.
+std::vector<std::string> ReadTexts(const Value& converter, const char* key) {
+    std::vector<std::string> texts;
+    const Value* const array = Find(converter, key);
+    if (array == nullptr) return texts;
+    if (!array->IsArray()) RaiseWrongType(key, kArray);
+    for (const Value& text : array->GetArray()) {
+        if (!text.IsString()) RaiseWrongType(key, "JSON String");
+        texts.push_back(WithoutZero(text, key));
     }
-    return extensions;
+    return texts;
 }
 
 // Whether files can have an extension: what stands after the last point of a name.
 bool IsPossible(const std::string& extension) { return extension.find_first_of("./\\") == std::string::npos; }
 
 std::string DoubtfulProperty(const Value& converter, const ConverterManifest& manifest) {
-    constexpr std::string_view kKnown[] = {"identifier",      "name",         "version",
-                                           "force_converter", "check_format", "extensions"};
+    constexpr std::string_view kKnown[] = {"identifier",   "name",       "version",   "force_converter",
+                                           "check_format", "extensions", "parameters"};
     for (const auto& member : converter.GetObject()) {
         const std::string_view key = TextOf(member.name);
         const auto isMeant = [key](std::string_view known) { return LooksLike(key, known); };
@@ -119,7 +120,10 @@ ConverterManifest ReadConverter(const Value& converter, std::string_view locale)
     manifest.isForced = force != nullptr && force->IsTrue();
     ForEachObject(converter, "check_format",
                   [&](const Value& signature) { manifest.signatures.push_back(ReadSignature(signature)); });
-    manifest.extensions = ReadExtensions(converter);
+    for (const std::string& extension : ReadTexts(converter, "extensions")) {
+        manifest.extensions.push_back(LowerCaseAscii(extension));
+    }
+    manifest.parameters = ReadTexts(converter, "parameters");
     manifest.doubtfulProperty = DoubtfulProperty(converter, manifest);
     return manifest;
 }

@@ -21,6 +21,7 @@ struct ConverterManifest {
     bool isForced = false;                    // comes before the built-in converters
     std::vector<FormatSignature> signatures;  // of one of them an input has the bytes
     std::vector<std::string> extensions;      // without a dot; A to Z in lower case
+    std::vector<std::string> parameters;      // that hosts may give
     // A property that is allowed as it is but hardly meant; empty: none. Either an unknown one that looks like one that
     // is known, or "extensions": there are neither extensions nor signatures, so that the converter gets no input, or
     // an extension that no file name has.

@@ -3,6 +3,7 @@
 #include "errors/trace.h"
 #include "model/live_objects.h"
 #include "model/node_factories.h"
+#include "model/stream_state.h"
 #include "util/thread_slot.h"
 
 namespace zentor {
@@ -26,8 +27,41 @@ void TraceText(const char* text) noexcept { Trace(text == nullptr ? std::string_
 
 const char* GetCheckedConverter() { return static_cast<const char*>(CheckedConverter().Get()); }
 
+// Of a conversion under way; what a module asks of any other is answered with nothing.
+const char* GetParameter(StreamContext context, const char* key) {
+    const auto stream = FindStream(context);
+    if (stream == nullptr || key == nullptr) return nullptr;
+    const std::string prefix = std::string(key) + '=';
+    const char* value = nullptr;  // of several the last
+    for (const std::string& parameter : stream->parameters) {
+        if (parameter.starts_with(prefix)) value = parameter.c_str() + prefix.size();
+    }
+    return value;
+}
+
+void AddConverterNotice(StreamContext context, const char* message, std::uint64_t count, std::int64_t offset,
+                        std::int64_t line) noexcept {
+    constexpr std::size_t kMost = 100;
+    constexpr std::size_t kLongest = 1000;  // bytes
+    try {
+        const auto stream = FindStream(context);
+        if (stream == nullptr || message == nullptr || stream->notices.size() >= kMost) return;
+        stream->notices.push_back({std::string(message).substr(0, kLongest), count, offset, line});
+    } catch (...) {
+        // Without memory there is a notice less.
+    }
+}
+
 ZT_HostServices hostServices{
-    sizeof(ZT_HostServices), &AcquireLiveObject, &ReleaseLiveObject, nullptr, nullptr, &GetCheckedConverter, &TraceText,
+    sizeof(ZT_HostServices),
+    &AcquireLiveObject,
+    &ReleaseLiveObject,
+    nullptr,
+    nullptr,
+    &GetCheckedConverter,
+    &TraceText,
+    &GetParameter,
+    &AddConverterNotice,
 };
 
 }  // namespace

@@ -341,6 +341,22 @@ public:
     const std::string& InputPath() const { return inputPath_; }      // absolute, UTF-8
     const ZT_HostServices* Host() const { return services_.host; }
 
+    // The value of a parameter that the host gives, of those that the manifest names; null when it gives none, or when
+    // the library is older than parameters.
+    const char* Parameter(const char* key) const {
+        const ZT_HostServices* const host = services_.host;
+        constexpr std::size_t kEnd = offsetof(ZT_HostServices, parameter) + sizeof(host->parameter);
+        return host != nullptr && host->size >= kEnd ? host->parameter(context_, key) : nullptr;
+    }
+    // Tells the host what the conversion has changed or left out, how often, and where in the input first: a byte
+    // offset, and a line from 1 on. Older libraries do not pass it on.
+    void Notice(const std::string& message, std::uint64_t count = 1, std::int64_t offset = -1,
+                std::int64_t line = -1) const {
+        const ZT_HostServices* const host = services_.host;
+        constexpr std::size_t kEnd = offsetof(ZT_HostServices, notice) + sizeof(host->notice);
+        if (host != nullptr && host->size >= kEnd) host->notice(context_, message.c_str(), count, offset, line);
+    }
+
     Root CreateRoot(const std::string& creator) {
         return Create<Root, IVkjsonRoot_v1>([&](auto** node, auto* error) {
             Factories().createRoot(context_, node, creator.c_str(), kInterfaceVersion, error);

@@ -85,6 +85,14 @@ struct ZT_HostServices {
     // Says what a failure was for which there is but a code, such as the words of an exception: a line on standard
     // error where the environment variable ZENTOR_TRACE is 1, else nothing. Older libraries do not have this entry.
     void (*trace)(const char* text);
+    // The value of a parameter that the host gives for this conversion; null when it gives none. Lives as long as the
+    // conversion. The host's parameters are those that the manifest names: others are refused before the module is
+    // asked. Older libraries do not have this entry.
+    const char* (*parameter)(StreamContext context, const char* key);
+    // Tells the host what the conversion has changed or left out, once it has succeeded: a sentence, how often, and
+    // where in the input first, as a byte offset and a line from 1 on (-1: not known). At most 100 of a conversion are
+    // kept. Older libraries do not have this entry.
+    void (*notice)(StreamContext context, const char* message, uint64_t count, int64_t offset, int64_t line);
 };
 
 // What the library hands to InitializePlugin. Lives until the module is unloaded.
