@@ -109,5 +109,6 @@ expect 2 "" "~convrt" help convrt
 expect 0 "~^\.TH ZENTOR 1.*\.SS zentor convert .*keep\\\\-going.*\.SH EXIT STATUS" "" help --man
 for shell in bash zsh fish; do
   expect 0 "~keep-going" "" help --completion $shell
-  if command -v $shell >/dev/null; then $shell -n out.txt || fail "the completions for $shell"; fi
+  tr -d '\r' <out.txt >completions
+  if command -v $shell >/dev/null; then $shell -n completions || fail "the completions for $shell"; fi
 done
