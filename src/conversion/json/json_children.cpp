@@ -41,13 +41,14 @@ public:
         if (count_++ % kReportedAtOnce == 0) ReportProgress(values.Offset());
         child.node.matchName = matchNames_.Next();
         child.node.displayName = values.GetKey();
-        watch_.CheckText(child.node.displayName, values.Offset());
+        const bool hasEscapes = values.HasEscapes();
+        if (hasEscapes) watch_.CheckText(child.node.displayName, values.Offset());
         switch (kind) {
             case JsonKind::kString:
                 child.node.kind = StaticKind::kString;
                 values.GetString(text_);
                 child.node.text = text_;
-                watch_.CheckText(text_, values.Offset());
+                if (hasEscapes) watch_.CheckText(text_, values.Offset());
                 break;
             case JsonKind::kNumber:
                 child.node.kind = StaticKind::kNumber;

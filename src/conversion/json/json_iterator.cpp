@@ -136,7 +136,8 @@ void JsonObjectIterator::Next() {
 void JsonObjectIterator::ReadMember() {
     const RawString key = ReadKey();
     key_ = key.text;
-    if (key.hasBackslash) {
+    isKeyDecoded_ = key.hasBackslash;
+    if (isKeyDecoded_) {
         decodedKey_ = key.Decoded();
         key_ = decodedKey_;
     }

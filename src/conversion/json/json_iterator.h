@@ -31,6 +31,9 @@ public:
     virtual JsonKind GetType() const = 0;
     // Replaces `text` by the current string, escapes decoded.
     virtual void GetString(std::string& text) const = 0;
+    // Whether the member's name or the current string has escapes: without them neither has a character that JSON
+    // escapes.
+    virtual bool HasEscapes() const = 0;
     // The nearest double.
     virtual double GetNumber() const = 0;
     virtual bool GetBool() const = 0;
@@ -52,6 +55,7 @@ public:
     bool HasNext() const override { return hasNext_; }
     JsonKind GetType() const override { return type_; }
     void GetString(std::string& text) const override;
+    bool HasEscapes() const override { return type_ == JsonKind::kString && value_.hasBackslash; }
     double GetNumber() const override;
     bool GetBool() const override;
     std::shared_ptr<JsonIterator> GetObjectIterator() const override;
@@ -91,11 +95,13 @@ public:
     JsonObjectIterator(JsonText& text, std::size_t begin);
     void Next() override;
     std::string_view GetKey() const override { return key_; }
+    bool HasEscapes() const override { return isKeyDecoded_ || JsonElements::HasEscapes(); }
 
 private:
     void ReadMember();
 
     std::string_view key_;
+    bool isKeyDecoded_ = false;
     std::string decodedKey_;
 };
 
