@@ -25,7 +25,7 @@ constexpr Example kExamples[] = {
     {"tree", "zentor tree walk.bvh '[0]'", "the first joint and what is below it"},
     {"get", "zentor get run.vkjson '[1][0]'", "one node in full"},
     {"get", "zentor get run.vkjson '[\"data1\"][\"data2\"]' --json", "the same by match names, for programs"},
-    {"samples", "zentor samples walk.bvh '[0][2]' --from 0 --to 1.5", "the first second and a half"},
+    {"samples", "zentor samples walk.bvh Hips/ROTATION --from 0 --to 1.5", "the first second and a half"},
     {"samples", "zentor samples walk.bvh '[0][2]' --at 00:00:04:12 --format csv", "the latest sample at a time code"},
     {"validate", "zentor validate *.vkjson", "a line each: ok, or the first fault with its byte offset"},
     {"help", "zentor help convert", "the options and examples of a command"},

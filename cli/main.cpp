@@ -87,7 +87,7 @@ void AddSamples(CLI::App& app, Arguments& arguments, Command& chosen) {
     CLI::App* command = AddReader(app, "samples", "Show samples of a node", arguments, chosen, [&](Library& library) {
         RunSamples(library, arguments.common, arguments.document, arguments.dataPath, arguments.samples);
     });
-    command->add_option("PATH", arguments.dataPath, "The node, e.g. [0][2] or [\"data1\"]")->required();
+    command->add_option("PATH", arguments.dataPath, "The node, e.g. [0][2], [\"data1\"] or Hips/ROTATION")->required();
     CLI::Option* from = command->add_option("--from", options.from,
                                             "Where to begin: seconds (1.5, 3/2, -2), or a time as the document has it");
     CLI::Option* to = command->add_option("--to", options.to, "Where to end; before --from: the latest come first");
@@ -113,10 +113,10 @@ void AddCommands(CLI::App& app, Arguments& arguments, Command& chosen) {
               [&](Library& library) { RunInfo(library, common, arguments.document); });
     AddReader(app, "tree", "Show the outline of a document", arguments, chosen, [&](Library& library) {
         RunTree(library, common, arguments.document, arguments.dataPath);
-    })->add_option("PATH", arguments.dataPath, "Only what is below this group, e.g. [0] or [\"data1\"]");
+    })->add_option("PATH", arguments.dataPath, "Only what is below this group, e.g. [0] or Hips");
     AddReader(app, "get", "Show one node in full", arguments, chosen,
               [&](Library& library) { RunGet(library, common, arguments.document, arguments.dataPath); })
-        ->add_option("PATH", arguments.dataPath, "The node, e.g. [0][2] or [\"data1\"]")
+        ->add_option("PATH", arguments.dataPath, "The node, e.g. [0][2], [\"data1\"] or Hips/ROTATION")
         ->required();
     AddSamples(app, arguments, chosen);
     CLI::App* validate = app.add_subcommand("validate", "Say of each document whether it is good");

@@ -44,10 +44,10 @@ bool RunPlugins(Library& library, const CommonOptions& common, bool load);
 // Whether all inputs have been converted; what failed has been said.
 bool RunConvert(Library& library, const CommonOptions& common, const ConvertOptions& options);
 void RunInfo(Library& library, const CommonOptions& common, const std::string& path);
-// `dataPath`: whose children to show; empty: the whole outline.
-void RunTree(Library& library, const CommonOptions& common, const std::string& path, const std::string& dataPath);
-void RunGet(Library& library, const CommonOptions& common, const std::string& path, const std::string& dataPath);
-void RunSamples(Library& library, const CommonOptions& common, const std::string& path, const std::string& dataPath,
+// Nodes are named by data paths or by display names. `node`: whose children to show; empty: the whole outline.
+void RunTree(Library& library, const CommonOptions& common, const std::string& path, const std::string& node);
+void RunGet(Library& library, const CommonOptions& common, const std::string& path, const std::string& node);
+void RunSamples(Library& library, const CommonOptions& common, const std::string& path, const std::string& node,
                 const SamplesOptions& options);
 // Whether all documents are good.
 bool RunValidate(Library& library, const CommonOptions& common, const std::vector<std::string>& paths);

@@ -1,5 +1,6 @@
 #include "commands/commands.h"
 #include "json_output.h"
+#include "node_path.h"
 #include "text_output.h"
 
 namespace zentor_cli {
@@ -206,9 +207,9 @@ void Print(const Node& node) {
 
 }  // namespace
 
-void RunGet(Library& library, const CommonOptions& common, const std::string& path, const std::string& dataPath) {
+void RunGet(Library& library, const CommonOptions& common, const std::string& path, const std::string& nodePath) {
     const auto document = OpenShowingProgress(library, common, path);
-    const Node node = ReadNode(*document, dataPath);
+    const Node node = ReadNode(*document, DataPathOf(*document, nodePath));
     if (common.json) {
         WriteJson(node);
     } else {

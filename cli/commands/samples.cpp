@@ -3,6 +3,7 @@
 
 #include "commands/commands.h"
 #include "document_times.h"
+#include "node_path.h"
 #include "sample_output.h"
 #include "time_argument.h"
 #include "wrong_usage.h"
@@ -117,10 +118,11 @@ void WriteSamples(SampleQuery& query, const TimeArguments& times, const SamplesO
 
 }  // namespace
 
-void RunSamples(Library& library, const CommonOptions& common, const std::string& path, const std::string& dataPath,
+void RunSamples(Library& library, const CommonOptions& common, const std::string& path, const std::string& nodePath,
                 const SamplesOptions& options) {
     const std::string format = FormatOf(common, options);
     const auto document = OpenShowingProgress(library, common, path);
+    const std::string dataPath = DataPathOf(*document, nodePath);
     const Leaf node = document->DynamicNode(dataPath);
     // A document that says nothing of times has no samples, and the query tells so, whatever the form.
     const zentor::TimeForm form =

@@ -1,6 +1,7 @@
 #include "commands/commands.h"
 #include "document_times.h"
 #include "json_output.h"
+#include "node_path.h"
 #include "standard_output.h"
 #include "text_output.h"
 
@@ -57,8 +58,9 @@ void WriteNodes(const Document& document, const std::string& path, JsonOutput& j
 
 }  // namespace
 
-void RunTree(Library& library, const CommonOptions& common, const std::string& path, const std::string& dataPath) {
+void RunTree(Library& library, const CommonOptions& common, const std::string& path, const std::string& node) {
     const auto document = OpenShowingProgress(library, common, path);
+    const std::string dataPath = DataPathOf(*document, node);
     if (common.json) {
         JsonOutput json;
         WriteNodes(*document, dataPath, json);

@@ -112,3 +112,25 @@ for shell in bash zsh fish; do
   tr -d '\r' <out.txt >completions
   if command -v $shell >/dev/null; then $shell -n completions || fail "the completions for $shell"; fi
 done
+
+# Nodes by their display names, else by match names; who there is, when nobody is called so.
+printf '{"axes":{"x":1,"y/z":2,"y":{"z":3,"u":4}},"same":[5,6],"":7,"twice":{"a":8,"a":9}}' >names.json
+# node|value or error
+while IFS='|' read -r node value; do
+  if [[ $value == *[a-z]* ]]; then
+    expect 1 "" "~$value" get names.json "$node"
+  else
+    expect 0 "~value: +$value\$" "" get names.json "$node"
+  fi
+done <<'EOF'
+axes/x|1
+axes/y/u|4
+same/1|6
+matchName6/matchName7|5
+axes/y/z|^zentor: 2 nodes are called "axes/y/z": \[0\]\[1\], \[0\]\[2\]\[0\]$
+twice/a|^zentor: 2 nodes are called "twice/a": \[3\]\[0\], \[3\]\[1\]$
+axes/w|^zentor: no node is called "axes/w"; in \[0\] there are "x", "y/z", "y"$
+nobody|^zentor: no node is called "nobody"; there are "axes", "same", "matchName9", "twice"$
+EOF
+expect 0 '[0][2][0] static matchName4 "z"
+[0][2][1] static matchName5 "u"' "" tree names.json axes/y
