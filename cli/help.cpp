@@ -193,9 +193,9 @@ std::string ZshScript(const CLI::App& app) {
             std::replace(meaning.begin(), meaning.end(), ']', ')');
             std::replace(meaning.begin(), meaning.end(), ':', ' ');
             for (const std::string& name : option->get_lnames()) {
-                text += "        " +
-                        Quoted("--" + name + "[" + meaning + "]" + (TakesValue(*option) ? ":value:" : ""), "'\\''") +
-                        "\n";
+                std::string argument = "--";
+                argument.append(name).append("[").append(meaning).append(TakesValue(*option) ? "]:value:" : "]");
+                text.append("        ").append(Quoted(argument, "'\\''")).append("\n");
             }
         }
         return text;
@@ -236,8 +236,9 @@ std::string FishScript(const CLI::App& app) {
         std::string text;
         for (const CLI::Option* option : OptionsOf(of)) {
             for (const std::string& name : option->get_lnames()) {
-                text += "complete -c zentor" + condition + " -l " + name + (TakesValue(*option) ? " -r" : "") + " -d " +
-                        Quoted(option->get_description(), "\\'") + "\n";
+                text.append("complete -c zentor").append(condition).append(" -l ").append(name);
+                text.append(TakesValue(*option) ? " -r -d " : " -d ");
+                text.append(Quoted(option->get_description(), "\\'")).append("\n");
             }
         }
         return text;

@@ -36,6 +36,7 @@ function(zentor_add_plugin name)
   if(WIN32)
     file(CONFIGURE OUTPUT "${embedded}.rc" @ONLY CONTENT
       "ZTPLUGINUIDS txt \"@manifest@\"\nMODULE_IDENTIFIER txt \"@identifier@\"\n")
+    set_source_files_properties("${embedded}.rc" PROPERTIES OBJECT_DEPENDS "${manifest};${identifier}")
     target_sources(${name} PRIVATE "${embedded}.rc")
   else()
     _zentor_bytes(manifest_bytes "${manifest}")

@@ -1,6 +1,7 @@
 #include "errors/notices.h"
 
 #include <string>
+#include <string_view>
 
 #include "errors/host_suite.h"
 #include "errors/host_tables.h"
@@ -30,7 +31,7 @@ void Notices::Add(ZT_NoticeKind kind, const InputPlace& place, std::uint64_t cou
     counted.count += count;
 }
 
-void Notices::Add(std::string message, const InputPlace& place, std::uint64_t count) {
+void Notices::Add(std::string_view message, const InputPlace& place, std::uint64_t count) {
     own_.push_back({Utf16ToUtf8(Utf8ToUtf16(message)), {count, place}});
 }
 

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "errors/error_table.h"
@@ -32,7 +33,7 @@ public:
     // The one that comes first in the input tells where; of places that are not known, the first.
     void Add(ZT_NoticeKind kind, const InputPlace& place, std::uint64_t count) noexcept;
     // In a converter's own words; one that is no UTF-8 is shown with replacement characters.
-    void Add(std::string message, const InputPlace& place, std::uint64_t count);
+    void Add(std::string_view message, const InputPlace& place, std::uint64_t count);
     // Whether one at this offset would tell where.
     bool IsFirst(ZT_NoticeKind kind, std::int64_t offset) const {
         const Counted& counted = kinds_[kind];
