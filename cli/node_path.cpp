@@ -76,7 +76,7 @@ std::string DataPathOf(const Document& document, const std::string& given) {
             throw LibraryFailure(std::to_string(count) + " nodes are called \"" + given +
                                  "\": " + ListOf(found, count));
         }
-        deepest = std::max(deepest, search.Deepest());
+        if (deepest.empty()) deepest = search.Deepest();
     }
     throw LibraryFailure("no node is called \"" + given + "\"; " + (deepest.empty() ? "" : "in " + deepest + ' ') +
                          ContentsOf(document, deepest));

@@ -1,6 +1,7 @@
 #include "standard_input.h"
 
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "library.h"
@@ -40,11 +41,12 @@ StandardInput::StandardInput(const std::string& extension) {
     Require(os::TempFolder(folder));
     Require(os::CreateTempFile(folder, name_));
     try {
-        path_ = name_ + '.' + extension;
-        Require(os::CreateEmptyFile(path_, {.exclusive = true, .ownerOnly = true}));
+        std::string path = name_ + '.' + extension;
+        Require(os::CreateEmptyFile(path, {.exclusive = true, .ownerOnly = true}));
+        path_ = std::move(path);  // from here on it is ours
         CopyInput(path_);
     } catch (...) {
-        os::DeleteFileAt(path_);
+        if (!path_.empty()) os::DeleteFileAt(path_);
         os::DeleteFileAt(name_);
         throw;
     }

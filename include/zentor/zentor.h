@@ -331,8 +331,9 @@ struct ZT_HostSuite {
     // slot 10: the text that GetLocalizedErrorMsg_1 formed. `length` in bytes.
     void (*localizedMessage)(void* hostContext, const char* text, uint64_t length);
     // slot 11: a failure. `extra1` and `extra2` are details, -1 when there is none: the byte offset of a fault in a
-    // document, byte offset and line of one in a capture, a system error number of a file operation, or what a plug-in
-    // gave.
+    // document; byte offset and line (from 1) of one in a capture or in JSON, and of what a strict conversion refuses
+    // in these and in tables (no offset where a table had to be decoded); a system error number of a file operation; or
+    // what a plug-in gave, which should be offset and line, too.
     void (*reportError)(void* errorContext, uint32_t code, const char* message, int64_t extra1, int64_t extra2);
 };
 

@@ -48,7 +48,6 @@ public:
         if (isOn_ && MayLose(value, length) && FindLoss(value, text, loss)) Tell(loss, place);
     }
 
-    bool IsStrict() const { return isStrict_; }
     InputPlace PlaceAt(std::size_t offset) const;
 
 private:

@@ -28,13 +28,16 @@ void TraceText(const char* text) noexcept { Trace(text == nullptr ? std::string_
 const char* GetCheckedConverter() { return static_cast<const char*>(CheckedConverter().Get()); }
 
 // Of a conversion under way; what a module asks of any other is answered with nothing.
-const char* GetParameter(StreamContext context, const char* key) {
+const char* GetParameter(StreamContext context, const char* key) noexcept {
     const auto stream = FindStream(context);
     if (stream == nullptr || key == nullptr) return nullptr;
-    const std::string prefix = std::string(key) + '=';
+    const std::string_view name(key);
     const char* value = nullptr;  // of several the last
     for (const std::string& parameter : stream->parameters) {
-        if (parameter.starts_with(prefix)) value = parameter.c_str() + prefix.size();
+        const std::string_view text(parameter);
+        if (text.starts_with(name) && text.substr(name.size()).starts_with('=')) {
+            value = parameter.c_str() + name.size() + 1;
+        }
     }
     return value;
 }
