@@ -43,6 +43,9 @@ std::string TextOf(Library& library, const Report& report, const std::string& in
     const std::string place = input + (report.line > 0 ? ":" + std::to_string(report.line) : "");
     if (const char* const remedy = RemedyOf(library, report))
         return place + ": " + AsPart(report.message) + "; " + remedy;
+    if (!report.reason.empty()) {
+        return place + ": " + report.reason + " (error " + std::to_string(report.code) + ')';
+    }
     const bool isNamed = !input.empty() && (report.line > 0 || namesInput);
     return report.Text() + (isNamed ? " [" + place + ']' : "");
 }
@@ -61,6 +64,7 @@ void SayFailure(Library& library, const CommonOptions& common, const Report& rep
     json.BeginObject();
     json.Member("code", report.code);
     json.Member("message", report.message);
+    if (!report.reason.empty()) json.Member("reason", report.reason);
     if (!input.empty()) json.Member("input", input);
     if (report.line > 0) json.Member("line", report.line);
     if (report.offset >= 0) json.Member("offset", report.offset);

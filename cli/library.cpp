@@ -31,7 +31,7 @@ constexpr ZT_PluginCallbacks kListing{
         LastFolder(list).modules.push_back({path, identifier, {problemCode, problem, -1, -1}, {}, {}});
     },
     [](void* list, const char* identifier, const char* name, double version, std::uint8_t isForced) {
-        LastModule(list).converters.push_back({identifier, name, version, isForced != 0, {}, {}});
+        LastModule(list).converters.push_back({identifier, name, version, isForced != 0, {}, {}, {}});
     },
     [](void* list, const char* extension) { LastConverter(list).extensions.emplace_back(extension); },
     [](void* list, std::uint64_t offset, const char* bytes, std::uint64_t length) {
@@ -41,6 +41,7 @@ constexpr ZT_PluginCallbacks kListing{
         LastFolder(list).problems.push_back({path, {problemCode, problem, -1, -1}});
     },
     nullptr,
+    [](void* list, const char* name) { LastConverter(list).parameters.emplace_back(name); },
 };
 
 // Of each thread: callbacks come on the one that called. A pointer alone: objects that have to be destroyed with their
@@ -56,7 +57,12 @@ std::uint8_t GoOn(void*, std::uint64_t done, std::uint64_t total) {
 }
 
 void TakeNotice(void*, std::uint32_t kind, const char* message, std::uint64_t count, std::int64_t, std::int64_t line) {
-    if (current != nullptr) current->notices.push_back({kind, message, count, line});
+    if (current == nullptr) return;
+    if (kind == ZT_NOTICE_REASON) {
+        current->reason = message;
+    } else {
+        current->notices.push_back({kind, message, count, line});
+    }
 }
 
 // Extras of an input that cannot be converted are a byte offset and a line; those of other failures may be anything.
@@ -65,6 +71,7 @@ bool HasPlaceInInput(std::uint32_t code) { return code == ZT_CONVERSION || code 
 void TakeReport(void*, std::uint32_t code, const char* message, std::int64_t extra1, std::int64_t extra2) {
     if (current == nullptr) return;
     current->report = {code, {}, extra1, HasPlaceInInput(code) && extra2 > 0 ? extra2 : -1};
+    current->report.reason.swap(current->reason);
     try {
         current->report.message = message;
     } catch (const std::bad_alloc&) {

@@ -19,6 +19,7 @@ struct Report {
     std::string message;
     std::int64_t offset = -1;  // in bytes; -1: none
     std::int64_t line = -1;    // of the input, from 1 on; -1: none
+    std::string reason = {};   // of a plug-in that refuses the input, in its own words
 
     // "error 32: Parsing error. (at byte 7)", or the message alone of a failure of the command's own
     std::string Text() const;
@@ -73,6 +74,7 @@ struct PluginConverter {
     bool isForced;
     std::vector<std::string> extensions;
     std::vector<Signature> signatures;
+    std::vector<std::string> parameters;
 };
 
 struct PluginModule {
@@ -118,6 +120,7 @@ public:
 
     Report report;  // the latest
     std::vector<Notice> notices;
+    std::string reason;        // of the failure that comes next
     Amount* amount = nullptr;  // null: nobody wants to know
 
 private:

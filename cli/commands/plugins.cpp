@@ -20,6 +20,11 @@ void ShowConverter(const PluginConverter& converter) {
     for (const PluginConverter::Signature& signature : converter.signatures) {
         text += "    at byte " + std::to_string(signature.offset) + ": \"" + Printable(signature.bytes) + "\"\n";
     }
+    if (!converter.parameters.empty()) {
+        text += "    parameters:";
+        for (const std::string& parameter : converter.parameters) text += " " + Printable(parameter);
+        text += '\n';
+    }
     WriteOutput(text);
 }
 
@@ -54,6 +59,10 @@ void AppendConverter(JsonOutput& json, const PluginConverter& converter) {
     json.Key("extensions");
     json.BeginArray();
     for (const std::string& extension : converter.extensions) json.Value(extension);
+    json.EndArray();
+    json.Key("parameters");
+    json.BeginArray();
+    for (const std::string& parameter : converter.parameters) json.Value(parameter);
     json.EndArray();
     json.Key("signatures");
     json.BeginArray();

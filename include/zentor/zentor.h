@@ -227,6 +227,8 @@ struct ZT_PluginCallbacks {
     // ZT_PLUGIN_INITIALIZE with the message, and `diagnosis` is for the module's author: what the system's loader says,
     // in the user's language, or what the module's InitializePlugin has done.
     void (*setLoadResult)(void* listContext, uint32_t code, const char* message, const char* diagnosis);
+    // Of the converter that was handed over last: the name of a parameter that hosts may give (ZT_HostOptions).
+    void (*addParameter)(void* listContext, const char* name);
 };
 
 // How the library works for this host. Read at the beginning of each operation; 0 is the default of each.
@@ -293,6 +295,7 @@ enum ZT_NoticeKind ZT_UINT32_ENUM {
     ZT_NOTICE_FRAMES = 19,           // of a capture are declared and not there
     ZT_NOTICE_FRAME_RATE = 20,       // a capture's frame time was taken for that of another rate
     ZT_NOTICE_OF_CONVERTER = 1000,   // what a plug-in says, in its own words; there may be several of them
+    ZT_NOTICE_REASON = 1001,         // why a plug-in refuses the input, in its own words; the failure follows
 };
 
 // What hosts can have beyond results (slot 9).
@@ -308,7 +311,8 @@ struct ZT_HostExtensions {
     // what is being opened or written then (ZT_INVALID_POINTER).
     uint8_t (*progress)(void* errorContext, uint64_t done, uint64_t total);
     // What a conversion has changed or left out, or what makes its input look like something else: once for each kind,
-    // at the end of the OpenFile or ConvertFile that converted, on the thread that called it. `kind` is a
+    // at the end of the OpenFile or ConvertFile that converted, on the thread that called it; the reason of a plug-in's
+    // refusal before that is reported. `kind` is a
     // ZT_NoticeKind, or one that a later library adds; `count` says how often, `offset` (in bytes, from 0) and `line`
     // (from 1) where in the input first; each is -1 when it is not known. `message` is a sentence in the manager's
     // language. The same rules hold as for `progress`.

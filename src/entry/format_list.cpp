@@ -19,6 +19,9 @@ void ListConverter(const ZT_PluginCallbacks& callbacks, const ConverterManifest&
     for (const std::string& extension : converter.extensions) {
         CallHost(callbacks.addExtension, listContext, extension.c_str());
     }
+    for (const std::string& parameter : converter.parameters) {
+        CallHost(callbacks.addParameter, listContext, parameter.c_str());
+    }
     for (const FormatSignature& signature : converter.signatures) {
         CallHost(callbacks.addSignature, listContext, signature.offset, signature.bytes.data(), signature.bytes.size());
     }

@@ -39,6 +39,13 @@ void Notices::RaiseIfRefused() const {
     if (refusal_ != nullptr) Raise({*refusal_, refusedAt_.offset, refusedAt_.line});
 }
 
+void Notices::TellReason(std::string_view message, const InputPlace& place) {
+    if (callback_ == nullptr) return;
+    const std::string text = Utf16ToUtf8(Utf8ToUtf16(message));
+    CallHost(callback_, ErrorContext(), static_cast<std::uint32_t>(ZT_NOTICE_REASON), text.c_str(), std::uint64_t{1},
+             place.offset, place.line);
+}
+
 void Notices::Deliver() {
     if (callback_ == nullptr) return;
     for (const NoticeEntry& entry : kNoticeTable) {
@@ -76,6 +83,10 @@ void RaiseIfRefused() {
 
 void DeliverNotices() {
     if (Notices* const notices = Notices::Current()) notices->Deliver();
+}
+
+void TellReason(std::string_view message, const InputPlace& place) {
+    if (Notices* const notices = Notices::Current()) notices->TellReason(message, place);
 }
 
 }  // namespace zentor

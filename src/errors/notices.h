@@ -47,6 +47,9 @@ public:
     // Raises it again; nothing when there is none.
     void RaiseIfRefused() const;
 
+    // Hands it to the host at once: why a converter refuses the input, in its own words. ZT_UNKNOWN as for Deliver.
+    void TellReason(std::string_view message, const InputPlace& place);
+
     // Hands them to the host, by ascending kind. ZT_UNKNOWN for an exception out of the callback.
     void Deliver();
 
@@ -72,6 +75,7 @@ private:
 bool AreNoticesWanted() noexcept;
 void AddNotice(ZT_NoticeKind kind, const InputPlace& place, std::uint64_t count = 1) noexcept;
 void DeliverNotices();
+void TellReason(std::string_view message, const InputPlace& place);
 // Refuses the input, with a place in it.
 [[noreturn]] void RefuseInput(const ErrorEntry& why, const InputPlace& place);
 void RaiseIfRefused();

@@ -86,12 +86,20 @@ const zentor::TimeForm& VkjsonDynamicDataImpl::RequireTimeForm() const {
     return *form;
 }
 
-SampleTime VkjsonDynamicDataImpl::FormatTime(std::int64_t ticks, std::uint32_t ticksPerSecond, char* text) const {
-    SampleTime time;
-    const char* const end = RequireTimeForm().Format(ticks, ticksPerSecond, text, time.instant);
-    if (end == nullptr) throw ZT_PluginException(ZT_SAMPLE_TIME);
-    time.text = {text, static_cast<std::size_t>(end - text)};
-    return time;
+SampleTime VkjsonDynamicDataImpl::FormatTime(std::int64_t ticks, std::uint32_t ticksPerSecond) const {
+    const zentor::TimeForm& form = RequireTimeForm();  // which does not change once there are samples
+    LatestTime& latest = Stream().latestTime;
+    const bool isKnown =
+        Stream().hasSamples && latest.ticks == ticks && latest.ticksPerSecond == ticksPerSecond && ticksPerSecond != 0;
+    if (!isKnown) {
+        latest.ticksPerSecond = 0;
+        const char* const end = form.Format(ticks, ticksPerSecond, latest.text, latest.instant);
+        if (end == nullptr) throw ZT_PluginException(ZT_SAMPLE_TIME);
+        latest.size = static_cast<std::size_t>(end - latest.text);
+        latest.ticks = ticks;
+        latest.ticksPerSecond = ticksPerSecond;
+    }
+    return {{latest.text, latest.size}, latest.instant};
 }
 
 SampleTime VkjsonDynamicDataImpl::ReadTime(std::string_view text) const {

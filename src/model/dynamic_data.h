@@ -56,8 +56,7 @@ protected:
     // Calls `add` with the time of a sample, given in one of three ways.
     template <class AddTo>
     void AtTicks(std::int64_t ticks, std::uint32_t ticksPerSecond, AddTo&& add) {
-        char text[zentor::TimeForm::kWidestFormatted];
-        add(FormatTime(ticks, ticksPerSecond, text));
+        add(FormatTime(ticks, ticksPerSecond));
     }
     template <class AddTo>
     void AtTimeString(const char* timeString, AddTo&& add) {
@@ -72,7 +71,7 @@ protected:
 
 private:
     const zentor::TimeForm& RequireTimeForm() const;
-    SampleTime FormatTime(std::int64_t ticks, std::uint32_t ticksPerSecond, char* text) const;
+    SampleTime FormatTime(std::int64_t ticks, std::uint32_t ticksPerSecond) const;
     SampleTime ReadTime(std::string_view text) const;
     bool IsInDocument() const;
 

@@ -1,7 +1,6 @@
 #include "model/dynamic_numbers.h"
 
-#include <cstring>
-
+#include "errors/notices.h"
 #include "model/static_data.h"
 #include "util/short_copy.h"
 
@@ -32,6 +31,26 @@ NumberSample MakeNumberSample(double value, char* room, zentor::NumberForm form)
     return {value, text, static_cast<std::size_t>(zentor::CountDigits(text).integer)};
 }
 
+bool ReadNumberSample(std::string_view text, char* room, zentor::NumberForm form, NumberSample& sample) {
+    const char* const end = text.data() + text.size();
+    const zentor::PlainDecimal plain = zentor::ScanPlainDecimal(text.data(), end, form);
+    if (plain.canonicalEnd != nullptr) {
+        const auto size = static_cast<std::size_t>(plain.canonicalEnd - text.data());
+        sample = {plain.Value(), text.substr(0, size), plain.integers};
+        return plain.end == end;
+    }
+    double value = 0;
+    if (text.starts_with('+') || zentor::ParseNumber(text.data(), end, value) != end) return false;
+    if (!zentor::IsWritable(value, form)) return false;
+    sample = MakeNumberSample(value, room, form);
+    double written = 0;
+    const char* const writtenEnd = sample.text.data() + sample.text.size();
+    if (zentor::ParseNumber(sample.text.data(), writtenEnd, written) == writtenEnd && written != value) {
+        zentor::AddNotice(ZT_NOTICE_ROUNDED, {});
+    }
+    return true;
+}
+
 std::uint32_t VkjsonDynamicDataNumImpl::AddSample(std::int32_t timeValue, std::uint32_t timeScale, double value,
                                                   ZT_ErrorRecord* error) noexcept {
     return AddSampleAtTicks(timeValue, timeScale, value, error);
@@ -45,6 +64,22 @@ std::uint32_t VkjsonDynamicDataNumImpl::AddSampleAtTicks(std::int64_t ticks, std
 std::uint32_t VkjsonDynamicDataNumImpl::AddSampleAtTimeString(const char* timeString, double value,
                                                               ZT_ErrorRecord* error) noexcept {
     return Added(error, [&] { AtTimeString(timeString, [&](const SampleTime& time) { Add(time, value); }); });
+}
+
+std::uint32_t VkjsonDynamicDataNumImpl::AddSampleAtTicks(std::int64_t ticks, std::uint32_t ticksPerSecond,
+                                                         const char* text, std::uint64_t size,
+                                                         ZT_ErrorRecord* error) noexcept {
+    return Added(error, [&] {
+        char room[zentor::kPlainNumberRoom];
+        NumberSample sample{};
+        const bool isNumber = text != nullptr && ReadNumberSample({text, size}, room, Stream().form.numbers, sample);
+        if (!isNumber) throw ZT_PluginException(ZT_RANGE_VALUE);
+        AtTicks(ticks, ticksPerSecond, [&](const SampleTime& time) {
+            CheckAdding(time);
+            CheckWithin(range_.legal, sample.value, Stream().form.numbers);
+            Append(time, sample);
+        });
+    });
 }
 
 void VkjsonDynamicDataNumImpl::SetPattern(std::uint64_t digitsInteger, std::uint64_t digitsDecimal,
@@ -67,8 +102,11 @@ void VkjsonDynamicDataNumImpl::Add(const SampleTime& time, double value) {
     CheckAdding(time);
     CheckWithin(range_.legal, value, Stream().form.numbers);
     char room[zentor::kPlainNumberRoom];
-    const NumberSample sample = MakeNumberSample(value, room, Stream().form.numbers);
-    std::memcpy(AddText(time, sample.text.size()), sample.text.data(), sample.text.size());
+    Append(time, MakeNumberSample(value, room, Stream().form.numbers));
+}
+
+void VkjsonDynamicDataNumImpl::Append(const SampleTime& time, const NumberSample& sample) {
+    zentor::CopyShort(AddText(time, sample.text.size()), sample.text);
     pattern_.Widen(sample.text, sample.integers);
     Widen(range_.occurring, sample.value);
 }

@@ -20,7 +20,10 @@ struct NumberSample {
 // The sample of a number that can be written. `room`: zentor::kPlainNumberRoom bytes for its text.
 NumberSample MakeNumberSample(double value, char* room, zentor::NumberForm form);
 
-class VkjsonDynamicDataNumImpl final : public DynamicDataSlots<IVkjsonDynamicDataNum_v1> {
+// The same of a number that is a text; false for any other text.
+bool ReadNumberSample(std::string_view text, char* room, zentor::NumberForm form, NumberSample& sample);
+
+class VkjsonDynamicDataNumImpl final : public DynamicDataSlots<IVkjsonDynamicDataNum_v1>, public IVkjsonNumberTexts_v1 {
 public:
     explicit VkjsonDynamicDataNumImpl(std::uint64_t streamId) : DynamicDataSlots(streamId) {}
 
@@ -32,11 +35,14 @@ public:
     std::uint32_t AddSampleAtTicks(std::int64_t ticks, std::uint32_t ticksPerSecond, double value,
                                    ZT_ErrorRecord* error) noexcept override;
     std::uint32_t AddSampleAtTimeString(const char* timeString, double value, ZT_ErrorRecord* error) noexcept override;
+    std::uint32_t AddSampleAtTicks(std::int64_t ticks, std::uint32_t ticksPerSecond, const char* text,
+                                   std::uint64_t size, ZT_ErrorRecord* error) noexcept override;
 
     DynamicNodeView View() const override;
 
 private:
     void Add(const SampleTime& time, double value);
+    void Append(const SampleTime& time, const NumberSample& sample);
 
     WidestPattern pattern_;
     ElementRange range_;

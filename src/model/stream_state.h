@@ -13,6 +13,7 @@
 #include "model/spill_file.h"
 #include "model/writer_interface.h"
 #include "zentor/error_codes.h"
+#include "zentor/time_form.h"
 
 namespace ZT_PLUGIN {
 
@@ -24,14 +25,25 @@ struct ConverterNotice {
     std::int64_t line;
 };
 
+// The time of the latest sample that was given in ticks. Converters have it for one node after the other.
+struct LatestTime {
+    std::int64_t ticks = 0;
+    std::uint32_t ticksPerSecond = 0;  // 0: none
+    char text[zentor::TimeForm::kWidestFormatted];
+    std::size_t size = 0;
+    zentor::Instant instant;  // borrows from the text
+};
+
 struct StreamState {
     std::unique_ptr<IDocumentWriter> writer;  // null once the conversion is over
     SpillFile spill;                          // of samples
     zentor::ContentForm form;                 // of the document
     std::vector<std::string> parameters;      // "key=value", for the converter
     std::vector<ConverterNotice> notices;     // of the converter
-    const IVkjsonRoot_I* root = nullptr;      // while it lives
-    bool hasRoot = false;                     // has had one: a document has no other
+    std::string reason;                       // why it refuses the input, in its own words
+    LatestTime latestTime;
+    const IVkjsonRoot_I* root = nullptr;  // while it lives
+    bool hasRoot = false;                 // has had one: a document has no other
     bool hasSamples = false;
     std::size_t unwrittenSets = 0;                       // of samples, whether their node is still there or not
     std::size_t dynamicNodes = 0;                        // that are alive

@@ -106,9 +106,8 @@ std::string DoubtfulProperty(const Value& converter, const ConverterManifest& ma
         const bool isKnown = std::find(std::begin(kKnown), std::end(kKnown), key) != std::end(kKnown);
         if (!isKnown && std::any_of(std::begin(kKnown), std::end(kKnown), isMeant)) return std::string(key);
     }
-    const bool hasNoInput = manifest.extensions.empty() && manifest.signatures.empty();
     const bool arePossible = std::all_of(manifest.extensions.begin(), manifest.extensions.end(), IsPossible);
-    return hasNoInput || !arePossible ? "extensions" : "";
+    return !arePossible ? "extensions" : "";
 }
 
 ConverterManifest ReadConverter(const Value& converter, std::string_view locale) {

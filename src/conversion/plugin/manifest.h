@@ -23,8 +23,8 @@ struct ConverterManifest {
     std::vector<std::string> extensions;      // without a dot; A to Z in lower case
     std::vector<std::string> parameters;      // that hosts may give
     // A property that is allowed as it is but hardly meant; empty: none. Either an unknown one that looks like one that
-    // is known, or "extensions": there are neither extensions nor signatures, so that the converter gets no input, or
-    // an extension that no file name has.
+    // is known, or "extensions" for one that no file name has. Without extensions and signatures the converter is there
+    // for hosts that ask for it.
     std::string doubtfulProperty;
 };
 

@@ -2,6 +2,7 @@
 
 #include "errors/converter_failure.h"
 #include "errors/last_exception.h"
+#include "errors/notices.h"
 #include "errors/raise.h"
 #include "errors/trace.h"
 #include "model/stream_state.h"
@@ -16,6 +17,13 @@ namespace {
 void TraceCause(std::uint32_t code) {
     const auto last = GetLastException();
     if (last != nullptr && last->code + kConvertingSideOffset == code) Trace(last->message);
+}
+
+// Before the failure itself, as its text is the library's own.
+void TellReason(const StreamState* stream, const ZT_ErrorRecord& failure) {
+    if (stream != nullptr && !stream->reason.empty()) {
+        zentor::TellReason(stream->reason, {failure.extra1, failure.extra2});
+    }
 }
 
 }  // namespace
@@ -36,13 +44,17 @@ bool ZT_ConverterHandlerInstance::Convert() {
     std::uint8_t converted = 0;
     const ZT_ErrorRecord done =
         CallModule([&](ZT_ErrorRecord* error) { entryPoints.convert(session, &converted, error); });
+    const auto stream = FindStream(streamId);
     if (done.code != 0) {
         TraceCause(done.code);
+        TellReason(stream.get(), done);
         Raise({done.code, kPluginConverter, done.extra1, done.extra2}, manifest.name, manifest.identifier);
     }
-    const auto stream = FindStream(streamId);
     const bool isWritten = stream && stream->writer && stream->writer->IsFinished();
-    if (converted == 0 || !isWritten) Raise(kPluginConverter, manifest.name, manifest.identifier);
+    if (converted == 0 || !isWritten) {
+        TellReason(stream.get(), done);
+        Raise(kPluginConverter, manifest.name, manifest.identifier);
+    }
     return true;
 }
 

@@ -1,6 +1,7 @@
 #include "conversion/plugin/services.h"
 
 #include "errors/trace.h"
+#include "model/dynamic_numbers.h"
 #include "model/live_objects.h"
 #include "model/node_factories.h"
 #include "model/stream_state.h"
@@ -55,6 +56,20 @@ void AddConverterNotice(StreamContext context, const char* message, std::uint64_
     }
 }
 
+void SetReason(StreamContext context, const char* message) noexcept {
+    constexpr std::size_t kLongest = 2000;  // bytes
+    try {
+        const auto stream = FindStream(context);
+        if (stream != nullptr && message != nullptr) stream->reason = std::string(message).substr(0, kLongest);
+    } catch (...) {
+        // Without memory the code has to do.
+    }
+}
+
+IVkjsonNumberTexts_v1* NumberTextsOf(IVkjsonDynamicDataNum_v1* node) noexcept {
+    return FindLive<VkjsonDynamicDataNumImpl>(node);
+}
+
 ZT_HostServices hostServices{
     sizeof(ZT_HostServices),
     &AcquireLiveObject,
@@ -65,6 +80,8 @@ ZT_HostServices hostServices{
     &TraceText,
     &GetParameter,
     &AddConverterNotice,
+    &SetReason,
+    &NumberTextsOf,
 };
 
 }  // namespace

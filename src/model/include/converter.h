@@ -177,10 +177,25 @@ public:
     void AddSample(Ticks time, double value) {
         Checked([&](auto* error) { get()->AddSampleAtTicks(time.count, time.perSecond, value, error); });
     }
+    // A value that is a decimal text already, `size` bytes, is not read and written again.
+    void AddSampleText(Ticks time, const char* text, std::size_t size) {
+        Checked([&](auto* error) { Texts().AddSampleAtTicks(time.count, time.perSecond, text, size, error); });
+    }
     template <class Text, class = IfText<Text>>
     void AddSample(const Text& time, double value) {
         Checked([&](auto* error) { get()->AddSampleAtTimeString(TimeText(time), value, error); });
     }
+
+private:
+    friend class Conversion;
+
+    // ZT_VERSION_TOO_NEW with a library that does not have them.
+    IVkjsonNumberTexts_v1& Texts() const {
+        if (texts_ == nullptr) throw ZT_PluginException(ZT_VERSION_TOO_NEW);
+        return *texts_;
+    }
+
+    IVkjsonNumberTexts_v1* texts_ = nullptr;  // of the node, which keeps it
 };
 
 class DynamicNumberArray : public DynamicNode<IVkjsonDynamicDataNumArr_v1> {
@@ -357,6 +372,14 @@ public:
         if (host != nullptr && host->size >= kEnd) host->notice(context_, message.c_str(), count, offset, line);
     }
 
+    // The input cannot be converted, and why, in words for people: the cause and what helps. Otherwise as RefuseInput.
+    [[noreturn]] void Refuse(const std::string& reason, std::int64_t offset = -1, std::int64_t line = -1) const {
+        const ZT_HostServices* const host = services_.host;
+        constexpr std::size_t kEnd = offsetof(ZT_HostServices, reason) + sizeof(host->reason);
+        if (host != nullptr && host->size >= kEnd) host->reason(context_, reason.c_str());
+        RefuseInput(offset, line);
+    }
+
     Root CreateRoot(const std::string& creator) {
         return Create<Root, IVkjsonRoot_v1>([&](auto** node, auto* error) {
             Factories().createRoot(context_, node, creator.c_str(), kInterfaceVersion, error);
@@ -395,9 +418,13 @@ public:
         return array;
     }
     DynamicNumber CreateDynamicNumber(const DynamicNames& names) {
-        return Named(names, Create<DynamicNumber, IVkjsonDynamicDataNum_v1>([&](auto** node, auto* error) {
-                         Factories().createDynamicNum(context_, node, kInterfaceVersion, error);
-                     }));
+        auto number = Named(names, Create<DynamicNumber, IVkjsonDynamicDataNum_v1>([&](auto** node, auto* error) {
+                                Factories().createDynamicNum(context_, node, kInterfaceVersion, error);
+                            }));
+        const ZT_HostServices* const host = services_.host;
+        constexpr std::size_t kEnd = offsetof(ZT_HostServices, numberTexts) + sizeof(host->numberTexts);
+        if (host != nullptr && host->size >= kEnd) number.texts_ = host->numberTexts(number.get());
+        return number;
     }
     DynamicNumberArray CreateDynamicNumberArray(const DynamicNames& names, std::uint64_t size) {
         auto array =

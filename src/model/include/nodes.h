@@ -175,6 +175,18 @@ protected:
     ~IVkjsonDynamicDataNum_v1() = default;
 };
 
+// The adder of a dynamic number for values that are decimal texts already, such as the cells of a table. Faster than
+// reading and writing them as doubles, with the same outcome. ZT_HostServices::numberTexts gives it.
+struct IVkjsonNumberTexts_v1 {
+    // Slot 1: the whole of `text`, `size` bytes, is a number: an optional "-", digits with an optional point and an
+    // optional exponent. Result and codes as for AddSampleAtTicks; also ZT_RANGE_VALUE when it is no such number.
+    virtual uint32_t AddSampleAtTicks(int64_t ticks, uint32_t ticksPerSecond, const char* text, uint64_t size,
+                                      ZT_ErrorRecord* error) noexcept = 0;
+
+protected:
+    ~IVkjsonNumberTexts_v1() = default;
+};
+
 // An array of numbers that change, written as "numberStringArray". Its size is set first, and before the first sample.
 struct IVkjsonDynamicDataNumArr_v1 {
     virtual void Reserved() noexcept = 0;

@@ -93,6 +93,12 @@ struct ZT_HostServices {
     // where in the input first, as a byte offset and a line from 1 on (-1: not known). At most 100 of a conversion are
     // kept. Older libraries do not have this entry.
     void (*notice)(StreamContext context, const char* message, uint64_t count, int64_t offset, int64_t line);
+    // Says why the conversion fails, before it does with a code: the cause and what helps, in words for people. The
+    // last one counts. Older libraries do not have this entry.
+    void (*reason)(StreamContext context, const char* message);
+    // The node's adder of numbers as texts, which lives as long as the node; null for what is no dynamic number of the
+    // library. Older libraries do not have this entry.
+    IVkjsonNumberTexts_v1* (*numberTexts)(IVkjsonDynamicDataNum_v1* node);
 };
 
 // What the library hands to InitializePlugin. Lives until the module is unloaded.
