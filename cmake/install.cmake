@@ -21,6 +21,7 @@ endforeach()
 target_include_directories(zentor_plugin INTERFACE $<BUILD_INTERFACE:${sdk}>
   $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
 set_target_properties(zentor_plugin PROPERTIES EXPORT_NAME plugin)
+add_library(zentor::plugin ALIAS zentor_plugin)
 install(TARGETS zentor_plugin EXPORT zentorTargets)
 install(EXPORT zentorTargets NAMESPACE zentor:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/zentor)
 

@@ -61,7 +61,7 @@ ZT_TEXT("MODULE_IDENTIFIER") kIdentifier[] = {@identifier_bytes@};
     if(CMAKE_INSTALL_PREFIX_INITIALIZED_TO_DEFAULT AND PROJECT_IS_TOP_LEVEL AND DEFINED zentor_PREFIX)
       set_property(CACHE CMAKE_INSTALL_PREFIX PROPERTY VALUE "${zentor_PREFIX}")
     endif()
-    install(TARGETS ${name} LIBRARY DESTINATION "${zentor_PLUGIN_SUBDIR}")
+    install(TARGETS ${name} LIBRARY DESTINATION "${zentor_PLUGIN_SUBDIR}" COMPONENT plugins)
   endif()
 endfunction()
 

@@ -24,6 +24,7 @@ export PKG_CONFIG_PATH="$work/prefix/lib/pkgconfig"
 g++ -std=c++17 "$work/host/host.cpp" $(pkg-config --cflags --libs zentor) -Wl,-rpath,"$work/prefix/lib" -o "$work/plain"
 [ "$("$work/plain" "$table" "$work/by-pkgconfig.vkjson" "[1][0]")" = 12.25 ]
 "$work/prefix/bin/zentor" convert "$table" -o "$work/by-command.vkjson"
+"$work/prefix/bin/zentor" samples "$table" --as series 'air temperature' --to 2026-04-01T00:00:00Z | grep -q '12.25$'
 for file in man/man1/zentor.1 bash-completion/completions/zentor zsh/site-functions/_zentor \
   fish/vendor_completions.d/zentor.fish; do
   grep -q keep "$work/prefix/share/$file"
@@ -41,6 +42,7 @@ libraries=lib/$(g++ -print-multiarch)
 cmake --preset release -S "$source" -B "$work/release" -DGOOGLETEST_SOURCE=/nowhere -DCMAKE_SKIP_RPATH=ON \
   -DCMAKE_INSTALL_LIBDIR=$libraries >/dev/null
 cp -PR "$build"/libzentor.so* "$build/zentor" "$build/manual" "$work/release/"
+cp -R "$build/plugins" "$work/release/"
 cmake --install "$work/release" --prefix "$work/first" >/dev/null
 mv "$work/first" "$work/moved"
 mkdir "$work/plugin"

@@ -60,6 +60,19 @@ inline Date DateOf(std::int64_t days) {
     return date;
 }
 
+}  // namespace iso_time_private
+
+// The days from 1970-01-01 to a day of the Gregorian calendar, in the years 0 to 9999; months and days count from 1.
+// False, with `days` as it was, when there is no such day.
+inline bool DayNumber(std::int64_t year, std::int64_t month, std::int64_t day, std::int64_t& days) {
+    using namespace iso_time_private;
+    if (year < 0 || year > 9999 || month < 1 || month > 12 || day < 1 || day > DaysOfMonth(year, month)) return false;
+    days = DaysOf({year, month, day});
+    return true;
+}
+
+namespace iso_time_private {
+
 // Reads a text from its beginning.
 class Scanner {
 public:
@@ -99,10 +112,7 @@ inline bool TakeDate(Scanner& text, std::int64_t& days) {
     if (!text.Take(4, date.year)) return false;
     const bool hasHyphens = text.Skip('-');
     if (!text.Take(2, date.month) || text.Skip('-') != hasHyphens || !text.Take(2, date.day)) return false;
-    if (date.month < 1 || date.month > 12 || date.day < 1 || date.day > DaysOfMonth(date.year, date.month))
-        return false;
-    days = DaysOf(date);
-    return true;
+    return DayNumber(date.year, date.month, date.day, days);
 }
 
 // hh, hh:mm, hh:mm:ss with decimals after a point or a comma, or the same without colons

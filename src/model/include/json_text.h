@@ -25,20 +25,36 @@ inline std::uint32_t Windows1252(unsigned char byte) {
     return byte >= 0x80 && byte <= 0x9F ? kMiddle[byte - 0x80] : byte;
 }
 
-// Of a character below U+10000 and above U+007F.
+}  // namespace json_text_private
+
+// Appends a character, which is no surrogate and at most U+10FFFF.
 inline void AppendUtf8(std::string& text, std::uint32_t character) {
+    if (character < 0x80) {
+        text += static_cast<char>(character);
+        return;
+    }
     if (character < 0x800) {
         text += static_cast<char>(0xC0 | (character >> 6));
     } else {
-        text += static_cast<char>(0xE0 | (character >> 12));
+        if (character < 0x10000) {
+            text += static_cast<char>(0xE0 | (character >> 12));
+        } else {
+            text += static_cast<char>(0xF0 | (character >> 18));
+            text += static_cast<char>(0x80 | ((character >> 12) & 0x3F));
+        }
         text += static_cast<char>(0x80 | ((character >> 6) & 0x3F));
     }
     text += static_cast<char>(0x80 | (character & 0x3F));
 }
 
+// Appends what a byte is in Windows-1252; U+FFFD for the five that are nothing.
+inline void AppendWindows1252(std::string& text, unsigned char byte) {
+    AppendUtf8(text, json_text_private::Windows1252(byte));
+}
+
 // How many bytes the UTF-8 character at a place has; 0 for none: cut short, longer than need be, a surrogate, or beyond
 // U+10FFFF.
-inline std::size_t CharacterLength(const std::string& text, std::size_t at) {
+inline std::size_t Utf8Length(const std::string& text, std::size_t at) {
     const auto byte = [&](std::size_t k) -> std::uint32_t {
         return at + k < text.size() ? static_cast<unsigned char>(text[at + k]) : 0U;
     };
@@ -58,6 +74,8 @@ inline std::size_t CharacterLength(const std::string& text, std::size_t at) {
     }
     return length;
 }
+
+namespace json_text_private {
 
 inline void AppendUnicodeEscape(std::string& text, unsigned char byte) {
     constexpr char kDigits[] = "0123456789ABCDEF";
@@ -96,10 +114,10 @@ inline std::string Escaped(const std::string& text, bool withBrackets) {
     std::string escaped;
     escaped.reserve(text.size());
     for (std::size_t at = 0; at < text.size();) {
-        const std::size_t length = CharacterLength(text, at);
+        const std::size_t length = Utf8Length(text, at);
         const char c = text[at];
         if (length == 0) {
-            AppendUtf8(escaped, Windows1252(static_cast<unsigned char>(c)));
+            AppendWindows1252(escaped, static_cast<unsigned char>(c));
         } else if (length > 1) {
             escaped.append(text, at, length);
         } else if (withBrackets && (c == '[' || c == ']')) {
