@@ -1,5 +1,7 @@
 #include "failure_text.h"
 
+#include <algorithm>
+
 #include "json_output.h"
 #include "text_output.h"
 #include "util/console.h"
@@ -31,6 +33,15 @@ const char* RemedyOf(Library& library, const Report& report) {
     return nullptr;
 }
 
+constexpr const char* kTableEndings[] = {".csv", ".tsv", ".CSV", ".TSV"};
+
+// Tables with quotation marks are mostly quoted ones.
+std::string HintOf(Library& library, const Report& report, const std::string& input) {
+    const bool isTable = std::any_of(std::begin(kTableEndings), std::end(kTableEndings),
+                                     [&](const char* ending) { return input.ends_with(ending); });
+    return isTable && library.Message(kRefusals[0].key) == report.message ? ", --as series reads quoted cells" : "";
+}
+
 // A sentence as a part of one: "A text ... ." becomes "a text ...".
 std::string AsPart(std::string sentence) {
     if (sentence.ends_with('.')) sentence.pop_back();
@@ -42,7 +53,7 @@ std::string AsPart(std::string sentence) {
 std::string TextOf(Library& library, const Report& report, const std::string& input, bool namesInput) {
     const std::string place = input + (report.line > 0 ? ":" + std::to_string(report.line) : "");
     if (const char* const remedy = RemedyOf(library, report))
-        return place + ": " + AsPart(report.message) + "; " + remedy;
+        return place + ": " + AsPart(report.message) + "; " + remedy + HintOf(library, report, input);
     if (!report.reason.empty()) {
         return place + ": " + report.reason + " (error " + std::to_string(report.code) + ')';
     }

@@ -1,5 +1,6 @@
 #include "library.h"
 
+#include <algorithm>
 #include <new>
 #include <utility>
 
@@ -56,12 +57,21 @@ std::uint8_t GoOn(void*, std::uint64_t done, std::uint64_t total) {
     return zentor::os::IsStopWanted() ? 0 : 1;
 }
 
+// That a table is written otherwise than the built-in converter reads it.
+bool IsOfDialect(std::uint32_t kind) { return kind >= ZT_NOTICE_DELIMITER && kind <= ZT_NOTICE_DATA_AS_NAMES; }
+
+bool HasDialectNotice() {
+    return std::any_of(current->notices.begin(), current->notices.end(),
+                       [](const Notice& notice) { return IsOfDialect(notice.kind); });
+}
+
 void TakeNotice(void*, std::uint32_t kind, const char* message, std::uint64_t count, std::int64_t, std::int64_t line) {
     if (current == nullptr) return;
     if (kind == ZT_NOTICE_REASON) {
         current->reason = message;
     } else {
-        current->notices.push_back({kind, message, count, line});
+        const char* const hint = IsOfDialect(kind) && !HasDialectNotice() ? ", --as series finds out by itself" : "";
+        current->notices.push_back({kind, message + std::string(hint), count, line});
     }
 }
 

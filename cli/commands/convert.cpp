@@ -27,7 +27,7 @@ struct Outcome {
 
 void SayNotices(const PlannedConversion& conversion, const std::vector<Notice>& notices) {
     for (const Notice& notice : notices) {
-        std::string text = "zentor: " + Printable(conversion.input) + ": " + notice.message;
+        std::string text = "zentor: " + Printable(conversion.input) + ": " + Printable(notice.message);
         if (notice.line > 0) text += " (first: line " + std::to_string(notice.line) + ')';
         zentor::os::WriteError(text + '\n');
     }

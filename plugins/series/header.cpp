@@ -57,15 +57,18 @@ private:
         if (isAny) isTyped_ = isTyped;
     }
 
+    // Names may be numbers, but hardly the first of them; and a row may have a text where others have numbers.
     bool IsLikeRows(const HeadRow& row) const {
-        bool isAnyTyped = false;
+        std::size_t typed = 0;
+        std::size_t texts = 0;
         for (std::size_t column = 0; column < std::min(row.cells.size(), isTyped_.size()); ++column) {
             if (!isTyped_[column]) continue;
             const CellKind kind = KindOf(row.cells[column].text, dialect_.decimal);
-            if (kind == CellKind::kText) return false;
-            isAnyTyped = isAnyTyped || kind == CellKind::kTyped;
+            if (kind == CellKind::kText && typed + texts == 0) return false;
+            if (kind == CellKind::kTyped) ++typed;
+            if (kind == CellKind::kText) ++texts;
         }
-        return isAnyTyped;
+        return typed != 0 && typed >= texts;
     }
 
     // Whether it has about as many cells as the rows.

@@ -136,9 +136,9 @@ fi
 
 # A document that cannot be read back is no result, unless nobody asks.
 printf 'a\n"x\n' >quote.csv
-expect 1 "" "zentor: quote.csv:2: a text has a quotation mark, which the format cannot hold as it is; --faithful keeps it, --no-validate writes it raw" convert quote.csv
+expect 1 "" "zentor: quote.csv:2: a text has a quotation mark, which the format cannot hold as it is; --faithful keeps it, --no-validate writes it raw, --as series reads quoted cells" convert quote.csv
 [ ! -e quote.vkjson ] || fail "a document that cannot be read was kept"
-expect 0 "~^quote.vkjson " "zentor: quote.csv: 1 cells are in quotation marks, which became part of them (first: line 2)
+expect 0 "~^quote.vkjson " "zentor: quote.csv: 1 cells are in quotation marks, which became part of them, --as series finds out by itself (first: line 2)
 zentor: quote.csv: 1 texts have quotation marks, backslashes or control characters, which the format cannot hold as they are (first: line 2)" convert quote.csv --no-validate
 
 # Texts go into a document as they are, which JSON forbids for some of them; a document's own escapes are fine.

@@ -4,6 +4,8 @@
 #   fail TEXT...                          says what failed
 #   run ARGUMENT...                       runs the command: its status is $got, its output and errors together $text
 #   expect STATUS PATTERN ARGUMENT...     runs it, with this result
+#   take_guide FILE                       writes down the files and the commands that a guide in docs shows
+#   do_guide COUNT                        does the commands, so many, and compares what they print
 #   make_plugin SOURCE FOLDER             makes a plug-in as an outside project does, and installs it
 # shellcheck source=tests/wine.sh
 . "$(dirname "${BASH_SOURCE[0]}")/../wine.sh"
@@ -48,6 +50,29 @@ expect() {
     [ ! -e "$left" ] || fail "$*: left behind $left"
     rm -f "$left"
   done
+}
+
+# Blocks after a line with nothing but a file's name are that file; those of a console are kept in the file "console".
+take_guide() {
+  awk '/^`[^` ]+`:$/ {name = substr($0, 2, length($0) - 3)}
+       /^```/ {inside = !inside; if (/^```console$/) name = "console"; if (!inside) name = ""; next}
+       inside && name != "" {print > name}' "$project/docs/$1"
+}
+
+# Each command of the consoles, with what it prints.
+do_guide() {
+  zentor() {
+    run "$@"
+    echo "$text"
+  }
+  grep '^\$ ' console >commands
+  [ "$(wc -l <commands)" = "$1" ] || fail "the guide has other commands"
+  local line
+  while IFS= read -r line; do
+    echo "$line"
+    eval "${line#* }"
+  done <commands >said
+  diff console said || fail "other output than in the guide"
 }
 
 make_plugin() {

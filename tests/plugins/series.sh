@@ -34,6 +34,13 @@ expect 0 'series[^ ]* \(org.zentor.series\)
   org.zentor.series: Table as recording, version 1
     parameters: time rate delimiter decimal header encoding dates' plugins
 
+# What the documentation says.
+mkdir guide
+cd guide || exit 1
+take_guide tables.md
+do_guide 6
+cd ..
+
 # Dialects: one table in many clothes.
 same='column1 2026-06-01T08:30:00.00Z 1.5
 column1 2026-06-01T08:30:00.25Z -20

@@ -17,6 +17,8 @@ std::uint32_t ThrownBy(Call&& call) {
     }
 }
 
+const ZT_PLUGIN::ZT_PluginServices* given = nullptr;
+
 class Wrappers {
 public:
     static bool CheckFormat(const std::string&) { return true; }
@@ -34,6 +36,8 @@ public:
         AddStaticNodes(conversion, group);
         root.Add(group);
         AddDynamicNodes(conversion, root);
+        AddTexts(conversion, root);
+        CheckOlderLibrary(conversion);
         // A failure comes out of each kind of call.
         std::uint32_t codes = ThrownBy([&] { root.SetTimecode(25, 1, false); });
         codes += ThrownBy([&] { root.AddVideoSyncFrame("late.mp4", 1); });
@@ -61,6 +65,37 @@ private:
         if (ThrownBy([&] { array.SetLegalRanges({{0, 1}}); }) != ZT_RANGE_COUNT) throw 1;
         array.SetIsPoint(true);
         group.Add(array);
+    }
+
+    // Numbers that are texts already, and what is none.
+    static void AddTexts(ZT_PLUGIN::Conversion& conversion, ZT_PLUGIN::GroupMembers& group) {
+        auto number = conversion.CreateDynamicNumber({"t", "T"});
+        number.SetLegalRange(-1, 100);
+        group.Add(number);
+        const auto add = [&](std::int64_t second, const std::string& text) {
+            number.AddSampleText({second, 1}, text.data(), text.size());
+        };
+        add(0, "7.50");
+        add(1, "1e2");
+        add(2, "-.25");
+        for (const char* text : {"", "-", "+1", "1,5", " 1", "1 ", "0x1", "nan", "inf", "1e999", "100.5"}) {
+            if (ThrownBy([&] { add(3, text); }) != ZT_RANGE_VALUE) throw 1;
+        }
+        if (ThrownBy([&] { add(1, "1"); }) != ZT_SAMPLE_TIME) throw 1;
+    }
+
+    // What it does not have is done without, where that can be.
+    static void CheckOlderLibrary(ZT_PLUGIN::Conversion& conversion) {
+        ZT_PLUGIN::ZT_HostServices host = *given->host;
+        host.size = offsetof(ZT_PLUGIN::ZT_HostServices, parameter);
+        ZT_PLUGIN::ZT_PluginServices services = *given;
+        services.host = &host;
+        ZT_PLUGIN::Conversion old(services, 0, "old", "");
+        old.Notice("nobody hears this");
+        const bool isSilent = old.Parameter("key") == nullptr && ThrownBy([&] { old.Refuse("why"); }) == ZT_CONVERSION;
+        ZT_PLUGIN::DynamicNumber number;
+        if (!isSilent || ThrownBy([&] { number.AddSampleText({0, 1}, "1", 1); }) != ZT_VERSION_TOO_NEW) throw 1;
+        if (conversion.Parameter("key") != nullptr) throw 1;
     }
 
     static void AddDynamicNodes(ZT_PLUGIN::Conversion& conversion, ZT_PLUGIN::GroupMembers& group) {
@@ -104,4 +139,9 @@ private:
 
 }  // namespace
 
-ZENTOR_PLUGIN(Wrappers)
+// As ZENTOR_PLUGIN, which keeps the services to itself.
+ZT_PLUGIN_EXPORT void InitializePlugin(const char*, const ZT_PLUGIN::ZT_PluginServices* services,
+                                       ZT_PLUGIN::ZT_PluginEntryPoints* entryPoints, ZT_ErrorRecord* error) {
+    given = services;
+    ZT_PLUGIN::PluginModule<Wrappers>::Initialize(services, entryPoints, error);
+}

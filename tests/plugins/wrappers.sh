@@ -5,7 +5,7 @@ set -u
 # shellcheck source=tests/plugins/command.sh
 . "$(dirname "$0")/command.sh" "$@"
 mkdir wrappers
-cp "$project/tests/plugins/wrappers.cpp" wrappers/
+cp "$project"/tests/plugins/{wrappers,old_tables}.cpp wrappers/
 cat >wrappers/wrappers.json <<'END'
 {"converter": [{"identifier": "org.test.wrappers", "name": [{"localeID": "en_US", "value": "Wrappers"}], "version": 1,
                 "extensions": ["wrappers"]}]}
@@ -15,6 +15,12 @@ cmake_minimum_required(VERSION 3.25)
 project(wrappers LANGUAGES CXX)
 find_package(zentor 0.1 REQUIRED)
 zentor_add_plugin(wrappers SOURCES wrappers.cpp MANIFEST wrappers.json)
+zentor_add_plugin(old_tables SOURCES old_tables.cpp MANIFEST old_tables.json)
+target_compile_options(old_tables PRIVATE -Wno-non-virtual-dtor)
+END
+cat >wrappers/old_tables.json <<'END'
+{"converter": [{"identifier": "org.test.old", "name": [{"localeID": "en_US", "value": "Old"}], "version": 1,
+                "extensions": ["old"]}]}
 END
 make_plugin wrappers wrappers/build
 : >a.wrappers
@@ -38,7 +44,11 @@ cat >expected <<'END'
 {"sampleSetID":"f","samples":[
 {"time":"1970-01-01T00:00:00.000Z","value":{"length":"1","str":"a  "}},
 {"time":"1970-01-01T00:00:01.000Z","value":{"length":"1","str":"b  "}},
-{"time":"1970-01-01T00:00:02.000Z","value":{"length":"1","str":"c  "}}]}],
+{"time":"1970-01-01T00:00:02.000Z","value":{"length":"1","str":"c  "}}]},
+{"sampleSetID":"t","samples":[
+{"time":"1970-01-01T00:00:00.000Z","value":"+007.50"},
+{"time":"1970-01-01T00:00:01.000Z","value":"+100.00"},
+{"time":"1970-01-01T00:00:02.000Z","value":"-000.25"}]}],
 "creator":"org.test.wrappers","dataOutline":[
 {"objectType":"dataGroup","matchName":"g","displayName":"Group","children":[
 {"objectType":"dataStatic","matchName":"number","displayName":"Number","dataType":{"type":"number",
@@ -65,7 +75,13 @@ cat >expected <<'END'
 "isPoint":true}}},
 {"objectType":"dataDynamic","matchName":"f","displayName":"F","sampleSetID":"f","interpolation":"hold",
 "hasExpectedFrequencyB":false,"sampleCount":3,"dataType":{"type":"paddedString",
-"paddedStringProperties":{"maxDigitsInStrLength":1,"maxLen":3,"eventMarkerB":true}}}]}
+"paddedStringProperties":{"maxDigitsInStrLength":1,"maxLen":3,"eventMarkerB":true}}},
+{"objectType":"dataDynamic","matchName":"t","displayName":"T","sampleSetID":"t","interpolation":"linear",
+"hasExpectedFrequencyB":false,"sampleCount":3,"dataType":{"type":"numberString","numberStringProperties":{
+"pattern":{"isSigned":true,"digitsDecimal":2,"digitsInteger":3},
+"range":{"occurring":{"min":-0.25,"max":100},"legal":{"min":-1,"max":100}}}}}]}
 END
 tr -d '\n' <expected | cmp - a.vkjson || fail "another document: $(<a.vkjson)"
+: >a.old
+expect 0 '1970-01-01T00:00:01Z  4.5' samples a.old n
 exit $((failures != 0))
