@@ -108,7 +108,7 @@ fact damaged.vkjson checksums false
   sentence GNVTG,270,270,10,18.5                               # of the oldest kind
   sentence GNGGA,000001,,,,,5,3,,-0.0,M,,M,,
 } >small.nmea
-expect 0 '^small.vkjson' convert small.nmea -o small.vkjson
+expect 0 'small.vkjson' convert small.nmea -o small.vkjson
 samples small.vkjson latitude '^2025-12-31T23:59:58.500Z +-8.5
 2026-01-01T00:00:01.125Z +0
 2026-01-02T00:00:03.000Z +90$'
@@ -136,19 +136,46 @@ expect 0 'range: +-8.5 to 90, legal -90 to 90' get small.vkjson '["track"]["lati
 samples old.nmea latitude '^1999-12-31T23:59:59Z +2$'
 fact old.nmea epochsOutOfOrder 1
 
-# Refused, with the place of the first damaged line or the end.
-refuse() { expect 1 "^zentor: error $2" convert "$1" -o none.vkjson; [ ! -e none.vkjson ] || fail "$1: kept"; }
-refused='1506: Conversion to VKJSON using converter NMEA 0183 log with id org.zentor.nmea failed. \(at byte'
+# Refused, saying why, with the line of the first damaged one or the end.
+refuse() {  # FILE LINE REASON ARGUMENT...
+  expect 1 "^zentor: $1:$2: $3.* \(error 1506\)$" convert "$1" -o none.vkjson "${@:4}"
+  [ ! -e none.vkjson ] || fail "$1: kept"
+}
 head -12 "$log" >nowhere.nmea
 sed '/RMC/d' "$log" >undated.nmea
 sed '/RMC/!d; s/,5332.*,E,/,,,,,/; s/\*..\r$/\r/' "$log" >unplaced.nmea
 sed 's/,N,/,n,/' "$log" >lower.nmea
 printf 'Latitude\n53.5\n' >text.nmea
+cp text.nmea text.csv
 : >empty.nmea
-refuse nowhere.nmea "$refused $(wc -c <nowhere.nmea)\)"
-refuse unplaced.nmea "$refused $(wc -c <unplaced.nmea)\)"
-refuse undated.nmea "$refused $(wc -c <undated.nmea)\)"
-refuse lower.nmea "$refused $(wc -c <nowhere.nmea)\)"  # its 13th line
-refuse text.nmea '25: '
-refuse empty.nmea '25: '
+refuse nowhere.nmea 12 'the log has no position: no RMC or GGA sentence with one'
+refuse unplaced.nmea 200 'the log has no position'
+refuse undated.nmea 620 'the log has no date: no RMC or ZDA sentence with one; --set date=2026-06-20 says on which day it begins'
+refuse lower.nmea 13 'the log has no position: .*; lines that are no sound sentences: '
+refuse text.csv 1 'this is no NMEA 0183 log' --as nmea
+for date in yesterday 2026-02-30 2026-06-20T12:00:00Z ''; do
+  expect 1 "undated.nmea: the parameter date is \"$date\"; it is a day such as 2026-06-20 \(error 1506\)" \
+    convert undated.nmea --set "date=$date" -o none.vkjson
+done
+expect 1 'error 25: ' convert text.nmea
+expect 1 'error 25: ' convert empty.nmea
+
+# A day for a log without one, which runs past midnight; the log's own dates come first.
+expect 0 '^undated.vkjson' convert undated.nmea --set date=2024-02-28 -o undated.vkjson
+samples undated.vkjson latitude '^2024-02-28T23:59:59.00Z +53.54154333
+2024-02-29T00:00:00.00Z +53.541565$' --from 2024-02-28T23:59:59Z --to 2024-02-29T00:00:00Z
+expect 0 'harbour.nmea: the log has dates of its own, the parameter date was not used' \
+  convert "$log" --set date=2024-02-28 -o dated.vkjson
+cmp dated.vkjson harbour.vkjson || fail 'a day for a log with dates: another document'
+
+# Cut in the middle of its first line, and called otherwise: found by its content when it is asked for.
+for name in torn.log torn.txt torn.csv torn; do
+  tail -c +30 "$log" >$name
+  expect 0 "$name: lines that are no sound sentences, left out: 1 \(first: line 1\)" convert $name --as nmea -o torn.vkjson --force
+  samples torn.vkjson latitude '53.54154333' --at 2026-06-20T23:59:59.00Z
+done
+tail -c +30 "$log" >torn.nmea
+expect 0 '2026-06-20T23:58:20.00Z to 2026-06-21T00:01:39.00Z' info torn.nmea
+sed 's/^/x/' torn.nmea >none.nmea
+expect 1 'error 25: ' convert none.nmea
 exit $((failures != 0))
