@@ -125,8 +125,9 @@ void PassOnNotices(std::uint64_t streamId) {
     }
 }
 
-void RunConverter(const FoundConverter& found, const InputFile& input, const std::string& documentPath,
-                  const ConversionOptions& options) {
+// Returns where in the document the samples of numbers stand.
+std::vector<ZT_PLUGIN::ByteRange> RunConverter(const FoundConverter& found, const InputFile& input,
+                                               const std::string& documentPath, const ConversionOptions& options) {
     const ContentForm form = FormOf(found, options.faithful);
     const OpenStreamScope stream(documentPath, form, options.parameters);
     const auto converter = found.make({input.path, input.name, stream.Id(), form, options.strict, options.anySize});
@@ -147,6 +148,7 @@ void RunConverter(const FoundConverter& found, const InputFile& input, const std
     RaiseIfEnded();
     if (!converted) Raise(kConversionFailure);
     PassOnNotices(stream.Id());
+    return ZT_PLUGIN::FindStream(stream.Id())->Writer().NumberSamples();
 }
 
 std::shared_ptr<DocumentRecord> RecordOfDocument(const std::string& path, bool isKnownVersion2) {
@@ -209,8 +211,10 @@ PreparedDocument PrepareInput(const InputFile& input, const std::string& outputP
         options.converter.empty() ? FindConverter(input.path) : FindNamedConverter(options.converter);
     CheckParameters(options.parameters, converter);
     PreparedDocument document = CreateDocumentFor(input, outputPath, options.newOutput);
-    RunConverter(converter, input, document.record->documentPath, options);
-    if (options.strict && !options.faithful && converter.mayEscape) CheckEscapedTexts(document.record->documentPath);
+    const auto numberSamples = RunConverter(converter, input, document.record->documentPath, options);
+    if (options.strict && !options.faithful && converter.mayEscape) {
+        CheckEscapedTexts(document.record->documentPath, numberSamples);
+    }
     return document;
 }
 

@@ -30,11 +30,11 @@ std::size_t FindUnescaped(std::string_view text) {
     return std::string_view::npos;
 }
 
-// The first fault from an offset on. What has been looked at may leave memory.
-std::size_t FindFault(const FileMapper& file) {
+// The first fault between two offsets. What has been looked at may leave memory.
+std::size_t FindFault(const FileMapper& file, std::size_t begin, std::size_t end) {
     constexpr std::size_t kPassedAtOnce = std::size_t{32} << 20;
-    const std::string_view text = file.bytes();
-    for (std::size_t begin = 0; begin < text.size();) {
+    const std::string_view text = file.bytes().substr(0, end);
+    while (begin < text.size()) {
         const std::size_t found = FindUnescaped(text.substr(begin, kPassedAtOnce));
         if (found == std::string_view::npos) {
             begin += std::min(kPassedAtOnce, text.size() - begin);
@@ -55,11 +55,19 @@ std::size_t FindFault(const FileMapper& file) {
 
 }  // namespace
 
-void CheckEscapedTexts(const std::string& documentPath) {
+void CheckEscapedTexts(const std::string& documentPath, const std::vector<ZT_PLUGIN::ByteRange>& numberSamples) {
     FileMapper file;
     if (file.Map(documentPath) != MapResult::kMapped) Raise(kFailureOpeningFile);
-    const std::size_t at = FindFault(file);
-    if (at != std::string_view::npos) RaiseFault(file.bytes()[at], at);
+    const auto check = [&](std::uint64_t begin, std::uint64_t end) {
+        const std::size_t at = FindFault(file, static_cast<std::size_t>(begin), static_cast<std::size_t>(end));
+        if (at != std::string_view::npos) RaiseFault(file.bytes()[at], at);
+    };
+    std::uint64_t begin = 0;
+    for (const ZT_PLUGIN::ByteRange& samples : numberSamples) {
+        check(begin, samples.begin);
+        begin = samples.end;
+    }
+    check(begin, file.Size());
 }
 
 }  // namespace zentor

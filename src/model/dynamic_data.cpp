@@ -76,30 +76,40 @@ DynamicNodeView VkjsonDynamicDataImpl::CommonView(DynamicKind kind) const {
     return view;
 }
 
-const zentor::TimeForm& VkjsonDynamicDataImpl::RequireTimeForm() const {
+void VkjsonDynamicDataImpl::CheckOpen() const {
     const IDocumentWriter& writer = Stream().Writer();
     if (!isInitialized_ || isUnusable_ || isWritten_ || !writer.IsOpen()) {
         throw ZT_PluginException(ZT_INVALID_DYNAMIC_NODE);
     }
+}
+
+const zentor::TimeForm& VkjsonDynamicDataImpl::RequireTimeForm() const {
+    CheckOpen();
     const zentor::TimeForm* const form = Stream().root == nullptr ? nullptr : Stream().root->Form();
     if (form == nullptr) throw ZT_PluginException(ZT_TIME_MODE_INVALID);
     return *form;
 }
 
 SampleTime VkjsonDynamicDataImpl::FormatTime(std::int64_t ticks, std::uint32_t ticksPerSecond) const {
-    const zentor::TimeForm& form = RequireTimeForm();  // which does not change once there are samples
     LatestTime& latest = Stream().latestTime;
-    const bool isKnown =
-        Stream().hasSamples && latest.ticks == ticks && latest.ticksPerSecond == ticksPerSecond && ticksPerSecond != 0;
-    if (!isKnown) {
-        latest.ticksPerSecond = 0;
-        const char* const end = form.Format(ticks, ticksPerSecond, latest.text, latest.instant);
-        if (end == nullptr) throw ZT_PluginException(ZT_SAMPLE_TIME);
-        latest.size = static_cast<std::size_t>(end - latest.text);
-        latest.ticks = ticks;
-        latest.ticksPerSecond = ticksPerSecond;
+    const bool isKnown = latest.ticks == ticks && latest.ticksPerSecond == ticksPerSecond && ticksPerSecond != 0;
+    if (isKnown && Stream().hasSamples) {  // so that the form is what it was
+        CheckOpen();
+    } else {
+        SetLatestTime(ticks, ticksPerSecond);
     }
     return {{latest.text, latest.size}, latest.instant};
+}
+
+void VkjsonDynamicDataImpl::SetLatestTime(std::int64_t ticks, std::uint32_t ticksPerSecond) const {
+    const zentor::TimeForm& form = RequireTimeForm();
+    LatestTime& latest = Stream().latestTime;
+    latest.ticksPerSecond = 0;
+    const char* const end = form.Format(ticks, ticksPerSecond, latest.text, latest.instant);
+    if (end == nullptr) throw ZT_PluginException(ZT_SAMPLE_TIME);
+    latest.size = static_cast<std::size_t>(end - latest.text);
+    latest.ticks = ticks;
+    latest.ticksPerSecond = ticksPerSecond;
 }
 
 SampleTime VkjsonDynamicDataImpl::ReadTime(std::string_view text) const {
@@ -107,11 +117,6 @@ SampleTime VkjsonDynamicDataImpl::ReadTime(std::string_view text) const {
     if (!RequireTimeForm().ParseForDocument(text, time.instant)) throw ZT_PluginException(ZT_SAMPLE_TIME);
     time.text = text;
     return time;
-}
-
-void VkjsonDynamicDataImpl::CheckAdding(const SampleTime& time) const {
-    RequireTimeForm();
-    if (HasSamples() && time.instant < lastTime_) throw ZT_PluginException(ZT_SAMPLE_TIME);
 }
 
 char* VkjsonDynamicDataImpl::AddText(const SampleTime& time, std::size_t size) {

@@ -63,15 +63,21 @@ protected:
         add(ReadTime(TextOrEmpty(timeString)));
     }
 
-    // Code ZT_INVALID_DYNAMIC_NODE, ZT_STREAM_NOT_OPEN or ZT_TIME_MODE_INVALID when samples cannot be added,
-    // ZT_SAMPLE_TIME when not at this time.
-    void CheckAdding(const SampleTime& time) const;
-    // Room for the text of the value of a sample that CheckAdding has passed; the sample then counts as added.
+    // Code ZT_INVALID_DYNAMIC_NODE, ZT_STREAM_NOT_OPEN or ZT_TIME_MODE_INVALID when samples cannot be added. AtTicks
+    // and AtTimeString see to that.
+    void CheckAdding() const { RequireTimeForm(); }
+    // ZT_SAMPLE_TIME when none can be added at this time.
+    void CheckOrder(const SampleTime& time) const {
+        if (HasSamples() && time.instant < lastTime_) throw ZT_PluginException(ZT_SAMPLE_TIME);
+    }
+    // Room for the text of the value of a sample whose time CheckOrder has passed; the sample then counts as added.
     char* AddText(const SampleTime& time, std::size_t size);
 
 private:
+    void CheckOpen() const;
     const zentor::TimeForm& RequireTimeForm() const;
     SampleTime FormatTime(std::int64_t ticks, std::uint32_t ticksPerSecond) const;
+    void SetLatestTime(std::int64_t ticks, std::uint32_t ticksPerSecond) const;
     SampleTime ReadTime(std::string_view text) const;
     bool IsInDocument() const;
 

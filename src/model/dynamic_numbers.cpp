@@ -75,7 +75,7 @@ std::uint32_t VkjsonDynamicDataNumImpl::AddSampleAtTicks(std::int64_t ticks, std
         const bool isNumber = text != nullptr && ReadNumberSample({text, size}, room, Stream().form.numbers, sample);
         if (!isNumber) throw ZT_PluginException(ZT_RANGE_VALUE);
         AtTicks(ticks, ticksPerSecond, [&](const SampleTime& time) {
-            CheckAdding(time);
+            CheckOrder(time);
             CheckWithin(range_.legal, sample.value, Stream().form.numbers);
             Append(time, sample);
         });
@@ -99,7 +99,7 @@ void VkjsonDynamicDataNumImpl::SetRange(double legalMinimum, double legalMaximum
 }
 
 void VkjsonDynamicDataNumImpl::Add(const SampleTime& time, double value) {
-    CheckAdding(time);
+    CheckOrder(time);
     CheckWithin(range_.legal, value, Stream().form.numbers);
     char room[zentor::kPlainNumberRoom];
     Append(time, MakeNumberSample(value, room, Stream().form.numbers));
@@ -207,6 +207,7 @@ void VkjsonDynamicDataNumArrImpl::Add(const SampleTime& time, const double* valu
 
 void VkjsonDynamicDataNumArrImpl::AddTexts(const SampleTime& time, std::span<const NumberSample> elements) {
     if (elements.size() != ranges_.size()) throw ZT_PluginException(ZT_DIMENSION_COUNT);
+    CheckAdding();
     for (std::size_t k = 0; k < rangesGiven_; ++k) {
         CheckWithin(ranges_[k].legal, elements[k].value, Stream().form.numbers);
     }
@@ -215,7 +216,7 @@ void VkjsonDynamicDataNumArrImpl::AddTexts(const SampleTime& time, std::span<con
 
 void VkjsonDynamicDataNumArrImpl::Append(const SampleTime& time, std::span<const NumberSample> elements) {
     if (elements.empty()) throw ZT_PluginException(ZT_DIMENSION_COUNT);
-    CheckAdding(time);
+    CheckOrder(time);
     std::size_t size = elements.size() - 1;
     for (const NumberSample& element : elements) size += element.text.size();
     char* out = AddText(time, size);

@@ -47,7 +47,7 @@ void VkjsonDynamicDataStringImpl::SetStringProperties(std::uint64_t maxLength, s
 }
 
 void VkjsonDynamicDataStringImpl::Add(const SampleTime& time, std::string_view text) {
-    CheckAdding(time);
+    CheckOrder(time);
     std::string escaped;
     text = zentor::EscapeText(text, Stream().form.texts, zentor::Brackets::kEscaped, escaped);
     if (!HasBalancedBrackets(text)) throw ZT_PluginException(ZT_UNBALANCED_TEXT);

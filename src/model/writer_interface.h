@@ -1,12 +1,21 @@
 // How the model reaches the writer of its document.
 #pragma once
 
+#include <cstdint>
+#include <vector>
+
 #include "model/node_values.h"
 #include "model/sample_buffer.h"
 
 namespace ZT_PLUGIN {
 
 class IVkjsonRoot_I;
+
+// Bytes of the document from one offset to another.
+struct ByteRange {
+    std::uint64_t begin;
+    std::uint64_t end;
+};
 
 // Writes one document. Failures are ZT_PluginExceptions; after one the document counts as not written and stays so.
 class IDocumentWriter {
@@ -23,6 +32,8 @@ public:
     // Writes a set of samples, and the header before the first; a set without samples writes nothing. Code
     // ZT_INVALID_DYNAMIC_NODE when the document is not open.
     virtual void WriteSampleSet(const IVkjsonRoot_I& root, const DynamicNodeView& node, SampleBuffer& samples) = 0;
+    // Where the samples of numbers stand, in ascending order: there are no texts there but times.
+    virtual std::vector<ByteRange> NumberSamples() const { return {}; }
     // The document will never be whole: it is deleted.
     virtual void GiveUp() noexcept = 0;
     // Writes the rest; false when the document was finished, or had failed, before.

@@ -165,7 +165,8 @@ void DocumentWriter::WriteSampleSet(const IVkjsonRoot_I& root, const DynamicNode
             text_.Append(kJoined<kNextKey<words::kDataDynamicSamples>, "[">);
         }
         samplesOpened_ = true;
-        AppendSampleSet(text_, node, root.TimeStringLength(), samples);
+        const ZT_PLUGIN::ByteRange written = AppendSampleSet(text_, node, root.TimeStringLength(), samples);
+        if (node.kind != ZT_PLUGIN::DynamicKind::kString) numberSamples_.push_back(written);
     });
 }
 

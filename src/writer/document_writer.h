@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "model/root.h"
 #include "model/writer_interface.h"
@@ -21,6 +22,7 @@ public:
     bool IsFinished() const override { return state_ == State::kFinished; }
     void WriteSampleSet(const ZT_PLUGIN::IVkjsonRoot_I& root, const ZT_PLUGIN::DynamicNodeView& node,
                         ZT_PLUGIN::SampleBuffer& samples) override;
+    std::vector<ZT_PLUGIN::ByteRange> NumberSamples() const override { return numberSamples_; }
     void GiveUp() noexcept override;
     bool Finish(ZT_PLUGIN::IVkjsonRoot_I& root) override;
 
@@ -38,6 +40,7 @@ private:
     State state_ = State::kOpen;
     bool headerWritten_ = false;
     bool samplesOpened_ = false;  // there is a set of samples
+    std::vector<ZT_PLUGIN::ByteRange> numberSamples_;
 };
 
 }  // namespace zentor

@@ -7,6 +7,7 @@
 
 namespace zentor {
 
+using ZT_PLUGIN::ByteRange;
 using ZT_PLUGIN::DynamicKind;
 using ZT_PLUGIN::DynamicNodeView;
 using ZT_PLUGIN::SampleBuffer;
@@ -37,10 +38,12 @@ RecordLayout LayoutOf(const DynamicNodeView& node, std::size_t timeLength) {
 
 }  // namespace
 
-void AppendSampleSet(TextBuffer& text, const DynamicNodeView& node, std::size_t timeLength, SampleBuffer& samples) {
+ByteRange AppendSampleSet(TextBuffer& text, const DynamicNodeView& node, std::size_t timeLength,
+                          SampleBuffer& samples) {
     text.Append(kJoined<"{", kKey<words::kSampleSetId>>);
     text.AppendQuoted(node.sampleSetId, Brackets::kEscaped);
     text.Append(kJoined<kNextKey<words::kSamples>, "[">);
+    const std::uint64_t begin = text.Position();
     const RecordLayout layout = LayoutOf(node, timeLength);
     std::string wide;  // a record that is too long for a run
     if (layout.Width() >= TextRun::kMost) wide.resize(layout.Width());
@@ -61,7 +64,9 @@ void AppendSampleSet(TextBuffer& text, const DynamicNodeView& node, std::size_t 
             isFirst = false;
         }
     });
+    const std::uint64_t end = text.Position();
     text.Append("]}");
+    return {begin, end};
 }
 
 }  // namespace zentor

@@ -114,9 +114,13 @@ public:
         Append('"');
     }
 
+    // How much has been appended, cut off or not.
+    std::uint64_t Position() const { return written_ + used_; }
+
     // Writes what is left. Further text begins a new piece.
     void Flush() {
         if (used_ != 0) file_.Write(bytes_.get(), used_);
+        written_ += used_;
         used_ = 0;
     }
 
@@ -129,6 +133,7 @@ private:
 
     void WritePiece() {
         file_.Write(bytes_.get(), kPiece);
+        written_ += kPiece;
         used_ -= kPiece;
         std::memmove(bytes_.get(), bytes_.get() + kPiece, used_);
     }
@@ -138,6 +143,7 @@ private:
     std::string escaped_;  // the text that is being appended, where it is another one
     std::unique_ptr<char[]> bytes_;
     std::size_t used_ = 0;
+    std::uint64_t written_ = 0;
 };
 
 }  // namespace zentor
