@@ -9,6 +9,7 @@
 #define ZENTOR_TIME_FORM_H
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string_view>
@@ -28,7 +29,12 @@ struct Instant {
 // Below, equal to or above 0 as the left time is before, at or after the right one.
 inline int Compare(const Instant& left, const Instant& right) {
     if (left.whole != right.whole) return left.whole < right.whole ? -1 : 1;
-    return left.decimals.compare(right.decimals);
+    // They are few, so that a call would take longer.
+    const std::size_t size = std::min(left.decimals.size(), right.decimals.size());
+    for (std::size_t k = 0; k < size; ++k) {
+        if (left.decimals[k] != right.decimals[k]) return left.decimals[k] < right.decimals[k] ? -1 : 1;
+    }
+    return left.decimals.size() == right.decimals.size() ? 0 : left.decimals.size() < right.decimals.size() ? -1 : 1;
 }
 inline bool operator==(const Instant& left, const Instant& right) { return Compare(left, right) == 0; }
 inline bool operator!=(const Instant& left, const Instant& right) { return Compare(left, right) != 0; }

@@ -64,12 +64,33 @@ bool RowReader::Next() {
 
 void RowReader::TakeRow() {
     if (isBlankDelimited_) SkipBlanks();
-    while (TakeCell()) {
+    while (TakePlainCells() && TakeCell()) {
     }
     length_ = at_ - begin_;
     if (at_ != end_) SkipEnd();  // which may move the row
     row_ = buffer_.data() + begin_;
     offset_ = source_.IsAsInFile() ? position_ + static_cast<std::int64_t>(begin_) : -1;
+}
+
+// Cells that have neither quotation marks nor blanks before them, and end within the buffer: nearly all. False when the
+// last of them was the last of the row.
+bool RowReader::TakePlainCells() {
+    if (isBlankDelimited_) return true;
+    const char* const row = buffer_.data() + begin_;
+    const char* const end = buffer_.data() + end_;
+    const char* at = buffer_.data() + at_;
+    bool goesOn = true;
+    while (goesOn && at != end && *at != '"' && !IsBlank(*at) && kept_ != spans_.size()) {
+        const char* const cellEnd = cellEnd_.Find(at);
+        if (cellEnd == end) break;
+        spans_[kept_++] = {static_cast<std::uint32_t>(at - row), static_cast<std::uint32_t>(cellEnd - row), false};
+        ++cells_;
+        if (cellEnd != at) count_ = cells_;
+        goesOn = *cellEnd != '\n' && *cellEnd != '\r';
+        at = goesOn ? cellEnd + 1 : cellEnd;
+    }
+    at_ = static_cast<std::size_t>(at - buffer_.data());
+    return goesOn;
 }
 
 // False when it was the last of the row.

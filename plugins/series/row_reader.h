@@ -54,6 +54,7 @@ private:
     bool Fill();
     bool More() { return at_ != end_ || Fill(); }
     void TakeRow();
+    bool TakePlainCells();
     bool TakeCell();
     bool TakeQuotedCell();
     bool GoOn();

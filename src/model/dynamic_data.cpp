@@ -1,7 +1,5 @@
 #include "model/dynamic_data.h"
 
-#include <cstring>
-
 #include "model/group.h"
 #include "model/root.h"
 
@@ -129,11 +127,10 @@ char* VkjsonDynamicDataImpl::AddText(const SampleTime& time, std::size_t size) {
     }
     if (samples_.Count() == 1) ++Stream().unwrittenSets;
     Stream().hasSamples = true;
-    std::memcpy(lastTimeText_, time.text.data(), time.text.size());
     lastTime_ = time.instant;
     if (!lastTime_.decimals.empty()) {
-        lastTime_.decimals = {lastTimeText_ + (time.instant.decimals.data() - time.text.data()),
-                              time.instant.decimals.size()};
+        const auto at = static_cast<std::size_t>(time.instant.decimals.data() - time.text.data());
+        lastTime_.decimals = samples_.LatestTime().substr(at, time.instant.decimals.size());
     }
     return room;
 }

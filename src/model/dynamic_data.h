@@ -92,8 +92,7 @@ private:
     bool isUnusable_ = false;  // samples were lost
     bool isWritten_ = false;
     SampleBuffer samples_;
-    char lastTimeText_[zentor::TimeForm::kWidestFormatted];
-    zentor::Instant lastTime_;  // borrows from lastTimeText_
+    zentor::Instant lastTime_;  // borrows from the latest time of the samples
 };
 
 // The square brackets of a text open before they close, and close. Readers find the end of all samples by counting

@@ -34,15 +34,6 @@ std::string_view SampleBuffer::Load(const Block& block) {
     return {loaded_.data(), block.size};
 }
 
-bool SampleBuffer::TakeRecord(std::string_view& block, std::size_t timeLength, SampleRecord& record) {
-    if (block.empty()) return false;
-    record.time = block.substr(0, timeLength);
-    const char* const value = block.data() + timeLength + 1;
-    record.value = {value, std::strlen(value)};
-    block.remove_prefix(timeLength + record.value.size() + kFraming);
-    return true;
-}
-
 void SampleBuffer::Clear() noexcept {
     spilled_ = {};
     loaded_ = {};

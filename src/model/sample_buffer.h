@@ -4,20 +4,69 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <memory>
 #include <string_view>
 #include <vector>
 
 #include "model/spill_file.h"
 #include "util/short_copy.h"
+#include "zentor/time_form.h"
 
 namespace ZT_PLUGIN {
 
-// One sample: its time string, and its value as text, the elements of an array with commas between them. A record is
-// both, each with a zero after it.
+// One sample: its time string, and its value as text, the elements of an array with commas between them.
 struct SampleRecord {
     std::string_view time;
     std::string_view value;
+};
+
+// The time string of a record that follows others. All of a document have one length.
+class RecordTime {
+public:
+    std::string_view text() const { return {bytes_, size_}; }
+
+    // How many bytes it begins with as another one does: up to the seconds or so, nearly always.
+    std::size_t CountShared(std::string_view next) const {
+        constexpr std::size_t kWord = sizeof(std::uint64_t);
+        std::size_t shared = 0;
+        for (; shared + kWord <= size_; shared += kWord) {
+            if (std::memcmp(bytes_ + shared, next.data() + shared, kWord) != 0) break;
+        }
+        while (shared != size_ && bytes_[shared] == next[shared]) ++shared;
+        return shared;
+    }
+    void Set(std::size_t shared, std::string_view rest) {
+        zentor::CopyShort(bytes_ + shared, rest);
+        size_ = shared + rest.size();
+    }
+
+private:
+    char bytes_[zentor::TimeForm::kWidestFormatted];
+    std::size_t size_ = 0;
+};
+
+// Takes records one after the other off blocks. A record is a byte that says how much of its time is that of the one
+// before it, the rest of the time, and the value with a zero after it.
+class RecordReader {
+public:
+    explicit RecordReader(std::size_t timeLength) : timeLength_(timeLength) {}
+
+    // The next one at the front of a block, which lives as long as the block and until the next one. False at the end.
+    bool Take(std::string_view& block, SampleRecord& record) {
+        if (block.empty()) return false;
+        const auto shared = static_cast<unsigned char>(block.front());
+        const std::size_t rest = timeLength_ - shared;
+        time_.Set(shared, block.substr(1, rest));
+        const char* const value = block.data() + 1 + rest;
+        record = {time_.text(), {value, std::strlen(value)}};
+        block.remove_prefix(rest + record.value.size() + 2);
+        return true;
+    }
+
+private:
+    std::size_t timeLength_;
+    RecordTime time_;
 };
 
 // The most that a node holds in memory.
@@ -31,14 +80,20 @@ public:
 
     std::uint64_t Count() const { return count_; }
 
+    // That of the latest sample.
+    std::string_view LatestTime() const { return time_.text(); }
+
     // Room for the text of the next sample's value, `size` bytes. Where the buffer would pass `limit`, it goes to the
     // file first. A record longer than the limit stands alone. Codes of File_IO.
     char* Add(std::string_view time, std::size_t size, std::size_t limit) {
-        const std::size_t record = time.size() + size + kFraming;
+        const std::size_t shared = time_.CountShared(time);
+        const std::string_view rest = time.substr(shared);
+        const std::size_t record = rest.size() + size + kFraming;
         if (used_ + record > room_) MakeRoom(record, limit);
+        time_.Set(shared, rest);
         char* out = tail_.get() + used_;
-        out = zentor::CopyShort(out, time);
-        *out++ = '\0';
+        *out++ = static_cast<char>(shared);
+        out = zentor::CopyShort(out, rest);
         out[size] = '\0';
         used_ += record;
         ++count_;
@@ -54,11 +109,8 @@ public:
         Clear();
     }
 
-    // Takes the next record off the front of a block; its time has `timeLength` bytes. False at the end.
-    static bool TakeRecord(std::string_view& block, std::size_t timeLength, SampleRecord& record);
-
 private:
-    static constexpr std::size_t kFraming = 2;  // a zero after each text
+    static constexpr std::size_t kFraming = 2;
 
     struct Block {
         std::uint64_t offset;  // in the file
@@ -77,6 +129,7 @@ private:
     std::vector<Block> spilled_;
     std::vector<char> loaded_;
     std::uint64_t count_ = 0;
+    RecordTime time_;
 };
 
 }  // namespace ZT_PLUGIN

@@ -48,9 +48,10 @@ ByteRange AppendSampleSet(TextBuffer& text, const DynamicNodeView& node, std::si
     std::string wide;  // a record that is too long for a run
     if (layout.Width() >= TextRun::kMost) wide.resize(layout.Width());
     bool isFirst = true;
+    ZT_PLUGIN::RecordReader records(timeLength);
     samples.Drain([&](std::string_view block) {
         SampleRecord record;
-        while (SampleBuffer::TakeRecord(block, timeLength, record)) {
+        while (records.Take(block, record)) {
             if (wide.empty()) {
                 text.AppendRun([&](TextRun& run) {
                     if (!isFirst) run.Put(',');

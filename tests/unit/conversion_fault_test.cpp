@@ -96,7 +96,7 @@ TEST(ConversionFaults, EveryOperationFailsInTurn) {
 // Samples of two nodes that go through the temporary file on their way into the document.
 TEST(ConversionFaults, CapturesWithSpilledSamples) {
     std::string capture = "HIERARCHY\nROOT a\n{\nCHANNELS 2 Xposition Yrotation\n}\nFrames: 1\nFrame Time: 0.01\n";
-    for (int k = 0; k < 50000; ++k) capture += "1.25123456 -3.1234567\n";
+    for (int k = 0; k < 90000; ++k) capture += "1.25123456 -3.1234567\n";
     const TestFolder folder;
     const std::string input = folder.Write("in.bvh", capture);
     const std::size_t before = TemporaryFiles();
