@@ -43,6 +43,7 @@ std::string WithoutUnit(const std::string& name) {
 Rank RankOf(const std::string& name) {
     const std::string lower = WithoutUnit(name);
     if (lower.empty()) return kNoName;
+    if (lower == "t" && Trimmed(name).front() == 'T') return kNoName;  // a temperature
     if (IsAmong(lower, kNames)) return kName;
     const std::vector<std::string> words = WordsOf(name);
     if (words.size() == 2 && IsAmong(words[0], kNames) && TimeUnitOf(words[1])) return kName;  // time_ms
@@ -114,14 +115,12 @@ private:
         bool hasRisen = false;
         bool hasTimeOfDay = false;
         bool dependsOnOrder = false;
-        Moment first;
-        std::int64_t line = -1;
 
         // Whoever calls them times may have some that cannot be read, or go back.
         bool IsMost(Rank rank) const { return read != 0 && read * 10 >= filled * (rank == kNoName ? 9 : 5); }
         Course CourseOf(Rank rank) const {
             if (read > 1 && !hasRisen) return falls == 0 && rank != kNoName ? kFlat : kFalling;
-            return falls * (rank == kNoName ? 20 : 2) <= read ? kRising : kFalling;
+            return falls * (rank == kNoName ? 20 : 3) <= read ? kRising : kFalling;
         }
     };
 
@@ -141,10 +140,8 @@ private:
                 trial.hasTimeOfDay = trial.hasTimeOfDay || time.hasTimeOfDay;
                 trial.dependsOnOrder = trial.dependsOnOrder || time.dependsOnOrder;
             }
-            if (trial.read++ == 0) trial.first = moment;
-            if (trial.read > 1 && moment < last) ++trial.falls;
+            if (++trial.read > 1 && moment < last) ++trial.falls;
             trial.hasRisen = trial.hasRisen || (trial.read > 1 && last < moment);
-            if (trial.line < 0) trial.line = row->line;
             last = moment;
         }
         return trial;
