@@ -16,8 +16,7 @@ constexpr std::size_t kJudgedRows = 200;
 struct Candidate {
     char delimiter;
     double score = 0;
-    std::size_t cells = 0;   // of most rows
-    std::size_t header = 0;  // of the first row
+    std::size_t cells = 0;  // of most rows
     std::vector<HeadRow> rows;
 };
 
@@ -28,7 +27,7 @@ bool IsTypedEitherWay(const HeadCell& cell, char delimiter) {
 
 // How evenly, and how much into numbers and times, a delimiter cuts the rows.
 Candidate Judge(const Head& head, char delimiter) {
-    Candidate candidate{delimiter, 0, 0, 0, {}};
+    Candidate candidate{delimiter, 0, 0, {}};
     try {
         candidate.rows = RowsOf(head, delimiter);
     } catch (const Refusal&) {
@@ -38,7 +37,6 @@ Candidate Judge(const Head& head, char delimiter) {
     std::size_t rows = 0;
     for (const HeadRow& row : candidate.rows) {
         if (row.isComment && HasComments(candidate.rows)) continue;
-        if (candidate.header == 0) candidate.header = row.cells.size();
         ++counts[row.cells.size()];
         if (++rows == kJudgedRows) break;
     }
@@ -74,18 +72,19 @@ Candidate Judge(const Head& head, char delimiter) {
 
 // Whether "12,5" may be one cell or two, and nothing tells.
 bool MayBeDecimals(const Candidate& commas) {
-    if (commas.delimiter != ',' || commas.cells != 2 || commas.header == 2) {
-        // Names that are cut in two as the rows are settle it; two numbers are no names.
-        const bool hasNames = !commas.rows.empty() && commas.rows.front().cells.size() == 2 &&
-                              !IsTypedEitherWay(commas.rows.front().cells[0], ';');
-        if (commas.delimiter != ',' || commas.cells != 2 || hasNames) return false;
-    }
+    if (commas.delimiter != ',' || commas.cells != 2) return false;
+    // Names that are cut in two as the rows are settle it; two numbers are no names.
+    const HeadRow& first = commas.rows.front();
+    if (first.cells.size() == 2 && !IsTypedEitherWay(first.cells[0], ';')) return false;
     for (const HeadRow& row : commas.rows) {
         if (row.isComment || row.cells.size() != 2) continue;
         const std::string& whole = row.cells[0].text;
         const std::string& decimals = row.cells[1].text;
-        if (!IsTypedEitherWay(row.cells[0], ';') && &row == &commas.rows.front()) continue;
-        const bool isCut = KindOf(whole + "," + decimals, Decimal::kComma) == CellKind::kTyped &&
+        if (!IsTypedEitherWay(row.cells[0], ';') && &row == &first) continue;
+        std::string joined = whole;
+        joined += ',';
+        joined += decimals;
+        const bool isCut = KindOf(joined, Decimal::kComma) == CellKind::kTyped &&
                            whole.find(':') == std::string::npos && !row.cells[0].isQuoted;
         if (!isCut) return false;
     }
@@ -187,7 +186,7 @@ std::string NameOf(char delimiter) {
     }
 }
 
-Dialect FindDialect(Head head, const Options& options) {
+Dialect FindDialect(const Head& head, const Options& options) {
     Dialect dialect;
     dialect.encoding = head.encoding;
     dialect.delimiter = options.delimiter ? *options.delimiter : ChooseDelimiter(head);

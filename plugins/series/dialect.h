@@ -32,6 +32,6 @@ struct Dialect {
 std::string NameOf(char delimiter);
 
 // By the head, but for what the options say. Throws Refusal where two readings are equally good, naming both.
-Dialect FindDialect(Head head, const Options& options);
+Dialect FindDialect(const Head& head, const Options& options);
 
 }  // namespace series
