@@ -13,8 +13,8 @@ namespace {
 
 using Kind = TimeReading::Kind;
 
-// What a column is called, as far as times go.
-enum Rank : std::uint8_t { kNoName, kUnitName, kNameAmongOthers, kName };
+// What a column is called, as far as times go; dates speak for themselves.
+enum Rank : std::uint8_t { kNoName, kDates, kUnitName, kNameAmongOthers, kName };
 
 constexpr std::string_view kNames =
     "|t|ts|time|times|timestamp|timestamps|time stamp|date|dates|datetime|date time|date/time|date_time|date and time|"
@@ -240,7 +240,11 @@ private:
         candidate = {};
         candidate.column = column;
         candidate.rank = header_.isThere ? RankOf(header_.names[column]) : kNoName;
-        if (JudgeCalendar(column, candidate) || JudgeTimeOfDay(column, candidate)) return true;
+        if (JudgeCalendar(column, candidate)) {
+            candidate.rank = std::max(candidate.rank, kDates);
+            return true;
+        }
+        if (JudgeTimeOfDay(column, candidate)) return true;
         // Numbers that rise may be anything, unless they have the name of a time or there are no names.
         const bool mayBeNumbers = isAsked || candidate.rank != kNoName || !header_.isThere;
         return mayBeNumbers && JudgeNumber(column, candidate) && (isAsked || candidate.course == kRising);

@@ -135,6 +135,11 @@ times lap time 59:59.9 60:00:00.0 -- 1970-01-01T00:59:59.9Z 1970-01-03T12:00:00.
 expect 0 '30001 samples, 2026-02-01T00:00:00Z to 2026-02-13T00:00:00Z' tree late.csv --as series
 expect 0 '^2026-02-13T00:00:00Z  2$' samples late.csv v --as series --from 2026-02-02T00:00:00Z
 
+becomes dated 'column0 2026-06-01T00:00:00Z 1
+column0 2026-06-01T00:00:01Z 2' <<'END'
+1 2026-06-01T00:00:00Z
+2 2026-06-01T00:00:01Z
+END
 becomes temperature 'column1 2026-06-01T00:00:00Z 20.5
 column1 2026-06-02T00:00:00Z 21' <<'END'
 when,T
